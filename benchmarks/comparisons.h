@@ -1,0 +1,56 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+namespace tov::benchmarks {
+
+/// A line of the result: how many times longer `measured` takes than `against` does.
+struct Comparison
+{
+    std::string what;
+    std::string measured;
+    std::string against;
+    double limit = 0.0; // the ratio that is still good enough; 0: for information
+};
+
+/// Adds a line to the result; for use at namespace scope beside the two benchmarks.
+bool compare(Comparison comparison);
+
+/// Collects the repetitions of every benchmark and shows the comparisons: of each benchmark the fastest
+/// repetition counts, because everything else on the machine can only slow it down.
+///
+/// Benchmarks may report the counters "allocations" and "lookups" a call; both must be 0.
+class ComparisonReporter final : public benchmark::BenchmarkReporter
+{
+public:
+    enum class Form { Table, Json };
+
+    explicit ComparisonReporter(Form form);
+
+    bool ReportContext(const Context& context) override;
+    void ReportRuns(const std::vector<Run>& runs) override;
+    void Finalize() override;
+
+    /// Whether every limit was kept.
+    bool allGood() const noexcept { return m_allGood; }
+
+private:
+    struct Measured
+    {
+        std::string name;
+        double nanoseconds;
+        double allocations;
+        double lookups;
+    };
+
+    const Measured* find(const std::string& name) const;
+
+    Form m_form;
+    bool m_allGood = true;
+    std::vector<Measured> m_measured;
+};
+
+} // namespace tov::benchmarks

@@ -1,0 +1,28 @@
+# What holds for every target: where it lands, which language it speaks, what it must not do.
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+
+set(CMAKE_CXX_STANDARD 23)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(DEVICESSERVICE_SANITIZE)
+    add_compile_options(-fsanitize=${DEVICESSERVICE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${DEVICESSERVICE_SANITIZE})
+endif()
+
+# Headers that the build writes (export macros, the version), included as <folder>/<name>.
+set(DEVICESSERVICE_GENERATED_DIR "${PROJECT_BINARY_DIR}/include")
+
+add_library(house_warnings INTERFACE)
+target_compile_options(house_warnings INTERFACE
+    $<$<CXX_COMPILER_ID:GNU,Clang>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
+        -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wcast-qual
+        -Wdouble-promotion -Wformat=2 -Wnull-dereference -Wextra-semi -Wunused>
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
+    $<$<CXX_COMPILER_ID:MSVC>:/W4 /permissive->)

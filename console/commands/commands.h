@@ -1,0 +1,26 @@
+#pragma once
+
+#include "console/exitstatus.h"
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace tov::console {
+
+class Workbench;
+
+/// The command that the user chose, with its arguments, ready to run.
+using ChosenCommand = std::function<ExitStatus(Workbench&)>;
+
+// Each of these adds one command to the command line. When the user calls it, it puts itself into
+// `chosen`; both arguments must outlive the parsing. Values are checked before anything runs.
+void addInfoCommand(CLI::App& app, ChosenCommand& chosen);
+void addProbeCommand(CLI::App& app, ChosenCommand& chosen);
+void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen);
+void addYqCommand(CLI::App& app, ChosenCommand& chosen);
+void addDemoCommand(CLI::App& app, ChosenCommand& chosen);
+
+} // namespace tov::console

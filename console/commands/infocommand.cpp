@@ -1,0 +1,65 @@
+#include "console/commands/commands.h"
+
+#include "console/workbench.h"
+#include "host/loadedlibrary.h"
+#include "service/version.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace tov::console {
+
+namespace {
+
+std::string hexadecimal(std::uint64_t key)
+{
+    return "0x" + QString::number(key, 16).toUpper().rightJustified(16, '0').toStdString();
+}
+
+// A row for every registered entry, whether this program has a name for it or not.
+Table registeredControls(const host::InstrumentSession& session)
+{
+    Table table({"control", "registry-key", "sdk-key", "state"});
+    for (const auto& entry : session.registry().entries()) {
+        const auto known = std::ranges::find_if(
+            host::controls::all, [&](const host::ControlName& control) { return control.keys.registry == entry.key; });
+        if (known == host::controls::all.end())
+            table.addRow({"?", hexadecimal(entry.key), "?", "unknown to this program"});
+        else
+            table.addRow({std::string(known->name), hexadecimal(entry.key), hexadecimal(known->keys.sdk.value),
+                          session.isPresent(*known) ? "present" : "missing"});
+    }
+    return table;
+}
+
+ExitStatus info(Workbench& workbench)
+{
+    const std::string library = host::loadedLibraryPath().toStdString();
+    const Table controls = registeredControls(workbench.session());
+
+    const std::string version = devices::service::version;
+
+    const std::string text = "service-console  " + version + "\nDevicesService   " + version + "\n  loaded from    "
+                             + library + "\nQt               " + qVersion() + "\nInstrument       simulated\n\n"
+                             + controls.toText();
+
+    workbench.output().answer(text, {{"program", devices::service::version},
+                                     {"library", devices::service::version},
+                                     {"library-path", QString::fromStdString(library)},
+                                     {"qt", qVersion()},
+                                     {"instrument", "simulated"},
+                                     {"controls", controls.toJson()}});
+    return ExitStatus::Success;
+}
+
+} // namespace
+
+void addInfoCommand(CLI::App& app, ChosenCommand& chosen)
+{
+    app.add_subcommand("info", "Show versions, the instrument and every registered control")->callback([&chosen] {
+        chosen = info;
+    });
+}
+
+} // namespace tov::console

@@ -1,0 +1,86 @@
+#include "console/output.h"
+
+#include <QJsonDocument>
+#include <QString>
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+namespace tov::console {
+
+Table::Table(std::vector<std::string> headings)
+{
+    m_rows.push_back(std::move(headings));
+}
+
+void Table::addRow(std::vector<std::string> cells)
+{
+    m_rows.push_back(std::move(cells));
+}
+
+std::string Table::toText() const
+{
+    std::vector<std::size_t> widths(m_rows.front().size());
+    for (const auto& row : m_rows)
+        for (std::size_t column = 0; column < widths.size(); ++column)
+            widths[column] = std::max(widths[column], row[column].size());
+
+    std::string text;
+    for (const auto& row : m_rows) {
+        for (std::size_t column = 0; column + 1 < widths.size(); ++column)
+            text.append(row[column]).append(widths[column] - row[column].size() + 2, ' ');
+        text.append(row.back()).append("\n");
+    }
+    return text;
+}
+
+QJsonArray Table::toJson() const
+{
+    const auto& headings = m_rows.front();
+    QJsonArray list;
+    for (auto row = m_rows.begin() + 1; row != m_rows.end(); ++row) {
+        QJsonObject object;
+        for (std::size_t column = 0; column < headings.size(); ++column)
+            object.insert(QString::fromStdString(headings[column]), QString::fromStdString((*row)[column]));
+        list.append(object);
+    }
+    return list;
+}
+
+std::string toText(const QJsonValue& value)
+{
+    if (value.isBool())
+        return value.toBool() ? "on" : "off";
+    if (value.isDouble())
+        return QString::number(value.toDouble(), 'g', 15).toStdString();
+    if (value.isArray()) {
+        std::string list;
+        const QJsonArray elements = value.toArray();
+        for (const auto& element : elements)
+            list.append(list.empty() ? "" : " ").append(toText(element));
+        return list;
+    }
+    return value.toString().toStdString();
+}
+
+Output::Output(Form form)
+    : m_form(form)
+{
+}
+
+void Output::answer(const std::string& text, const QJsonObject& json) const
+{
+    if (m_form == Form::Json)
+        std::cout << QJsonDocument(json).toJson().constData();
+    else
+        std::cout << text;
+}
+
+void Output::remark(const std::string& line) const
+{
+    if (m_form == Form::Text)
+        std::cout << line << "\n" << std::flush;
+}
+
+} // namespace tov::console

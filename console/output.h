@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+
+#include <string>
+#include <vector>
+
+namespace tov::console {
+
+/// Rows of text under headings: aligned columns for people, a list of objects for programs.
+class Table
+{
+public:
+    explicit Table(std::vector<std::string> headings);
+
+    /// Appends a row of as many cells as there are headings.
+    void addRow(std::vector<std::string> cells);
+
+    std::string toText() const;
+    QJsonArray toJson() const;
+
+private:
+    std::vector<std::vector<std::string>> m_rows; // the headings first
+};
+
+/// A setting's value as people read it: on or off, a number, or a list of those.
+std::string toText(const QJsonValue& value);
+
+/// Standard output in the form that the user asked for.
+class Output
+{
+public:
+    enum class Form { Text, Json };
+
+    explicit Output(Form form);
+
+    /// Prints one answer, in one of its two forms.
+    void answer(const std::string& text, const QJsonObject& json) const;
+
+    /// Prints a line that goes before the answer, for people only.
+    void remark(const std::string& line) const;
+
+private:
+    Form m_form;
+};
+
+} // namespace tov::console

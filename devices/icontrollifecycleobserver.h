@@ -1,0 +1,23 @@
+#pragma once
+
+namespace tov::devices {
+
+/// Told by the application when an instrument's controls go and come.
+///
+/// The application owns the adapters and calls these operations on those that implement them; nothing
+/// registers itself.
+///
+/// Thread: *owner's thread*.
+class IControlLifecycleObserver
+{
+public:
+    virtual ~IControlLifecycleObserver() = default;
+
+    /// The instrument is about to release its controls; they still live during this call.
+    virtual void onControlsAboutToBeReleased() = 0;
+
+    /// The instrument offers its controls again; they can be obtained from now on.
+    virtual void onControlsAvailable() = 0;
+};
+
+} // namespace tov::devices

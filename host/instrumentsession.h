@@ -1,0 +1,131 @@
+#pragma once
+
+#include "devices/controlregistry.h"
+#include "devices/icontrollifecycleobserver.h"
+#include "host/controls.h"
+#include "sdk/ivna.h"
+
+#include <any>
+#include <cstdint>
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tov::host {
+
+/// A registry that holds what the library registers.
+devices::ControlRegistry registeredControls();
+
+/// An open instrument and the adapters that a host program uses on it.
+///
+/// Registers the library, creates adapters on demand and keeps them, and tells them when the
+/// instrument's controls go and come. Every adapter that is handed out keeps the instrument alive, so
+/// it may be kept longer than the session.
+///
+/// Thread: *owner's thread* for the session; the adapters have their own rules.
+class InstrumentSession
+{
+public:
+    /// Opens a session on `instrument`, which must not be null.
+    explicit InstrumentSession(std::shared_ptr<sdk::IVna> instrument);
+
+    /// The same with a registry of the host's own, for one that registers more than this library.
+    InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devices::ControlRegistry registry);
+
+    InstrumentSession(const InstrumentSession&) = delete;
+    InstrumentSession& operator=(const InstrumentSession&) = delete;
+    ~InstrumentSession() = default;
+
+    /// The adapter of this kind: always the same one, created at the first demand. Null when the
+    /// instrument does not have the control; the next demand asks again.
+    ///
+    /// Throws `std::out_of_range` when the kind is not registered.
+    template <typename Exposed>
+    std::shared_ptr<Exposed> control(const Control<Exposed>& kind);
+
+    /// Whether the instrument offers the control now, found out by creating an adapter and dropping it.
+    /// Throws `std::out_of_range` when the kind is not registered.
+    bool isPresent(const ControlName& kind) const;
+
+    /// What is registered.
+    const devices::ControlRegistry& registry() const noexcept { return m_registry; }
+
+    /// Releases the instrument's controls by `release`, after the adapters were told of it, the newest
+    /// first: they let go of the old controls while those still live.
+    template <typename Release>
+    void releaseControls(Release&& release);
+
+    /// Makes the instrument offer its controls by `offer` and tells the adapters, the oldest first:
+    /// they find the new controls when they are told.
+    template <typename Offer>
+    void offerControls(Offer&& offer);
+
+private:
+    struct Kept
+    {
+        std::uint64_t key;
+        std::any control; // a std::shared_ptr of the type that the registry hands out
+        devices::IControlLifecycleObserver* lifecycle;
+    };
+
+    std::any create(const devices::ControlKeys& keys) const;
+    const Kept* findKept(std::uint64_t key) const;
+    void tellAboutToBeReleased() const;
+    void tellAvailable() const;
+
+    template <typename Exposed>
+    std::shared_ptr<Exposed> keepInstrumentAlive(std::shared_ptr<Exposed> adapter) const;
+
+    std::shared_ptr<sdk::IVna> m_instrument;
+    devices::ControlRegistry m_registry;
+    std::vector<Kept> m_kept;
+};
+
+template <typename Exposed>
+std::shared_ptr<Exposed> InstrumentSession::control(const Control<Exposed>& kind)
+{
+    if (const Kept* kept = findKept(kind.keys.registry))
+        return std::any_cast<std::shared_ptr<Exposed>>(kept->control);
+
+    const std::any created = create(kind.keys);
+    if (!created.has_value())
+        return nullptr;
+
+    auto adapter = keepInstrumentAlive(std::any_cast<std::shared_ptr<Exposed>>(created));
+    devices::IControlLifecycleObserver* lifecycle = nullptr;
+    if constexpr (std::is_polymorphic_v<Exposed>)
+        lifecycle = dynamic_cast<devices::IControlLifecycleObserver*>(adapter.get());
+    m_kept.push_back({kind.keys.registry, adapter, lifecycle});
+    return adapter;
+}
+
+template <typename Release>
+void InstrumentSession::releaseControls(Release&& release)
+{
+    tellAboutToBeReleased();
+    release();
+}
+
+template <typename Offer>
+void InstrumentSession::offerControls(Offer&& offer)
+{
+    offer();
+    tellAvailable();
+}
+
+template <typename Exposed>
+std::shared_ptr<Exposed> InstrumentSession::keepInstrumentAlive(std::shared_ptr<Exposed> adapter) const
+{
+    struct Held
+    {
+        std::shared_ptr<sdk::IVna> instrument;
+        std::shared_ptr<Exposed> adapter; // last, so it is destroyed before the instrument
+    };
+
+    Exposed* const plain = adapter.get();
+    auto held = std::make_shared<Held>(m_instrument, std::move(adapter));
+    return {std::move(held), plain};
+}
+
+} // namespace tov::host

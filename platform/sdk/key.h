@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+namespace sdk {
+
+/// Names one control of an instrument. Opaque: compared for equality only.
+struct Key
+{
+    std::uint64_t value = 0;
+
+    friend bool operator==(Key, Key) = default;
+};
+
+} // namespace sdk

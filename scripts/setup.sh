@@ -1,0 +1,68 @@
+# Sourced by ./demo, ./check and ./bench: what they share.
+#
+#   require_packages GROUP...   makes sure that the packages of these groups of packages.txt are installed
+#   build_preset PRESET         configures (once) and builds build/PRESET, quietly when all goes well
+
+set -euo pipefail
+
+project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$project_dir"
+
+# Prints the packages of these groups, each once.
+packages_of() {
+    awk -v groups="$*" '
+        BEGIN           { count = split(groups, names); for (i = 1; i <= count; i++) wanted["[" names[i] "]"] }
+        /^#/ || NF == 0 { next }
+        /^\[/           { inside = $0 in wanted; next }
+        inside          { print $1 }' scripts/packages.txt | sort --unique
+}
+
+is_installed() {
+    [ "$(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+require_packages() {
+    local package missing=()
+    for package in $(packages_of "$@"); do
+        is_installed "$package" || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+
+    if [ "$(id -u)" -ne 0 ]; then
+        echo "error: these packages are missing and only root can install them: ${missing[*]}" >&2
+        echo "       run: sudo apt-get install --no-install-recommends ${missing[*]}" >&2
+        exit 1
+    fi
+    echo "Installing ${missing[*]}"
+    install_packages "${missing[@]}"
+}
+
+install_packages() {
+    local log
+    log=$(mktemp)
+    if ! { apt-get update && DEBIAN_FRONTEND=noninteractive \
+            apt-get install --yes --no-install-recommends "$@"; } >"$log" 2>&1; then
+        tail -n 20 "$log" >&2
+        echo "error: apt-get could not install: $*" >&2
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+# Runs a command and shows its output only when it fails.
+quietly() {
+    local log
+    log=$(mktemp)
+    if ! "$@" >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        echo "error: failed: $*" >&2
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+build_preset() {
+    [ -f "build/$1/build.ninja" ] || quietly cmake --preset "$1"
+    quietly cmake --build --preset "$1"
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "devices/reacquiringcontrol.h"
+
+#include <functional>
+#include <span>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tov::devices::service {
+
+/// What the SDK operation `Getter` of the control `T` answers.
+template <typename T, typename Getter>
+using Answer = std::invoke_result_t<Getter, T&>;
+
+/// The answer of the SDK operation `getter`, or `absent` without a call when there is no control.
+template <typename T, typename Getter>
+Answer<T, Getter> read(const ReacquiringControl<T>& control, Answer<T, Getter> absent, Getter getter)
+{
+    if (const auto locked = control.lock())
+        return std::invoke(getter, *locked);
+    return absent;
+}
+
+/// A copy of the view that the SDK operation `getter` gives, empty when there is no control. The copy
+/// is made while the control is held, because the view lives no longer than the control.
+template <typename T, typename Element>
+std::vector<Element> readList(const ReacquiringControl<T>& control, std::span<const Element> (T::*getter)())
+{
+    std::vector<Element> copy;
+    if (const auto locked = control.lock()) {
+        const std::span<const Element> view = std::invoke(getter, *locked);
+        copy.reserve(view.size());
+        copy.insert(copy.end(), view.begin(), view.end());
+    }
+    return copy;
+}
+
+/// Calls the SDK operation `setter` with `arguments`; does nothing when there is no control.
+template <typename T, typename Setter, typename... Arguments>
+void write(const ReacquiringControl<T>& control, Setter setter, Arguments&&... arguments)
+{
+    if (const auto locked = control.lock())
+        std::invoke(setter, *locked, std::forward<Arguments>(arguments)...);
+}
+
+} // namespace tov::devices::service

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "sdk/service/iyqsynthesiscontrol.h"
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <span>
+
+namespace tov::simulator {
+
+/// What the instrument remembers of its Yq synthesis settings, whichever control object changes them.
+struct YqSynthesisState
+{
+    std::atomic<bool> manualIf = false;
+    std::atomic<int> selectedIf = 0;
+
+    /// In Hz.
+    static constexpr std::array supportedIfs = {2.5e6, 5.0e6, 7.5e6, 10.7e6, 21.4e6};
+};
+
+/// The Yq synthesis control as the simulated instrument offers it. Like the hardware it ignores an IF
+/// index that it does not support.
+class SimulatedYqSynthesisControl final : public sdk::service::IYqSynthesisControl
+{
+public:
+    explicit SimulatedYqSynthesisControl(std::shared_ptr<YqSynthesisState> state);
+
+    void enableManualIf(bool enabled) override;
+    bool manualIfEnabled() override;
+    void setSelectedIf(int index) override;
+    int selectedIf() override;
+    std::span<const double> supportedIfs() override;
+
+private:
+    const std::shared_ptr<YqSynthesisState> m_state;
+};
+
+} // namespace tov::simulator

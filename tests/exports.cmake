@@ -1,0 +1,51 @@
+# Checks what the built library shows to others: its adapters and registrate, nothing of its internals,
+# and no libraries but its neighbours, Qt Core and the language's own.
+#
+# cmake -DLIBRARY=<file> -DNM=<nm> -DREADELF=<readelf> -P exports.cmake
+
+cmake_minimum_required(VERSION 3.25)
+
+function(run_tool output)
+    execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+    string(REPLACE "\n" ";" lines "${text}")
+    set(${output} "${lines}" PARENT_SCOPE)
+endfunction()
+
+set(class "tov::devices::service::Sdk[A-Za-z0-9]+")
+set(allowed "(${class}::|tov::devices::service::servicecontrols::registrate\\()|(typeinfo|typeinfo name|vtable) for ${class}$")
+
+run_tool(symbols "${NM}" --dynamic --demangle --defined-only "${LIBRARY}")
+set(registrates 0)
+set(adapters "")
+foreach(line IN LISTS symbols)
+    string(REGEX REPLACE "^[0-9a-f]* +[A-Za-z] +" "" symbol "${line}")
+    if(symbol STREQUAL "")
+        continue()
+    endif()
+    if(NOT symbol MATCHES "^(${allowed})")
+        message(SEND_ERROR "Exported though internal: ${symbol}")
+    endif()
+    if(symbol MATCHES "registrate")
+        math(EXPR registrates "${registrates} + 1")
+    elseif(symbol MATCHES "^${class}")
+        list(APPEND adapters "${CMAKE_MATCH_0}")
+    endif()
+endforeach()
+list(REMOVE_DUPLICATES adapters)
+
+if(NOT registrates EQUAL 1)
+    message(SEND_ERROR "registrate is exported ${registrates} times instead of once")
+endif()
+foreach(adapter IN ITEMS SdkLoLeakageControl SdkYqSynthesisControl)
+    if(NOT "tov::devices::service::${adapter}" IN_LIST adapters)
+        message(SEND_ERROR "Not exported: ${adapter}")
+    endif()
+endforeach()
+
+run_tool(dynamic "${READELF}" --dynamic --wide "${LIBRARY}")
+foreach(line IN LISTS dynamic)
+    if(line MATCHES "NEEDED.*Shared library: (.*)$"
+            AND NOT line MATCHES "lib(Devices|Qt6Core|stdc\\+\\+|gcc_s|c|m|asan|ubsan|tsan)\\.so")
+        message(SEND_ERROR "Needs more than it may: ${CMAKE_MATCH_1}")
+    endif()
+endforeach()

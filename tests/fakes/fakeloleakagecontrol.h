@@ -1,0 +1,15 @@
+#pragma once
+
+#include "fakes/recordingcontrol.h"
+#include "sdk/service/iloleakagecontrol.h"
+
+namespace tov::testing {
+
+class FakeLoLeakageControl final : public sdk::service::ILoLeakageControl, public RecordingControl
+{
+public:
+    bool isEnabled() override { return called<bool>("isEnabled"); }
+    void setEnabled(bool enabled) override { called("setEnabled", enabled); }
+};
+
+} // namespace tov::testing

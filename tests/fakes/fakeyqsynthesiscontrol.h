@@ -1,0 +1,18 @@
+#pragma once
+
+#include "fakes/recordingcontrol.h"
+#include "sdk/service/iyqsynthesiscontrol.h"
+
+namespace tov::testing {
+
+class FakeYqSynthesisControl final : public sdk::service::IYqSynthesisControl, public RecordingControl
+{
+public:
+    void enableManualIf(bool enabled) override { called("enableManualIf", enabled); }
+    bool manualIfEnabled() override { return called<bool>("manualIfEnabled"); }
+    void setSelectedIf(int index) override { called("setSelectedIf", index); }
+    int selectedIf() override { return called<int>("selectedIf"); }
+    std::span<const double> supportedIfs() override { return called<std::span<const double>>("supportedIfs"); }
+};
+
+} // namespace tov::testing

@@ -1,0 +1,160 @@
+#include "service/servicecontrols.h"
+
+#include "devices/controlregistry.h"
+#include "fakes/fakeinstrument.h"
+#include "fakes/fakeloleakagecontrol.h"
+#include "fakes/fakeyqsynthesiscontrol.h"
+#include "service/tuning/sdkloleakagecontrol.h"
+#include "service/tuning/sdkyqsynthesiscontrol.h"
+
+#include <gtest/gtest.h>
+
+#include <any>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tov::testing {
+
+namespace {
+
+using namespace devices::service;
+using devices::ControlRegistry;
+
+/// A row of the registration table, written out here once more: the keys are for ever.
+struct Row
+{
+    std::string name;
+    std::uint64_t registryKey;
+    sdk::Key sdkKey;
+    std::function<void(FakeInstrument&, sdk::Key)> offer;
+    std::function<bool(const std::any&)> holdsItsType;
+};
+
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << row.name;
+}
+
+template <typename SdkIface, typename Exposed, typename Fake>
+Row row(const std::string& name, std::uint64_t registryKey, std::uint64_t sdkKey)
+{
+    return {name,
+            registryKey,
+            {sdkKey},
+            [](FakeInstrument& instrument, sdk::Key key) { instrument.offer<SdkIface>(key, std::make_shared<Fake>()); },
+            [](const std::any& control) { return std::any_cast<std::shared_ptr<Exposed>>(&control) != nullptr; }};
+}
+
+const std::vector<Row> table = {
+    row<sdk::service::ILoLeakageControl, SdkLoLeakageControl, FakeLoLeakageControl>("LoLeakage", 0x39CE7F28FB8C58BD,
+                                                                                    0x33F09CC532B7707A),
+    row<sdk::service::IYqSynthesisControl, SdkYqSynthesisControl, FakeYqSynthesisControl>(
+        "YqSynthesis", 0xA045AB34EA41DF44, 0xF636764463DEE854),
+};
+
+ControlRegistry registered()
+{
+    ControlRegistry registry;
+    servicecontrols::registrate(&registry);
+    return registry;
+}
+
+class RegisteredControl : public ::testing::TestWithParam<Row>
+{
+protected:
+    std::any create() { return registry.create(GetParam().registryKey, static_cast<sdk::IVna*>(&instrument)); }
+
+    FakeInstrument instrument;
+    ControlRegistry registry = registered();
+};
+
+} // namespace
+
+TEST(ServiceControls, EntersTheTableInItsOrder)
+{
+    const ControlRegistry registry = registered();
+
+    ASSERT_EQ(registry.entries().size(), table.size());
+    for (std::size_t i = 0; i < table.size(); ++i)
+        EXPECT_EQ(registry.entries()[i].key, table[i].registryKey) << table[i].name;
+}
+
+TEST(ServiceControls, PassesOnTheRefusalOfASecondRegistration)
+{
+    ControlRegistry registry = registered();
+    EXPECT_THROW(servicecontrols::registrate(&registry), std::invalid_argument);
+    EXPECT_EQ(registry.entries().size(), table.size());
+}
+
+// The type in the result is compared across the border of the library, which hides all but its adapters.
+TEST_P(RegisteredControl, IsHandedOutAsExactlyItsType)
+{
+    GetParam().offer(instrument, GetParam().sdkKey);
+    const std::any control = create();
+
+    for (const Row& other : table)
+        EXPECT_EQ(other.holdsItsType(control), other.name == GetParam().name) << other.name;
+}
+
+TEST_P(RegisteredControl, IsLookedUpUnderItsOwnSdkKey)
+{
+    create();
+    ASSERT_EQ(instrument.lookups().size(), 1U);
+    EXPECT_EQ(instrument.lookups().front(), GetParam().sdkKey);
+}
+
+TEST_P(RegisteredControl, IsEmptyWhenTheInstrumentLacksIt)
+{
+    EXPECT_FALSE(create().has_value());
+}
+
+TEST_P(RegisteredControl, IsEmptyForAnOwnerOfAnotherType)
+{
+    GetParam().offer(instrument, GetParam().sdkKey);
+    EXPECT_FALSE(registry.create(GetParam().registryKey, &instrument).has_value())
+        << "a pointer to the derived class is not a pointer to the instrument interface";
+    EXPECT_FALSE(registry.create(GetParam().registryKey, std::any()).has_value());
+    EXPECT_TRUE(instrument.lookups().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(ServiceControls, RegisteredControl, ::testing::ValuesIn(table),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST(ServiceControls, MakesIndependentAdaptersOfTheSameControl)
+{
+    FakeInstrument instrument;
+    const auto fake = std::make_shared<FakeLoLeakageControl>();
+    instrument.offer<sdk::service::ILoLeakageControl>({0x33F09CC532B7707A}, fake);
+    const ControlRegistry registry = registered();
+    const auto make = [&] {
+        return std::any_cast<std::shared_ptr<SdkLoLeakageControl>>(
+            registry.create(0x39CE7F28FB8C58BD, static_cast<sdk::IVna*>(&instrument)));
+    };
+
+    const auto first = make();
+    const auto second = make();
+    EXPECT_NE(first, second);
+    first->setEnabled(true);
+    second->setEnabled(false);
+    EXPECT_EQ(fake->calls(), (std::vector<std::string>{"setEnabled(true)", "setEnabled(false)"}));
+}
+
+TEST(ServiceControls, KeepsNothingAfterTheRegistryIsGone)
+{
+    FakeInstrument instrument;
+    const auto fake = std::make_shared<FakeLoLeakageControl>();
+    fake->answer("isEnabled", true);
+    instrument.offer<sdk::service::ILoLeakageControl>({0x33F09CC532B7707A}, fake);
+
+    const auto adapter = std::any_cast<std::shared_ptr<SdkLoLeakageControl>>(
+        registered().create(0x39CE7F28FB8C58BD, static_cast<sdk::IVna*>(&instrument)));
+    EXPECT_TRUE(adapter->isEnabled());
+    EXPECT_EQ(adapter.use_count(), 1);
+}
+
+} // namespace tov::testing

@@ -1,0 +1,23 @@
+#include "fakes/fakeloleakagecontrol.h"
+#include "service/tuning/sdkloleakagecontrol.h"
+#include "service/valueadaptercontract.h"
+
+namespace tov::testing {
+
+using devices::service::SdkLoLeakageControl;
+
+INSTANTIATE_TEST_SUITE_P(SdkLoLeakageControl, ValueAdapter,
+                         (operations<SdkLoLeakageControl, sdk::service::ILoLeakageControl, FakeLoLeakageControl>({
+                             reads("isEnabled", &SdkLoLeakageControl::isEnabled, {false}, {true}),
+                             writes("setEnabled", &SdkLoLeakageControl::setEnabled, true),
+                         })),
+                         operationName);
+
+TEST(SdkLoLeakageControl, IsNoMoreThanItsHandle)
+{
+    using Control = devices::ReacquiringControl<sdk::service::ILoLeakageControl>;
+    EXPECT_EQ(sizeof(SdkLoLeakageControl), sizeof(Control));
+    EXPECT_FALSE(std::is_polymorphic_v<SdkLoLeakageControl>);
+}
+
+} // namespace tov::testing

@@ -1,0 +1,96 @@
+#include "fakes/fakeyqsynthesiscontrol.h"
+#include "service/tuning/sdkyqsynthesiscontrol.h"
+#include "service/valueadaptercontract.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstring>
+#include <limits>
+#include <span>
+#include <stdexcept>
+
+namespace tov::testing {
+
+using devices::service::SdkYqSynthesisControl;
+using sdk::service::IYqSynthesisControl;
+using ::testing::ElementsAre;
+
+namespace {
+
+constexpr std::array ifs = {7.5e6, 10.7e6, 2.5e6};
+
+class SdkYqSynthesis : public ::testing::Test
+{
+protected:
+    std::shared_ptr<FakeYqSynthesisControl> fake = std::make_shared<FakeYqSynthesisControl>();
+    SdkYqSynthesisControl adapter{devices::ReacquiringControl<IYqSynthesisControl>(
+        [this] { return sdk::ControlHandle<IYqSynthesisControl>(fake); })};
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(SdkYqSynthesisControl, ValueAdapter,
+                         (operations<SdkYqSynthesisControl, IYqSynthesisControl, FakeYqSynthesisControl>({
+                             reads("manualIfEnabled", &SdkYqSynthesisControl::manualIfEnabled, {false}, {true}),
+                             writes("enableManualIf", &SdkYqSynthesisControl::enableManualIf, true),
+                             reads("selectedIf", &SdkYqSynthesisControl::selectedIf, {-1}, {3}),
+                             writes("setSelectedIf", &SdkYqSynthesisControl::setSelectedIf, -7),
+                             reads("supportedIfs", &SdkYqSynthesisControl::supportedIfs, {{}},
+                                   SdkAnswers{std::span<const double>(ifs)}, {7.5e6, 10.7e6, 2.5e6}),
+                         })),
+                         operationName);
+
+TEST_F(SdkYqSynthesis, PassesAnyIndexOnUnchecked)
+{
+    adapter.setSelectedIf(std::numeric_limits<int>::min());
+    adapter.setSelectedIf(std::numeric_limits<int>::max());
+
+    EXPECT_THAT(fake->calls(), ElementsAre("setSelectedIf(-2147483648)", "setSelectedIf(2147483647)"));
+}
+
+TEST_F(SdkYqSynthesis, GivesACopyOfTheIfsThatDoesNotFollowTheInstrument)
+{
+    std::vector<double> ofTheInstrument = {1.0, 2.0};
+    fake->answer("supportedIfs", std::span<const double>(ofTheInstrument));
+
+    const auto copy = adapter.supportedIfs();
+    ofTheInstrument[0] = 9.0;
+
+    EXPECT_THAT(copy, ElementsAre(1.0, 2.0));
+    EXPECT_EQ(copy.capacity(), copy.size());
+}
+
+TEST_F(SdkYqSynthesis, CopiesTheIfsBitForBit)
+{
+    const std::vector<double> odd = {-0.0, std::numeric_limits<double>::denorm_min(),
+                                     std::numeric_limits<double>::infinity(),
+                                     std::numeric_limits<double>::signaling_NaN()};
+    fake->answer("supportedIfs", std::span<const double>(odd));
+
+    const auto copy = adapter.supportedIfs();
+    ASSERT_EQ(copy.size(), odd.size());
+    EXPECT_EQ(std::memcmp(copy.data(), odd.data(), odd.size() * sizeof(double)), 0);
+}
+
+TEST_F(SdkYqSynthesis, AllocatesNothingForAnEmptyList)
+{
+    EXPECT_EQ(adapter.supportedIfs().capacity(), 0U);
+}
+
+TEST_F(SdkYqSynthesis, RaisesTheVectorsErrorForAListThatNoVectorHoldsAndLetsGoOfTheControl)
+{
+    const double one = 1.0;
+    fake->answer("supportedIfs", std::span<const double>(&one, std::vector<double>().max_size() + 1));
+
+    EXPECT_THROW(adapter.supportedIfs(), std::length_error);
+    EXPECT_EQ(fake.use_count(), 1);
+}
+
+TEST_F(SdkYqSynthesis, IsNoMoreThanItsHandle)
+{
+    EXPECT_EQ(sizeof(SdkYqSynthesisControl), sizeof(devices::ReacquiringControl<IYqSynthesisControl>));
+    EXPECT_FALSE(std::is_polymorphic_v<SdkYqSynthesisControl>);
+}
+
+} // namespace tov::testing

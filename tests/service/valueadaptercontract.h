@@ -1,0 +1,203 @@
+#pragma once
+
+// The contract that every operation of every value adapter keeps, as one parameterized suite
+// (valueadaptercontract_test.cpp). An adapter joins it with a table of its operations:
+//
+//   INSTANTIATE_TEST_SUITE_P(SdkThingControl, ValueAdapter,
+//                            operations<SdkThingControl, sdk::service::IThing, FakeThing>({
+//                                reads("level", &SdkThingControl::level, WhenAbsent{0}, SdkAnswers{7}),
+//                                writes("setLevel", &SdkThingControl::setLevel, 9),
+//                            }), operationName);
+
+#include "devices/reacquiringcontrol.h"
+#include "fakes/recordingcontrol.h"
+
+#include <gtest/gtest.h>
+
+#include <any>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tov::testing {
+
+/// An adapter on an instrument whose control records its calls. Results are compared as printed.
+class Stage
+{
+public:
+    virtual ~Stage() = default;
+
+    /// Offers a new control.
+    virtual void offer() = 0;
+    /// Makes a new control that is there but not offered.
+    virtual void withhold() = 0;
+    /// Lets go of the control that is offered.
+    virtual void release() = 0;
+    /// Whether the control that was offered last still lives.
+    virtual bool controlLives() const = 0;
+    /// The control that is offered or withheld.
+    virtual RecordingControl& control() = 0;
+
+    /// Each calls the operation and gives its result.
+    virtual std::string call() = 0;
+    virtual std::string callOnCopy() = 0;
+    virtual std::string callAfterMovingFrom() = 0;
+    virtual std::string callWithEmptyReacquire() = 0;
+};
+
+/// One operation and what is expected of it.
+struct ValueOperation
+{
+    std::string name;
+    std::string sdkCall;
+    std::string whenPresent;
+    std::string whenAbsent;
+    std::function<std::unique_ptr<Stage>()> makeStage;
+};
+
+template <typename Value>
+struct WhenAbsent
+{
+    Value value;
+};
+
+template <typename Value>
+struct SdkAnswers
+{
+    Value value;
+};
+
+/// A row of an adapter's table.
+template <typename Adapter>
+struct Row
+{
+    std::string name;
+    std::string sdkCall;
+    std::any sdkAnswer;
+    std::string whenPresent;
+    std::string whenAbsent;
+    std::function<std::string(Adapter&)> call;
+};
+
+/// A getter that gives `result` for the answer of the SDK operation of the same name.
+template <typename Adapter, typename Result, typename Answer>
+Row<Adapter> reads(const std::string& name, Result (Adapter::*getter)() const,
+                   const WhenAbsent<std::type_identity_t<Result>>& whenAbsent, const SdkAnswers<Answer>& answer,
+                   const std::type_identity_t<Result>& result)
+{
+    return {name,
+            name + "()",
+            answer.value,
+            ::testing::PrintToString(result),
+            ::testing::PrintToString(whenAbsent.value),
+            [getter](Adapter& adapter) { return ::testing::PrintToString((adapter.*getter)()); }};
+}
+
+/// A getter that passes the answer of the SDK operation of the same name through.
+template <typename Adapter, typename Result>
+Row<Adapter> reads(const std::string& name, Result (Adapter::*getter)() const,
+                   const WhenAbsent<std::type_identity_t<Result>>& whenAbsent,
+                   const SdkAnswers<std::type_identity_t<Result>>& answer)
+{
+    return reads(name, getter, whenAbsent, answer, answer.value);
+}
+
+/// A setter that passes its arguments on to the SDK operation of the same name.
+template <typename Adapter, typename... Parameters>
+Row<Adapter> writes(const std::string& name, void (Adapter::*setter)(Parameters...),
+                    std::type_identity_t<std::decay_t<Parameters>>... arguments)
+{
+    std::string printed;
+    ((printed += (printed.empty() ? "" : ", ") + ::testing::PrintToString(arguments)), ...);
+    return {name, name + "(" + printed + ")", {}, "", "", [=](Adapter& adapter) {
+                (adapter.*setter)(arguments...);
+                return std::string();
+            }};
+}
+
+template <typename Adapter, typename SdkIface, typename Fake>
+class StageFor final : public Stage
+{
+public:
+    explicit StageFor(Row<Adapter> row)
+        : m_row(std::move(row))
+    {
+    }
+
+    void offer() override
+    {
+        withhold();
+        m_offered = m_fake;
+    }
+    void withhold() override
+    {
+        m_fake = std::make_shared<Fake>();
+        m_observed = m_fake;
+        if (m_row.sdkAnswer.has_value())
+            m_fake->answer(m_row.name, m_row.sdkAnswer);
+    }
+    void release() override
+    {
+        m_fake.reset();
+        m_offered.reset();
+    }
+    bool controlLives() const override { return !m_observed.expired(); }
+    RecordingControl& control() override { return *m_fake; }
+
+    std::string call() override { return m_row.call(m_adapter); }
+    std::string callOnCopy() override
+    {
+        Adapter copy(m_adapter);
+        return m_row.call(copy);
+    }
+    std::string callAfterMovingFrom() override
+    {
+        const Adapter taken(std::move(m_adapter));
+        return m_row.call(m_adapter);
+    }
+    std::string callWithEmptyReacquire() override
+    {
+        Adapter adapter{devices::ReacquiringControl<SdkIface>(nullptr)};
+        return m_row.call(adapter);
+    }
+
+private:
+    Row<Adapter> m_row;
+    std::shared_ptr<Fake> m_fake;
+    std::shared_ptr<Fake> m_offered;
+    std::weak_ptr<Fake> m_observed;
+    Adapter m_adapter{
+        devices::ReacquiringControl<SdkIface>([this] { return sdk::ControlHandle<SdkIface>(m_offered); })};
+};
+
+/// Turns an adapter's table into the operations that the suite walks.
+template <typename Adapter, typename SdkIface, typename Fake>
+auto operations(const std::vector<Row<Adapter>>& rows)
+{
+    std::vector<ValueOperation> all;
+    for (const auto& row : rows)
+        all.push_back({row.name, row.sdkCall, row.whenPresent, row.whenAbsent,
+                       [row] { return std::make_unique<StageFor<Adapter, SdkIface, Fake>>(row); }});
+    return ::testing::ValuesIn(all);
+}
+
+inline std::string operationName(const ::testing::TestParamInfo<ValueOperation>& info)
+{
+    return info.param.name;
+}
+
+inline void PrintTo(const ValueOperation& operation, std::ostream* stream)
+{
+    *stream << operation.name;
+}
+
+class ValueAdapter : public ::testing::TestWithParam<ValueOperation>
+{
+protected:
+    const ValueOperation& operation = GetParam();
+    std::unique_ptr<Stage> stage = operation.makeStage();
+};
+
+} // namespace tov::testing

@@ -1,0 +1,197 @@
+#include "simulator/simulatedinstrument.h"
+
+#include "devices/controlkeys.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/iloleakagecontrol.h"
+#include "sdk/service/iyqsynthesiscontrol.h"
+#include "service/tuning/sdkyqsynthesiscontrol.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <memory>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace tov::testing {
+
+namespace {
+
+namespace controlkeys = devices::controlkeys;
+using ::testing::UnorderedElementsAre;
+
+class SimulatedInstrument : public ::testing::Test
+{
+protected:
+    std::shared_ptr<sdk::service::ILoLeakageControl> loLeakage()
+    {
+        return std::static_pointer_cast<sdk::service::ILoLeakageControl>(
+            instrument.findControl(controlkeys::loLeakage.sdk));
+    }
+    std::shared_ptr<sdk::service::IYqSynthesisControl> yqSynthesis()
+    {
+        return std::static_pointer_cast<sdk::service::IYqSynthesisControl>(
+            instrument.findControl(controlkeys::yqSynthesis.sdk));
+    }
+
+    simulator::SimulatedInstrument instrument;
+};
+
+} // namespace
+
+TEST_F(SimulatedInstrument, OffersEveryControlFromTheStart)
+{
+    EXPECT_THAT(instrument.controlKeys(),
+                UnorderedElementsAre(controlkeys::loLeakage.sdk, controlkeys::yqSynthesis.sdk));
+    for (const sdk::Key key : instrument.controlKeys())
+        EXPECT_NE(instrument.findControl(key), nullptr);
+}
+
+TEST_F(SimulatedInstrument, HasNothingUnderAnUnknownKey)
+{
+    EXPECT_EQ(instrument.findControl({1}), nullptr);
+    EXPECT_THROW(instrument.unfitControl({1}), std::out_of_range);
+    EXPECT_THROW(instrument.fitControl({1}), std::out_of_range);
+}
+
+TEST_F(SimulatedInstrument, OffersTheSameControlUntilItIsReleased)
+{
+    EXPECT_EQ(loLeakage(), loLeakage());
+}
+
+TEST_F(SimulatedInstrument, LetsGoOfEverythingWhenItReleases)
+{
+    const std::weak_ptr observed = loLeakage();
+    const auto locked = yqSynthesis();
+    instrument.releaseControls();
+
+    EXPECT_TRUE(observed.expired());
+    EXPECT_EQ(locked.use_count(), 1) << "a caller keeps only what it locked";
+    EXPECT_EQ(loLeakage(), nullptr);
+    EXPECT_EQ(yqSynthesis(), nullptr);
+
+    instrument.releaseControls();
+    EXPECT_EQ(loLeakage(), nullptr);
+}
+
+TEST_F(SimulatedInstrument, OffersNewObjectsAfterARelease)
+{
+    const auto old = loLeakage();
+    instrument.releaseControls();
+    instrument.offerControls();
+
+    EXPECT_NE(loLeakage(), nullptr);
+    EXPECT_NE(loLeakage(), old);
+
+    const auto offered = loLeakage();
+    instrument.offerControls();
+    EXPECT_EQ(loLeakage(), offered) << "offering twice changes nothing";
+}
+
+TEST_F(SimulatedInstrument, RemembersItsSettingsAcrossARelease)
+{
+    loLeakage()->setEnabled(true);
+    yqSynthesis()->enableManualIf(true);
+    yqSynthesis()->setSelectedIf(2);
+    instrument.releaseControls();
+    instrument.offerControls();
+
+    EXPECT_TRUE(loLeakage()->isEnabled());
+    EXPECT_TRUE(yqSynthesis()->manualIfEnabled());
+    EXPECT_EQ(yqSynthesis()->selectedIf(), 2);
+}
+
+TEST_F(SimulatedInstrument, LacksAnUnfittedControlUntilItIsFitted)
+{
+    loLeakage()->setEnabled(true);
+    instrument.unfitControl(controlkeys::loLeakage.sdk);
+    EXPECT_EQ(loLeakage(), nullptr);
+    EXPECT_NE(yqSynthesis(), nullptr);
+
+    instrument.releaseControls();
+    instrument.offerControls();
+    EXPECT_EQ(loLeakage(), nullptr) << "offering does not fit it";
+
+    instrument.fitControl(controlkeys::loLeakage.sdk);
+    ASSERT_NE(loLeakage(), nullptr);
+    EXPECT_TRUE(loLeakage()->isEnabled());
+}
+
+TEST_F(SimulatedInstrument, OffersAFittedControlOnlyWithTheOthers)
+{
+    instrument.releaseControls();
+    instrument.unfitControl(controlkeys::loLeakage.sdk);
+    instrument.fitControl(controlkeys::loLeakage.sdk);
+    EXPECT_EQ(loLeakage(), nullptr);
+
+    instrument.offerControls();
+    EXPECT_NE(loLeakage(), nullptr);
+}
+
+TEST_F(SimulatedInstrument, StartsWithEverythingOff)
+{
+    EXPECT_FALSE(loLeakage()->isEnabled());
+    EXPECT_FALSE(yqSynthesis()->manualIfEnabled());
+    EXPECT_EQ(yqSynthesis()->selectedIf(), 0);
+}
+
+TEST_F(SimulatedInstrument, IgnoresAnIfThatItDoesNotSupport)
+{
+    const auto yq = yqSynthesis();
+    const int count = static_cast<int>(yq->supportedIfs().size());
+    yq->setSelectedIf(count - 1);
+    for (const int unsupported : {-1, count, 1'000'000}) {
+        yq->setSelectedIf(unsupported);
+        EXPECT_EQ(yq->selectedIf(), count - 1);
+    }
+}
+
+TEST(SimulatedInstrumentLife, EndsBeforeAControlThatIsStillLocked)
+{
+    auto instrument = std::make_unique<simulator::SimulatedInstrument>();
+    const auto control = std::static_pointer_cast<sdk::service::IYqSynthesisControl>(
+        instrument->findControl(controlkeys::yqSynthesis.sdk));
+    instrument.reset();
+
+    control->setSelectedIf(1);
+    EXPECT_EQ(control->selectedIf(), 1);
+    EXPECT_FALSE(control->supportedIfs().empty());
+}
+
+TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
+{
+    const devices::service::SdkYqSynthesisControl adapter{
+        devices::ReacquiringControl<sdk::service::IYqSynthesisControl>(
+            [this] { return sdk::ControlHandle<sdk::service::IYqSynthesisControl>(yqSynthesis()); })};
+    std::atomic<bool> stop = false;
+    std::atomic<long> wrong = 0;
+
+    std::vector<std::jthread> users;
+    for (int i = 0; i < 2; ++i)
+        users.emplace_back([&] {
+            while (!stop) {
+                const auto ifs = adapter.supportedIfs();
+                const int selected = adapter.selectedIf();
+                wrong += (ifs.empty() || ifs.size() == 5U) && (selected == -1 || selected == 0) ? 0 : 1;
+            }
+        });
+    std::jthread fitter([&] {
+        while (!stop) {
+            instrument.unfitControl(controlkeys::yqSynthesis.sdk);
+            instrument.fitControl(controlkeys::yqSynthesis.sdk);
+        }
+    });
+    for (int round = 0; round < 2000; ++round) {
+        instrument.releaseControls();
+        instrument.offerControls();
+    }
+    stop = true;
+    users.clear();
+    fitter.join();
+
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(adapter.selectedIf(), 0);
+}
+
+} // namespace tov::testing
