@@ -60,7 +60,7 @@ long allocationsOf(Action action)
 
 TEST(Allocation, IsSeenByTheCounter)
 {
-    EXPECT_EQ(allocationsOf([] { const auto block = std::make_unique<int>(7); }), 1);
+    EXPECT_EQ(allocationsOf([] { ::operator delete(::operator new(7)); }), 1);
 }
 
 TEST(Allocation, IsNeverMadeByALiveGetterOrSetter)
