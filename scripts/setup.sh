@@ -63,6 +63,9 @@ quietly() {
 }
 
 build_preset() {
-    [ -f "build/$1/build.ninja" ] || quietly cmake --preset "$1"
+    if [ ! -f "build/$1/build.ninja" ]; then
+        echo "Building build/$1; the first time takes a minute or two" >&2
+        quietly cmake --preset "$1"
+    fi
     quietly cmake --build --preset "$1"
 }
