@@ -19,10 +19,20 @@ std::vector<Comparison>& comparisons()
     return all;
 }
 
-double counter(const benchmark::BenchmarkReporter::Run& run, const std::string& name)
+std::optional<double> counter(const benchmark::BenchmarkReporter::Run& run, const std::string& name)
 {
     const auto found = run.counters.find(name);
-    return found != run.counters.end() ? double(found->second) : 0.0;
+    return found != run.counters.end() ? std::optional<double>(found->second) : std::nullopt;
+}
+
+std::string shown(const std::optional<double>& number)
+{
+    return number ? QString::number(*number).toStdString() : "-";
+}
+
+QJsonValue toJson(const std::optional<double>& number)
+{
+    return number ? QJsonValue(*number) : QJsonValue();
 }
 
 } // namespace
@@ -33,8 +43,9 @@ bool compare(Comparison comparison)
     return true;
 }
 
-ComparisonReporter::ComparisonReporter(Form form)
+ComparisonReporter::ComparisonReporter(Form form, bool countsOnly)
     : m_form(form)
+    , m_countsOnly(countsOnly)
 {
 }
 
@@ -48,7 +59,8 @@ void ComparisonReporter::ReportRuns(const std::vector<Run>& runs)
     for (const Run& run : runs) {
         if (run.run_type != Run::RT_Iteration)
             continue;
-        const Measured fresh{run.run_name.function_name + (run.threads > 1 ? "/2" : ""), run.GetAdjustedRealTime(),
+        // The time of several threads is that of all their calls together, divided by their number.
+        const Measured fresh{run.run_name.function_name, run.GetAdjustedRealTime() * static_cast<double>(run.threads),
                              counter(run, "allocations"), counter(run, "lookups")};
         const auto known = std::ranges::find(m_measured, fresh.name, &Measured::name);
         if (known == m_measured.end()) {
@@ -65,24 +77,28 @@ void ComparisonReporter::Finalize()
 {
     QJsonArray json;
     if (m_form == Form::Table)
-        std::printf("%-64s %9s %9s %7s %7s %7s %8s\n", "", "ns", "against", "ratio", "limit", "allocs", "lookups");
+        std::printf("%-60s %9s %9s %6s %6s %7s %8s\n", "", "ns", "against", "ratio", "limit", "allocs", "lookups");
     for (const Comparison& comparison : comparisons()) {
         const Measured* const measured = find(comparison.measured);
         const Measured* const against = find(comparison.against);
-        if (measured == nullptr || against == nullptr)
-            continue; // filtered out on the command line
+        if (measured == nullptr || against == nullptr) {
+            std::cerr << "not measured: " << comparison.what << "\n";
+            m_allGood = false;
+            continue;
+        }
 
         const double ratio = measured->nanoseconds / against->nanoseconds;
         const bool limited = comparison.limit > 0.0;
-        const bool good =
-            !limited || (ratio <= comparison.limit && measured->allocations == 0.0 && measured->lookups == 0.0);
+        const bool good = !limited
+                          || ((m_countsOnly || ratio <= comparison.limit) && measured->allocations == 0.0
+                              && measured->lookups == 0.0);
         m_allGood = m_allGood && good;
 
         if (m_form == Form::Table) {
-            const std::string limit = limited ? QString::number(comparison.limit).toStdString() : "-";
-            std::printf("%-64s %9.1f %9.1f %7.2f %7s %7.0f %8.0f%s\n", comparison.what.c_str(), measured->nanoseconds,
-                        against->nanoseconds, ratio, limit.c_str(), measured->allocations, measured->lookups,
-                        good ? "" : "  TOO MUCH");
+            const std::string limit = limited ? shown(comparison.limit) : "-";
+            std::printf("%-60s %9.1f %9.1f %6.2f %6s %7s %8s%s\n", comparison.what.c_str(), measured->nanoseconds,
+                        against->nanoseconds, ratio, limit.c_str(), shown(measured->allocations).c_str(),
+                        shown(measured->lookups).c_str(), good ? "" : "  TOO MUCH");
         } else {
             json.append(QJsonObject{{"what", QString::fromStdString(comparison.what)},
                                     {"measured", QString::fromStdString(comparison.measured)},
@@ -91,8 +107,8 @@ void ComparisonReporter::Finalize()
                                     {"against-ns", against->nanoseconds},
                                     {"ratio", ratio},
                                     {"limit", limited ? QJsonValue(comparison.limit) : QJsonValue()},
-                                    {"allocations", measured->allocations},
-                                    {"lookups", measured->lookups},
+                                    {"allocations", toJson(measured->allocations)},
+                                    {"lookups", toJson(measured->lookups)},
                                     {"good", good}});
         }
     }

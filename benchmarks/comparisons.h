@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,19 +23,21 @@ bool compare(Comparison comparison);
 /// Collects the repetitions of every benchmark and shows the comparisons: of each benchmark the fastest
 /// repetition counts, because everything else on the machine can only slow it down.
 ///
-/// Benchmarks may report the counters "allocations" and "lookups" a call; both must be 0.
+/// Times are per call as one thread sees it. Benchmarks may report the counters "allocations" and "lookups" a
+/// call; where a limit is set they must, and both must be 0.
 class ComparisonReporter final : public benchmark::BenchmarkReporter
 {
 public:
     enum class Form { Table, Json };
 
-    explicit ComparisonReporter(Form form);
+    /// With `countsOnly` the times are shown but do not decide.
+    ComparisonReporter(Form form, bool countsOnly);
 
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
-    /// Whether every limit was kept.
+    /// Whether every limit was kept and every comparison could be made.
     bool allGood() const noexcept { return m_allGood; }
 
 private:
@@ -42,13 +45,14 @@ private:
     {
         std::string name;
         double nanoseconds;
-        double allocations;
-        double lookups;
+        std::optional<double> allocations;
+        std::optional<double> lookups;
     };
 
     const Measured* find(const std::string& name) const;
 
     Form m_form;
+    bool m_countsOnly;
     bool m_allGood = true;
     std::vector<Measured> m_measured;
 };

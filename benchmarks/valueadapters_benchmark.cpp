@@ -44,7 +44,8 @@ public:
     std::shared_ptr<ILoLeakageControl> control = std::make_shared<BareControl>();
 };
 
-/// What an adapter cannot do without, written by hand: the mutex pair, the weak lock, the virtual call.
+/// What an adapter cannot do without, written by hand: the mutex pair around the copy of the weak reference, the
+/// weak lock, the virtual call.
 class ByHand
 {
 public:
@@ -202,7 +203,11 @@ void AdapterGetterShared(benchmark::State& state)
 void ByHandGetterShared(benchmark::State& state)
 {
     static BareInstrument instrument;
-    static const ByHand byHand(instrument);
+    static const ByHand& byHand = []() -> const ByHand& {
+        static const ByHand primed(instrument);
+        primed.isEnabled();
+        return primed;
+    }();
     for (auto _ : state)
         benchmark::DoNotOptimize(byHand.isEnabled());
 }
@@ -221,8 +226,8 @@ const bool compared[] = {
     compare({"live getter against its limit by hand", "AdapterGetter", "ByHandGetter", 1.2}),
     compare({"live setter against its limit by hand", "AdapterSetter", "ByHandSetter", 1.2}),
     compare({"live getter against the weak lock under the mutex", "AdapterGetter", "ByHandUnderMutexGetter"}),
-    compare({"two threads, one adapter: getter against by hand", "AdapterGetterShared/2", "ByHandGetterShared/2"}),
-    compare({"two threads, one adapter: getter against one thread", "AdapterGetterShared/2", "AdapterGetter"}),
+    compare({"two threads, one adapter: getter against by hand", "AdapterGetterShared", "ByHandGetterShared"}),
+    compare({"two threads, one adapter: getter against one thread", "AdapterGetterShared", "AdapterGetter"}),
     compare({"reacquisition (with a new control) against by hand", "AdapterReacquisition", "ByHandReacquisition"}),
     compare({"reacquisition (with a new control) against a live getter", "AdapterReacquisition", "AdapterGetter"}),
 };

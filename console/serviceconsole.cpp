@@ -8,6 +8,7 @@
 
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tov::console {
@@ -38,8 +39,8 @@ std::string commandsOf(const CLI::App& app)
     return names;
 }
 
-// What is wrong with a command line that names no complete command, or more than one.
-std::string explain(const CLI::App& app)
+// The innermost command that was named, and how it was called.
+std::pair<const CLI::App*, std::string> calledCommand(const CLI::App& app)
 {
     const CLI::App* innermost = &app;
     std::string called = app.get_name();
@@ -47,6 +48,13 @@ std::string explain(const CLI::App& app)
         innermost = innermost->get_subcommands().front();
         called.append(" ").append(innermost->get_name());
     }
+    return {innermost, called};
+}
+
+// What is wrong with a command line that names no complete command, or more than one.
+std::string explain(const CLI::App& app)
+{
+    const auto [innermost, called] = calledCommand(app);
     const std::string choice = commandsOf(*innermost);
     const std::vector<std::string> unknown = app.remaining(true);
 
@@ -57,13 +65,16 @@ std::string explain(const CLI::App& app)
     return "unexpected '" + unknown.front() + "'; see '" + called + " --help'";
 }
 
+// An answer that did not get out is no answer.
+ExitStatus finish(ExitStatus status)
+{
+    return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output");
+}
+
 ExitStatus runChosen(const ChosenCommand& chosen, Output::Form form, const std::vector<std::string>& missing)
 {
     Workbench workbench(Output(form), missing);
-    const ExitStatus status = chosen(workbench);
-    if (!std::cout.flush())
-        return fail(ExitStatus::InternalError, "cannot write to standard output");
-    return status;
+    return finish(chosen(workbench));
 }
 
 } // namespace
@@ -93,11 +104,12 @@ try {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& helpOrVersion) {
-        return ExitStatus{app.exit(helpOrVersion)};
+        app.exit(helpOrVersion);
+        return finish(ExitStatus::Success);
     } catch (const CLI::ExtrasError&) {
         return fail(ExitStatus::BadUse, explain(app));
     } catch (const CLI::ParseError& error) {
-        return fail(ExitStatus::BadUse, std::string(error.what()) + "; see 'service-console --help'");
+        return fail(ExitStatus::BadUse, std::string(error.what()) + "; see '" + calledCommand(app).second + " --help'");
     }
     if (!chosen)
         return fail(ExitStatus::BadUse, explain(app));

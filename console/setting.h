@@ -25,14 +25,15 @@ struct ValueType
 extern const ValueType onOff;
 extern const ValueType wholeNumber;
 
-/// One setting of an adapter as the command line shows it. A setting without `write` is read-only.
+/// One setting of an adapter as the command line shows it. One that can only be read has neither `type` nor
+/// `write`.
 template <typename Adapter>
 struct Setting
 {
     std::string_view name;
     std::string_view meaning;
-    const ValueType& type;
     QJsonValue (*read)(const Adapter&);
+    const ValueType* type = nullptr;
     void (*write)(Adapter&, const QJsonValue&) = nullptr;
 };
 
@@ -49,7 +50,7 @@ std::string describe(std::span<const Setting<Adapter>> settings)
     std::string lines = "Settings:\n";
     for (const auto& setting : settings) {
         lines.append("  ").append(setting.name).append("  ").append(setting.meaning);
-        lines.append(" (").append(setting.write ? setting.type.accepted : "read-only").append(")\n");
+        lines.append(" (").append(setting.write ? setting.type->accepted : "read-only").append(")\n");
     }
     return lines;
 }
@@ -92,7 +93,7 @@ void changeSetting(Workbench& workbench, const host::Control<Adapter>& kind, con
     if (!setting.write)
         throw CommandError(ExitStatus::BadUse, std::string(setting.name) + " can only be read");
 
-    const QJsonValue asked = parseValue(setting.type, setting.name, text);
+    const QJsonValue asked = parseValue(*setting.type, setting.name, text);
     const auto adapter = workbench.require(kind);
     setting.write(*adapter, asked);
     const QJsonValue kept = setting.read(*adapter);

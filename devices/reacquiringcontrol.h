@@ -13,7 +13,7 @@ namespace tov::devices {
 /// Holds the control weakly and lends it for the duration of one call. A control that is gone is
 /// obtained afresh from the instrument at the next `lock()`.
 ///
-/// Thread: any thread may lock or copy one object at the same time; moving from it and destroying it
+/// Thread: *any thread* may lock or copy one object at the same time; moving from it and destroying it
 /// are its owner's.
 template <typename T>
 class ReacquiringControl

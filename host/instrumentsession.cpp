@@ -28,7 +28,21 @@ InstrumentSession::InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devi
 
 bool InstrumentSession::isPresent(const ControlName& kind) const
 {
-    return create(kind.keys).has_value();
+    return m_instrument->findControl(kind.keys.sdk) != nullptr;
+}
+
+void InstrumentSession::releaseControls(const std::function<void()>& release)
+{
+    for (auto* observer : lifecycleObservers() | std::views::reverse)
+        observer->onControlsAboutToBeReleased();
+    release();
+}
+
+void InstrumentSession::offerControls(const std::function<void()>& offer)
+{
+    offer();
+    for (auto* observer : lifecycleObservers())
+        observer->onControlsAvailable();
 }
 
 std::any InstrumentSession::create(const devices::ControlKeys& keys) const
@@ -42,18 +56,14 @@ const InstrumentSession::Kept* InstrumentSession::findKept(std::uint64_t key) co
     return kept != m_kept.end() ? &*kept : nullptr;
 }
 
-void InstrumentSession::tellAboutToBeReleased() const
+// A copy, because an adapter that is told may ask the session for another one.
+std::vector<devices::IControlLifecycleObserver*> InstrumentSession::lifecycleObservers() const
 {
-    for (const Kept& kept : m_kept | std::views::reverse)
-        if (kept.lifecycle != nullptr)
-            kept.lifecycle->onControlsAboutToBeReleased();
-}
-
-void InstrumentSession::tellAvailable() const
-{
+    std::vector<devices::IControlLifecycleObserver*> observers;
     for (const Kept& kept : m_kept)
         if (kept.lifecycle != nullptr)
-            kept.lifecycle->onControlsAvailable();
+            observers.push_back(kept.lifecycle);
+    return observers;
 }
 
 } // namespace tov::host

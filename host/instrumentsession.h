@@ -7,6 +7,7 @@
 
 #include <any>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -44,8 +45,7 @@ public:
     template <typename Exposed>
     std::shared_ptr<Exposed> control(const Control<Exposed>& kind);
 
-    /// Whether the instrument offers the control now, found out by creating an adapter and dropping it.
-    /// Throws `std::out_of_range` when the kind is not registered.
+    /// Whether the instrument offers the control now; creates nothing.
     bool isPresent(const ControlName& kind) const;
 
     /// What is registered.
@@ -53,13 +53,15 @@ public:
 
     /// Releases the instrument's controls by `release`, after the adapters were told of it, the newest
     /// first: they let go of the old controls while those still live.
-    template <typename Release>
-    void releaseControls(Release&& release);
+    ///
+    /// What `release` or an adapter throws passes through; the adapters that come after it are not told.
+    void releaseControls(const std::function<void()>& release);
 
     /// Makes the instrument offer its controls by `offer` and tells the adapters, the oldest first:
     /// they find the new controls when they are told.
-    template <typename Offer>
-    void offerControls(Offer&& offer);
+    ///
+    /// What `offer` or an adapter throws passes through; the adapters that come after it are not told.
+    void offerControls(const std::function<void()>& offer);
 
 private:
     struct Kept
@@ -71,8 +73,7 @@ private:
 
     std::any create(const devices::ControlKeys& keys) const;
     const Kept* findKept(std::uint64_t key) const;
-    void tellAboutToBeReleased() const;
-    void tellAvailable() const;
+    std::vector<devices::IControlLifecycleObserver*> lifecycleObservers() const;
 
     template <typename Exposed>
     std::shared_ptr<Exposed> keepInstrumentAlive(std::shared_ptr<Exposed> adapter) const;
@@ -98,20 +99,6 @@ std::shared_ptr<Exposed> InstrumentSession::control(const Control<Exposed>& kind
         lifecycle = dynamic_cast<devices::IControlLifecycleObserver*>(adapter.get());
     m_kept.push_back({kind.keys.registry, adapter, lifecycle});
     return adapter;
-}
-
-template <typename Release>
-void InstrumentSession::releaseControls(Release&& release)
-{
-    tellAboutToBeReleased();
-    release();
-}
-
-template <typename Offer>
-void InstrumentSession::offerControls(Offer&& offer)
-{
-    offer();
-    tellAvailable();
 }
 
 template <typename Exposed>

@@ -7,7 +7,7 @@ namespace tov::host {
 /// Full path of the DevicesService library that this process has loaded, with links resolved; empty
 /// when the system does not tell.
 ///
-/// Thread: any thread.
+/// Thread: *any thread*.
 QString loadedLibraryPath();
 
 } // namespace tov::host

@@ -22,8 +22,13 @@ is_installed() {
 }
 
 require_packages() {
-    local package missing=()
-    for package in $(packages_of "$@"); do
+    local packages package missing=()
+    packages=$(packages_of "$@")
+    if [ -z "$packages" ]; then
+        echo "error: scripts/packages.txt has no group of: $*" >&2
+        exit 1
+    fi
+    for package in $packages; do
         is_installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
@@ -43,6 +48,7 @@ install_packages() {
     if ! { apt-get update && DEBIAN_FRONTEND=noninteractive \
             apt-get install --yes --no-install-recommends "$@"; } >"$log" 2>&1; then
         tail -n 20 "$log" >&2
+        rm -f "$log"
         echo "error: apt-get could not install: $*" >&2
         exit 1
     fi
@@ -63,9 +69,7 @@ quietly() {
 }
 
 build_preset() {
-    if [ ! -f "build/$1/build.ninja" ]; then
-        echo "Building build/$1; the first time takes a minute or two" >&2
-        quietly cmake --preset "$1"
-    fi
+    [ -f "build/$1/build.ninja" ] || echo "Building build/$1; the first time takes a minute or two" >&2
+    quietly cmake --preset "$1"
     quietly cmake --build --preset "$1"
 }

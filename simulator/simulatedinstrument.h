@@ -14,7 +14,7 @@ namespace tov::simulator {
 /// It offers every control that it is fitted with from the start. What its controls set belongs to the
 /// instrument: it survives when the controls are released and offered again.
 ///
-/// Thread: any thread may call any operation at any time, while other threads use controls too. The
+/// Thread: *any thread* may call any operation at any time, while other threads use controls too. The
 /// instrument must outlive what an application creates from it; a control that is still locked may
 /// outlive the instrument.
 class SimulatedInstrument final : public sdk::IVna

@@ -19,8 +19,8 @@ struct YqSynthesisState
     static constexpr std::array supportedIfs = {2.5e6, 5.0e6, 7.5e6, 10.7e6, 21.4e6};
 };
 
-/// The Yq synthesis control as the simulated instrument offers it. Like the hardware it ignores an IF
-/// index that it does not support.
+/// The Yq synthesis control as the simulated instrument offers it. An IF index that is not supported is
+/// ignored.
 class SimulatedYqSynthesisControl final : public sdk::service::IYqSynthesisControl
 {
 public:

@@ -16,7 +16,7 @@ class Workbench;
 using ChosenCommand = std::function<ExitStatus(Workbench&)>;
 
 // Each of these adds one command to the command line. When the user calls it, it puts itself into
-// `chosen`; both arguments must outlive the parsing. Values are checked before anything runs.
+// `chosen`; both arguments must outlive the parsing.
 void addInfoCommand(CLI::App& app, ChosenCommand& chosen);
 void addProbeCommand(CLI::App& app, ChosenCommand& chosen);
 void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen);

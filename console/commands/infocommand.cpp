@@ -40,12 +40,12 @@ ExitStatus info(Workbench& workbench)
 
     const std::string version = devices::service::version;
 
-    const std::string text = "service-console  " + version + "\nDevicesService   " + version + "\n  loaded from    "
-                             + library + "\nQt               " + qVersion() + "\nInstrument       simulated\n\n"
-                             + controls.toText();
+    const std::string text = "service-console  " + version + "\nDevicesService   built with " + version
+                             + "\n                 loaded from " + library + "\nQt               " + qVersion()
+                             + "\nInstrument       simulated\n\n" + controls.toText();
 
     workbench.output().answer(text, {{"program", devices::service::version},
-                                     {"library", devices::service::version},
+                                     {"library-built-with", devices::service::version},
                                      {"library-path", QString::fromStdString(library)},
                                      {"qt", qVersion()},
                                      {"instrument", "simulated"},

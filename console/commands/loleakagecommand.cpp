@@ -13,8 +13,8 @@ namespace {
 using devices::service::SdkLoLeakageControl;
 
 constexpr Setting<SdkLoLeakageControl> enabled{
-    "lo-leakage", "the LO leakage function", onOff,
-    [](const SdkLoLeakageControl& control) { return QJsonValue(control.isEnabled()); },
+    "lo-leakage", "the LO leakage function",
+    [](const SdkLoLeakageControl& control) { return QJsonValue(control.isEnabled()); }, &onOff,
     [](SdkLoLeakageControl& control, const QJsonValue& value) { control.setEnabled(value.toBool()); }};
 
 } // namespace

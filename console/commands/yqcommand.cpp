@@ -24,13 +24,13 @@ QJsonValue supportedIfs(const SdkYqSynthesisControl& control)
 }
 
 constexpr std::array<Setting<SdkYqSynthesisControl>, 3> settings{{
-    {"manual-if", "whether a manually chosen IF is in force", onOff,
-     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.manualIfEnabled()); },
+    {"manual-if", "whether a manually chosen IF is in force",
+     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.manualIfEnabled()); }, &onOff,
      [](SdkYqSynthesisControl& control, const QJsonValue& value) { control.enableManualIf(value.toBool()); }},
-    {"selected-if", "index of the selected IF in supported-ifs", wholeNumber,
-     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.selectedIf()); },
+    {"selected-if", "index of the selected IF in supported-ifs",
+     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.selectedIf()); }, &wholeNumber,
      [](SdkYqSynthesisControl& control, const QJsonValue& value) { control.setSelectedIf(value.toInt()); }},
-    {"supported-ifs", "the IFs of the module, in the instrument's unit", wholeNumber, supportedIfs},
+    {"supported-ifs", "the IFs of the module, in the instrument's unit", supportedIfs},
 }};
 
 constexpr std::span<const Setting<SdkYqSynthesisControl>> allSettings(settings);

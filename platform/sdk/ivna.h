@@ -19,7 +19,7 @@ public:
     /// The pointer is the control's interface pointer as it stands: an implementation converts its
     /// object to `std::shared_ptr` of the interface before it erases the type.
     ///
-    /// Thread: any thread.
+    /// Thread: *any thread*.
     virtual std::shared_ptr<void> findControl(Key key) = 0;
 };
 

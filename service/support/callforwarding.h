@@ -37,6 +37,22 @@ std::vector<Element> readList(const ReacquiringControl<T>& control, std::span<co
     return copy;
 }
 
+/// The list that the SDK operation `getter` answers with each element converted by `convert`, in its order;
+/// empty without a call when there is no control.
+template <typename T, typename Getter, typename Convert>
+auto readConverted(const ReacquiringControl<T>& control, Getter getter, Convert convert)
+{
+    using Element = typename Answer<T, Getter>::value_type;
+    std::vector<std::invoke_result_t<Convert, Element&&>> converted;
+    if (const auto locked = control.lock()) {
+        auto answer = std::invoke(getter, *locked);
+        converted.reserve(answer.size());
+        for (Element& element : answer)
+            converted.push_back(convert(std::move(element)));
+    }
+    return converted;
+}
+
 /// Calls the SDK operation `setter` with `arguments`; does nothing when there is no control.
 template <typename T, typename Setter, typename... Arguments>
 void write(const ReacquiringControl<T>& control, Setter setter, Arguments&&... arguments)

@@ -11,7 +11,7 @@ namespace tov::devices::service {
 /// Copies reach the same SDK control; a moved-from object stays usable, because moving copies.
 /// What the SDK throws passes through every operation.
 ///
-/// Thread: any thread.
+/// Thread: *any thread*.
 class DEVICESSERVICE_EXPORT SdkLoLeakageControl
 {
 public:

@@ -35,7 +35,7 @@ void SdkYqSynthesisControl::enableManualIf(bool enabled)
 
 int SdkYqSynthesisControl::selectedIf() const
 {
-    // The Ulk module answers 0 here; each keeps its own default.
+    // -1 and not 0, which is an index: intended.
     return read(m_control, -1, &ISdkControl::selectedIf);
 }
 

@@ -14,7 +14,7 @@ namespace tov::devices::service {
 /// moved-from object stays usable, because moving copies. What the SDK throws passes through every
 /// operation.
 ///
-/// Thread: any thread.
+/// Thread: *any thread*.
 class DEVICESSERVICE_EXPORT SdkYqSynthesisControl
 {
 public:

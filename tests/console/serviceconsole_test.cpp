@@ -17,6 +17,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 struct Outcome
 {
@@ -31,7 +32,7 @@ Outcome console(const QStringList& arguments)
 {
     QProcess process;
     process.start(SERVICE_CONSOLE, arguments);
-    process.waitForFinished(-1);
+    EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     return {process.exitCode(), process.readAllStandardOutput().toStdString(),
             process.readAllStandardError().toStdString()};
@@ -44,7 +45,7 @@ void expectError(const QStringList& arguments, int status, const std::string& sa
     const std::string shown = arguments.join(' ').toStdString();
     EXPECT_EQ(run.status, status) << shown;
     EXPECT_THAT(run.output, IsEmpty()) << shown;
-    EXPECT_THAT(run.errors, HasSubstr("service-console: ")) << shown;
+    EXPECT_THAT(run.errors, StartsWith("service-console: ")) << shown;
     EXPECT_THAT(run.errors, HasSubstr(says)) << shown;
     EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << shown << "\n" << run.errors;
 }
@@ -83,7 +84,7 @@ TEST(ServiceConsole, InfoShowsVersionsInstrumentAndControls)
 TEST(ServiceConsole, InfoGivesTheSameInJson)
 {
     const QJsonObject answer = console({"--missing", "yq-synthesis", "info", "--json"}).json();
-    EXPECT_EQ(answer["library"].toString(), PROJECT_VERSION);
+    EXPECT_EQ(answer["library-built-with"].toString(), PROJECT_VERSION);
     EXPECT_EQ(answer["qt"].toString(), qVersion());
     const QJsonArray controls = answer["controls"].toArray();
     ASSERT_EQ(controls.size(), 2);
@@ -155,6 +156,20 @@ TEST(ServiceConsole, FailsWhenTheInstrumentDoesNotDoIt)
     expectError({"--missing", "lo-leakage", "lo-leakage", "set", "on"}, 1, "has no lo-leakage control");
     expectError({"--missing", "yq-synthesis", "yq", "get"}, 1, "has no yq-synthesis control");
 }
+
+#ifdef Q_OS_LINUX
+TEST(ServiceConsole, FailsWhenItsAnswerDoesNotGetOut)
+{
+    for (const QStringList& arguments : {QStringList{"info"}, QStringList{"--help"}}) {
+        QProcess process;
+        process.setStandardOutputFile("/dev/full");
+        process.start(SERVICE_CONSOLE, arguments);
+        ASSERT_TRUE(process.waitForFinished(-1));
+        EXPECT_EQ(process.exitCode(), 3);
+        EXPECT_THAT(process.readAllStandardError().toStdString(), HasSubstr("cannot write to standard output"));
+    }
+}
+#endif
 
 TEST(ServiceConsole, DemoShowsThatEverythingStillWorksAfterARelease)
 {

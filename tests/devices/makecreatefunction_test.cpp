@@ -79,6 +79,7 @@ TEST_F(MakeCreateFunction, GivesAnOwnerOfTheExposedType)
     EXPECT_NE(std::any_cast<std::shared_ptr<IThing>>(create<IThing>()), nullptr);
     EXPECT_NE(std::any_cast<std::shared_ptr<Thing>>(create<Thing>()), nullptr);
     EXPECT_THROW(std::any_cast<std::shared_ptr<Thing>>(create<IThing>()), std::bad_any_cast);
+    EXPECT_THROW(std::any_cast<std::shared_ptr<IThing>>(create<Thing>()), std::bad_any_cast);
 }
 
 TEST_F(MakeCreateFunction, LooksTheControlUpTwiceForOneCreation)
@@ -126,8 +127,7 @@ TEST_F(MakeCreateFunction, GivesNothingWhenTheInstrumentLacksTheControl)
 
 TEST_F(MakeCreateFunction, GivesNothingForAControlThatExpiresAtOnce)
 {
-    instrument.offer(key, std::move(control));
-    // The instrument's own reference goes while it answers, so the answer is the last one.
+    // Keeps no reference of its own, so the answer is the only one.
     class Forgetful final : public sdk::IVna
     {
     public:
@@ -174,6 +174,12 @@ TEST_F(MakeCreateFunction, PassesOnWhatTheAdapterOrTheInstrumentThrows)
     EXPECT_THROW((create<IThing, ThrowingThing>()), std::runtime_error);
 
     instrument.duringLookup = [] { throw std::logic_error("no lookup today"); };
+    EXPECT_THROW(create(), std::logic_error);
+    int lookups = 0;
+    instrument.duringLookup = [&] {
+        if (++lookups == 2)
+            throw std::logic_error("no second lookup today");
+    };
     EXPECT_THROW(create(), std::logic_error);
     instrument.duringLookup = nullptr;
     instrument.release(key);

@@ -80,6 +80,9 @@ TEST_F(ReacquiringControl, StoresACopyOfTheFunction)
 {
     const Reacquiring control(reacquire);
     EXPECT_TRUE(reacquire);
+    reacquire = nullptr;
+    offered = std::make_shared<Control>();
+    EXPECT_TRUE(control.lock());
 }
 
 TEST_F(ReacquiringControl, HoldsNoStrongReference)
@@ -202,7 +205,7 @@ TEST_F(ReacquiringControl, HoldsNoLockWhileItAsks)
     const Reacquiring* self = nullptr;
     const Reacquiring control([&] {
         if (self != nullptr) {
-            // Both take the lock; on another thread, so that holding it would block and not just be wrong.
+            // A copy takes the lock, here on another thread: if it were held, this would hang.
             std::jthread([&] { const Reacquiring copy(*self); }).join();
         }
         return Handle(offered);
@@ -210,7 +213,6 @@ TEST_F(ReacquiringControl, HoldsNoLockWhileItAsks)
     offered = nullptr;
     self = &control;
 
-    // A copy asks nothing; only the lock that finds nothing does.
     EXPECT_FALSE(control.lock());
 }
 

@@ -21,10 +21,11 @@ constexpr int threads = 4;
 struct Memory
 {
     std::atomic<long> calls = 0;
-    std::atomic<long> callsOnDead = 0;
+    std::atomic<long> sets = 0;         // accepted calls, whichever control they reached
+    std::atomic<long> callsOnDead = 0;  // calls before a control's life, after it and across its end
+    std::atomic<long> controlsUsed = 0; // controls that were reached by at least one call
 };
 
-/// A control that notices calls before its life, after it and across its end.
 class MortalControl final : public sdk::service::ILoLeakageControl
 {
 public:
@@ -38,63 +39,74 @@ public:
     {
         if (m_inside != 0)
             ++m_memory.callsOnDead;
-        m_alive = false;
+        m_self = nullptr;
     }
 
     bool isEnabled() override
     {
-        ++m_inside;
-        std::this_thread::yield();
-        m_memory.callsOnDead += m_alive ? 0 : 1;
-        ++m_memory.calls;
-        --m_inside;
+        enter();
         return true;
     }
-    void setEnabled(bool) override {}
+    void setEnabled(bool) override
+    {
+        enter();
+        ++m_memory.sets;
+    }
 
 private:
+    void enter()
+    {
+        ++m_inside;
+        if (m_memory.calls++ % 64 == 0)
+            std::this_thread::yield(); // lets a release come in between now and then
+        if (m_self != this)
+            ++m_memory.callsOnDead;
+        if (!m_used.exchange(true))
+            ++m_memory.controlsUsed;
+        --m_inside;
+    }
+
     Memory& m_memory;
-    std::atomic<bool> m_alive = true;
+    std::atomic<MortalControl*> m_self = this;
+    std::atomic<bool> m_used = false;
     std::atomic<int> m_inside = 0;
 };
 
 class ReacquiringControlUnderThreads : public ::testing::Test
 {
 protected:
-    /// Runs `use` on several threads again and again while the control is released and offered
-    /// `rounds` times.
+    /// On several threads at once, `rounds` times each: releases the control, uses it, offers a new one and
+    /// uses it again. Who finds what depends on what the others just did.
     template <typename Use>
     void flicker(int rounds, Use use)
     {
-        std::atomic<bool> stop = false;
-        std::barrier start(threads + 1);
+        std::barrier start(threads);
         std::vector<std::jthread> users;
         for (int i = 0; i < threads; ++i)
             users.emplace_back([&] {
                 start.arrive_and_wait();
-                while (!stop)
+                for (int round = 0; round < rounds; ++round) {
+                    instrument.release(key);
                     use();
+                    offer();
+                    use();
+                    use();
+                }
             });
-
-        start.arrive_and_wait();
-        for (int round = 0; round < rounds; ++round) {
-            instrument.release(key);
-            if (round % 2 == 0)
-                std::this_thread::yield();
-            offer();
-        }
-        stop = true;
     }
 
     void offer() { instrument.offer<sdk::service::ILoLeakageControl>(key, std::make_shared<MortalControl>(memory)); }
 
+    sdk::service::ILoLeakageControl* offered() { return find().lock().control; }
+
     using Reacquiring = devices::ReacquiringControl<sdk::service::ILoLeakageControl>;
+    Reacquiring::Handle find()
+    {
+        return std::static_pointer_cast<sdk::service::ILoLeakageControl>(instrument.findControl(key));
+    }
     Reacquiring makeReacquiring()
     {
-        return Reacquiring([this] {
-            return Reacquiring::Handle(
-                std::static_pointer_cast<sdk::service::ILoLeakageControl>(instrument.findControl(key)));
-        });
+        return Reacquiring([this] { return find(); });
     }
 
     Memory memory;
@@ -103,37 +115,62 @@ protected:
 
 } // namespace
 
-TEST_F(ReacquiringControlUnderThreads, LosesNoCallAndMakesNoneOnADeadControl)
+TEST_F(ReacquiringControlUnderThreads, LosesNoUpdateAndCallsNoDeadControl)
 {
     const Reacquiring control = makeReacquiring();
-    std::atomic<long> made = 0;
+    std::atomic<long> lent = 0;
 
-    flicker(5000, [&] {
+    flicker(2000, [&] {
         if (const auto locked = control.lock()) {
-            ASSERT_EQ(locked.control, locked.keepAlive.get()) << "a torn handle";
-            locked->isEnabled();
-            ++made;
+            locked->setEnabled(true);
+            ++lent;
         }
     });
 
-    EXPECT_EQ(memory.calls, made);
+    EXPECT_GT(memory.controlsUsed, threads);
+    EXPECT_EQ(memory.sets, lent) << "every control that was lent took its update";
     EXPECT_EQ(memory.callsOnDead, 0);
-    EXPECT_TRUE(control.lock()) << "the control that was offered last is found";
+    EXPECT_EQ(control.lock().control, offered()) << "the control that was offered last";
 }
 
 TEST_F(ReacquiringControlUnderThreads, CopiesAnAdapterWhileItReacquires)
 {
-    devices::service::SdkLoLeakageControl adapter(makeReacquiring());
+    const devices::service::SdkLoLeakageControl adapter(makeReacquiring());
+    std::atomic<long> reachedByCopies = 0;
 
     flicker(2000, [&] {
         adapter.isEnabled();
         const devices::service::SdkLoLeakageControl copy(adapter);
-        copy.isEnabled();
+        reachedByCopies += copy.isEnabled() ? 1 : 0;
     });
 
     EXPECT_EQ(memory.callsOnDead, 0);
+    EXPECT_GT(memory.controlsUsed, threads);
+    EXPECT_GT(reachedByCopies, 0);
     EXPECT_TRUE(adapter.isEnabled());
-    EXPECT_TRUE(devices::service::SdkLoLeakageControl(adapter).isEnabled());
+    const devices::service::SdkLoLeakageControl copy(adapter);
+    EXPECT_TRUE(copy.isEnabled());
+}
+
+TEST_F(ReacquiringControlUnderThreads, AsksOnceInEachThreadThatFindsTheControlGoneAndKeepsAnAnswer)
+{
+    std::barrier bothAsk(2);
+    std::atomic<int> asked = -1; // the first time is when it is made
+    const Reacquiring control([&] {
+        if (++asked > 0)
+            bothAsk.arrive_and_wait();
+        return find();
+    });
+    offer();
+
+    std::vector<std::jthread> users;
+    for (int i = 0; i < 2; ++i)
+        users.emplace_back([&] { EXPECT_EQ(control.lock().control, offered()); });
+    users.clear();
+
+    EXPECT_EQ(asked, 2) << "no thread waited for the other's answer";
+    EXPECT_EQ(control.lock().control, offered());
+    EXPECT_EQ(asked, 2);
 }
 
 TEST_F(ReacquiringControlUnderThreads, DestroysTheControlWithTheLastUserWhenTheInstrumentLetGoFirst)
@@ -146,7 +183,7 @@ TEST_F(ReacquiringControlUnderThreads, DestroysTheControlWithTheLastUserWhenTheI
         auto locked = control.lock();
         released.arrive_and_wait();
         released.arrive_and_wait();
-        EXPECT_TRUE(locked->isEnabled());
+        locked->setEnabled(true);
         EXPECT_EQ(locked.keepAlive.use_count(), 1);
     });
     released.arrive_and_wait();
@@ -154,7 +191,7 @@ TEST_F(ReacquiringControlUnderThreads, DestroysTheControlWithTheLastUserWhenTheI
     released.arrive_and_wait();
     user.join();
 
-    EXPECT_EQ(memory.calls, 1);
+    EXPECT_EQ(memory.sets, 1);
     EXPECT_EQ(memory.callsOnDead, 0);
     EXPECT_FALSE(control.lock());
 }

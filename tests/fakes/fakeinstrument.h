@@ -11,7 +11,7 @@
 namespace tov::testing {
 
 /// An instrument that offers what the test gives it and records what it is asked for.
-class FakeInstrument final : public sdk::IVna
+class FakeInstrument : public sdk::IVna
 {
 public:
     std::shared_ptr<void> findControl(sdk::Key key) override

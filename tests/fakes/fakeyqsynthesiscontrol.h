@@ -5,7 +5,7 @@
 
 namespace tov::testing {
 
-class FakeYqSynthesisControl final : public sdk::service::IYqSynthesisControl, public RecordingControl
+class FakeYqSynthesisControl : public sdk::service::IYqSynthesisControl, public RecordingControl
 {
 public:
     void enableManualIf(bool enabled) override { called("enableManualIf", enabled); }

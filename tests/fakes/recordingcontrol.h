@@ -1,10 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include "fakes/exactly.h"
 
 #include <any>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <type_traits>
@@ -12,6 +13,28 @@
 #include <vector>
 
 namespace tov::testing {
+
+/// The calls that fakes record, as "operation(argument, ...)". It may outlive them, so that a test sees what
+/// happened to a control that is gone.
+class Journal
+{
+public:
+    std::vector<std::string> calls() const
+    {
+        const std::lock_guard guard(m_mutex);
+        return m_calls;
+    }
+
+    void record(std::string call)
+    {
+        const std::lock_guard guard(m_mutex);
+        m_calls.push_back(std::move(call));
+    }
+
+private:
+    mutable std::mutex m_mutex; // guards all below
+    std::vector<std::string> m_calls;
+};
 
 /// Base of the SDK fakes: records every call with its arguments and answers what the test told it to.
 class RecordingControl
@@ -21,12 +44,11 @@ public:
     RecordingControl(const RecordingControl&) = delete;
     RecordingControl& operator=(const RecordingControl&) = delete;
 
-    /// The calls so far, as "operation(argument, ...)".
-    std::vector<std::string> calls() const
-    {
-        const std::lock_guard guard(m_mutex);
-        return m_calls;
-    }
+    /// The calls so far.
+    std::vector<std::string> calls() const { return m_journal->calls(); }
+
+    /// Records into `journal` from now on.
+    void recordInto(std::shared_ptr<Journal> journal) { m_journal = std::move(journal); }
 
     /// Makes `operation` answer `value`, which has exactly the operation's result type. Without this it
     /// answers a value-initialized one.
@@ -46,11 +68,11 @@ protected:
     Result called(const std::string& operation, const Arguments&... arguments)
     {
         std::string call = operation + "(";
-        ((call += (call.back() == '(' ? "" : ", ") + ::testing::PrintToString(arguments)), ...);
+        ((call += (call.back() == '(' ? "" : ", ") + exactly(arguments)), ...);
+        m_journal->record(call + ")");
         std::any answer;
         {
             const std::lock_guard guard(m_mutex);
-            m_calls.push_back(call + ")");
             if (const auto found = m_answers.find(operation); found != m_answers.end())
                 answer = found->second;
         }
@@ -61,8 +83,8 @@ protected:
     }
 
 private:
-    mutable std::mutex m_mutex; // guards all below
-    std::vector<std::string> m_calls;
+    std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
+    std::mutex m_mutex; // guards all below
     std::map<std::string, std::any> m_answers;
 };
 

@@ -2,12 +2,15 @@
 
 #include "devices/icontrollifecycleobserver.h"
 #include "fakes/fakeinstrument.h"
-#include "fakes/fakeloleakagecontrol.h"
 #include "host/loadedlibrary.h"
 #include "simulator/simulatedinstrument.h"
 
+#include <QFileInfo>
+
 #include <gmock/gmock.h>
 
+#include <any>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -28,24 +31,35 @@ protected:
 };
 
 /// Tells of its end.
-class MortalInstrument final : public sdk::IVna
+template <typename Base>
+class Mortal : public Base
 {
 public:
-    explicit MortalInstrument(std::vector<std::string>& story)
-        : m_story(story)
+    Mortal(std::string name, std::vector<std::string>& story)
+        : m_name(std::move(name))
+        , m_story(story)
     {
     }
-    ~MortalInstrument() override { m_story.push_back("instrument destroyed"); }
-
-    std::shared_ptr<void> findControl(sdk::Key) override
-    {
-        return std::shared_ptr<sdk::service::ILoLeakageControl>(m_control);
-    }
+    Mortal(const Mortal&) = delete;
+    Mortal& operator=(const Mortal&) = delete;
+    ~Mortal() { m_story.push_back(m_name + " destroyed"); }
 
 private:
+    std::string m_name;
     std::vector<std::string>& m_story;
-    std::shared_ptr<FakeLoLeakageControl> m_control = std::make_shared<FakeLoLeakageControl>();
 };
+
+struct Nothing
+{
+};
+
+/// A registry with one kind of control, which `make` makes.
+template <typename Make>
+void add(devices::ControlRegistry& registry, std::uint64_t key, Make make)
+{
+    registry.addEntry(
+        devices::ControlRegistry::ControlEntry<sdk::IVna>{key, [make](sdk::IVna*) { return std::any(make()); }});
+}
 
 } // namespace
 
@@ -81,9 +95,11 @@ TEST_F(InstrumentSession, AsksAgainForAControlThatWasMissing)
     EXPECT_NE(session.control(controls::loLeakage), nullptr);
 }
 
-TEST_F(InstrumentSession, RefusesAKindThatTheLibraryDoesNotHave)
+TEST_F(InstrumentSession, RefusesAKindThatIsNotRegistered)
 {
-    EXPECT_THROW(session.isPresent({"no such control", {1, {1}}}), std::out_of_range);
+    const host::Control<int> unregistered{{"unregistered", {1, {1}}}};
+    EXPECT_THROW(session.control(unregistered), std::out_of_range);
+    EXPECT_FALSE(session.isPresent(unregistered));
 }
 
 TEST_F(InstrumentSession, GoesOnWorkingAfterTheControlsWereReleasedAndOfferedAgain)
@@ -97,18 +113,21 @@ TEST_F(InstrumentSession, GoesOnWorkingAfterTheControlsWereReleasedAndOfferedAga
     EXPECT_TRUE(control->isEnabled());
 }
 
-TEST(InstrumentSessionLife, EndsAfterItsAdaptersButBeforeTheInstrument)
+TEST(InstrumentSessionLife, KeepsTheInstrumentUntilTheLastAdapterIsGone)
 {
+    using MortalAdapter = Mortal<Nothing>;
     std::vector<std::string> story;
-    std::shared_ptr<devices::service::SdkLoLeakageControl> adapter;
+    std::shared_ptr<MortalAdapter> adapter;
     {
-        host::InstrumentSession session(std::make_shared<MortalInstrument>(story));
-        adapter = session.control(controls::loLeakage);
+        devices::ControlRegistry registry;
+        add(registry, 1, [&] { return std::make_shared<MortalAdapter>("adapter", story); });
+        host::InstrumentSession session(std::make_shared<Mortal<FakeInstrument>>("instrument", story),
+                                        std::move(registry));
+        adapter = session.control(host::Control<MortalAdapter>{{"mortal", {1, {}}}});
     }
-    EXPECT_THAT(story, ElementsAre());
-    EXPECT_FALSE(adapter->isEnabled());
+    EXPECT_THAT(story, ElementsAre()) << "the session is gone, the adapter is not";
     adapter.reset();
-    EXPECT_THAT(story, ElementsAre("instrument destroyed"));
+    EXPECT_THAT(story, ElementsAre("adapter destroyed", "instrument destroyed"));
 }
 
 namespace {
@@ -142,13 +161,9 @@ TEST(InstrumentSessionLifecycle, TellsTheAdaptersAroundARelease)
 {
     std::vector<std::string> story;
     devices::ControlRegistry registry;
-    const auto add = [&](std::uint64_t key, auto make) {
-        registry.addEntry(
-            devices::ControlRegistry::ControlEntry<sdk::IVna>{key, [make](sdk::IVna*) { return std::any(make()); }});
-    };
-    add(1, [&] { return std::make_shared<ToldAdapter>("first", story); });
-    add(2, [&] { return std::make_shared<ToldAdapter>("second", story); });
-    add(3, [&] { return std::make_shared<UntoldAdapter>(); });
+    add(registry, 1, [&] { return std::make_shared<ToldAdapter>("first", story); });
+    add(registry, 2, [&] { return std::make_shared<ToldAdapter>("second", story); });
+    add(registry, 3, [&] { return std::make_shared<UntoldAdapter>(); });
 
     host::InstrumentSession session(std::make_shared<FakeInstrument>(), std::move(registry));
     const host::Control<ToldAdapter> first{{"first", {1, {}}}};
@@ -169,9 +184,46 @@ TEST(InstrumentSessionLifecycle, TellsTheAdaptersAroundARelease)
                                    "second comes back"));
 }
 
+TEST(InstrumentSessionLifecycle, LetsAnAdapterAskForAnotherOneWhenItIsTold)
+{
+    class Asking final : public devices::IControlLifecycleObserver
+    {
+    public:
+        explicit Asking(std::function<void()>& ask)
+            : m_ask(ask)
+        {
+        }
+        void onControlsAboutToBeReleased() override {}
+        void onControlsAvailable() override { m_ask(); }
+
+    private:
+        std::function<void()>& m_ask;
+    };
+
+    std::function<void()> ask;
+    devices::ControlRegistry registry;
+    for (std::uint64_t key = 1; key <= 20; ++key)
+        add(registry, key, [&] { return std::make_shared<Asking>(ask); });
+    host::InstrumentSession session(std::make_shared<FakeInstrument>(), std::move(registry));
+    std::uint64_t told = 0;
+    ask = [&] {
+        ++told;
+        for (std::uint64_t key = 2; key <= 20; ++key)
+            session.control(host::Control<Asking>{{"asking", {key, {}}}});
+    };
+
+    session.control(host::Control<Asking>{{"asking", {1, {}}}});
+    session.offerControls([] {});
+    EXPECT_EQ(told, 1U) << "only those that were there before";
+    session.offerControls([] {});
+    EXPECT_EQ(told, 21U);
+}
+
 TEST(LoadedLibrary, IsFoundOnDisk)
 {
-    EXPECT_TRUE(host::loadedLibraryPath().contains("DevicesService")) << host::loadedLibraryPath().toStdString();
+    const QFileInfo library(host::loadedLibraryPath());
+    EXPECT_TRUE(library.exists());
+    EXPECT_TRUE(library.fileName().contains("DevicesService")) << library.fileName().toStdString();
 }
 
 } // namespace tov::testing

@@ -38,6 +38,8 @@ grep --quiet 'run: sudo apt-get install .*qt6-base-dev' "$scratch/output" || fai
 [ ! -e "$scratch/calls" ] || fail "calls apt-get without root"
 
 stand_in id 'echo 0'
+set_up biuld && fail "takes a misspelt group for one that needs nothing"
+[ ! -e "$scratch/calls" ] || fail "calls apt-get for a misspelt group"
 set_up build || fail "does not install as root"
 grep --quiet 'apt-get install .*qt6-base-dev' "$scratch/calls" || fail "does not install what is missing"
 if grep --quiet clang "$scratch/calls"; then fail "installs what another group needs"; fi

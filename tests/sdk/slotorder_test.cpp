@@ -1,3 +1,4 @@
+#include "devices/icontrollifecycleobserver.h"
 #include "sdk/ivna.h"
 #include "sdk/service/iloleakagecontrol.h"
 #include "sdk/service/iyqsynthesiscontrol.h"
@@ -7,9 +8,9 @@
 #include <cstddef>
 #include <cstring>
 
-// Reads the slot out of a member pointer, as the Itanium ABI lays it out: the first word holds the byte
-// offset into the table of virtual functions plus one, and the destructor has two entries.
-#ifndef _MSC_VER
+// Reads the slot out of a member pointer, as the Itanium ABI lays it out on x86-64: the first word holds the
+// byte offset into the table of virtual functions plus one, and the destructor has two entries.
+#if defined(__x86_64__) && !defined(_MSC_VER)
 
 namespace tov::testing {
 
@@ -29,6 +30,13 @@ TEST(SlotOrder, OfTheInstrument)
 {
     EXPECT_EQ(slot(&sdk::IVna::reserved1), 1U);
     EXPECT_EQ(slot(&sdk::IVna::findControl), 2U);
+}
+
+TEST(SlotOrder, OfTheLifecycleObserver)
+{
+    using devices::IControlLifecycleObserver;
+    EXPECT_EQ(slot(&IControlLifecycleObserver::onControlsAboutToBeReleased), 1U);
+    EXPECT_EQ(slot(&IControlLifecycleObserver::onControlsAvailable), 2U);
 }
 
 TEST(SlotOrder, OfTheLoLeakageControl)

@@ -84,11 +84,14 @@ TEST(ServiceControls, EntersTheTableInItsOrder)
         EXPECT_EQ(registry.entries()[i].key, table[i].registryKey) << table[i].name;
 }
 
-TEST(ServiceControls, PassesOnTheRefusalOfASecondRegistration)
+TEST(ServiceControls, PassesOnTheRefusalOfAKeyAndKeepsWhatItEnteredBefore)
 {
-    ControlRegistry registry = registered();
+    ControlRegistry registry;
+    registry.addEntry({.key = table.back().registryKey, .create = nullptr});
     EXPECT_THROW(servicecontrols::registrate(&registry), std::invalid_argument);
-    EXPECT_EQ(registry.entries().size(), table.size());
+
+    ASSERT_EQ(registry.entries().size(), table.size());
+    EXPECT_EQ(registry.entries()[1].key, table.front().registryKey) << "what was entered before stays";
 }
 
 // The type in the result is compared across the border of the library, which hides all but its adapters.

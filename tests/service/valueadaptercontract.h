@@ -8,8 +8,12 @@
 //                                reads("level", &SdkThingControl::level, WhenAbsent{0}, SdkAnswers{7}),
 //                                writes("setLevel", &SdkThingControl::setLevel, 9),
 //                            }), operationName);
+//
+// An SDK operation of another name or with another argument than the adapter's is told by `as`, a getter that
+// is not a member function without parameters by `readsBy`.
 
 #include "devices/reacquiringcontrol.h"
+#include "fakes/exactly.h"
 #include "fakes/recordingcontrol.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +27,8 @@
 
 namespace tov::testing {
 
-/// An adapter on an instrument whose control records its calls. Results are compared as printed.
+/// An adapter on an instrument whose controls record their calls into one journal. Results are compared as
+/// they print.
 class Stage
 {
 public:
@@ -31,19 +36,19 @@ public:
 
     /// Offers a new control.
     virtual void offer() = 0;
-    /// Makes a new control that is there but not offered.
-    virtual void withhold() = 0;
     /// Lets go of the control that is offered.
     virtual void release() = 0;
     /// Whether the control that was offered last still lives.
     virtual bool controlLives() const = 0;
-    /// The control that is offered or withheld.
-    virtual RecordingControl& control() = 0;
+    /// What the control that is offered runs inside its calls.
+    virtual void duringCall(std::function<void()> action) = 0;
+    /// The calls of all controls so far.
+    virtual std::vector<std::string> calls() const = 0;
 
     /// Each calls the operation and gives its result.
     virtual std::string call() = 0;
     virtual std::string callOnCopy() = 0;
-    virtual std::string callAfterMovingFrom() = 0;
+    virtual std::string callOnMovedTo() = 0;
     virtual std::string callWithEmptyReacquire() = 0;
 };
 
@@ -74,12 +79,32 @@ template <typename Adapter>
 struct Row
 {
     std::string name;
+    std::string sdkOperation;
     std::string sdkCall;
     std::any sdkAnswer;
     std::string whenPresent;
     std::string whenAbsent;
     std::function<std::string(Adapter&)> call;
+
+    /// Names the SDK call where it is not the adapter's own name and arguments, as "operation(argument, ...)".
+    Row as(const std::string& otherSdkCall) const
+    {
+        Row row = *this;
+        row.sdkOperation = otherSdkCall.substr(0, otherSdkCall.find('('));
+        row.sdkCall = otherSdkCall;
+        return row;
+    }
 };
+
+/// A getter, as anything that can be called with the adapter, that gives `result` for the SDK's answer.
+template <typename Adapter, typename Getter, typename Answer, typename Result>
+Row<Adapter> readsBy(const std::string& name, Getter getter, const Result& whenAbsent, const SdkAnswers<Answer>& answer,
+                     const Result& result)
+{
+    return {name, name, name + "()", answer.value, exactly(result), exactly(whenAbsent), [getter](Adapter& adapter) {
+                return exactly(Result(std::invoke(getter, std::as_const(adapter))));
+            }};
+}
 
 /// A getter that gives `result` for the answer of the SDK operation of the same name.
 template <typename Adapter, typename Result, typename Answer>
@@ -87,12 +112,7 @@ Row<Adapter> reads(const std::string& name, Result (Adapter::*getter)() const,
                    const WhenAbsent<std::type_identity_t<Result>>& whenAbsent, const SdkAnswers<Answer>& answer,
                    const std::type_identity_t<Result>& result)
 {
-    return {name,
-            name + "()",
-            answer.value,
-            ::testing::PrintToString(result),
-            ::testing::PrintToString(whenAbsent.value),
-            [getter](Adapter& adapter) { return ::testing::PrintToString((adapter.*getter)()); }};
+    return readsBy<Adapter>(name, getter, whenAbsent.value, answer, result);
 }
 
 /// A getter that passes the answer of the SDK operation of the same name through.
@@ -110,10 +130,10 @@ Row<Adapter> writes(const std::string& name, void (Adapter::*setter)(Parameters.
                     std::type_identity_t<std::decay_t<Parameters>>... arguments)
 {
     std::string printed;
-    ((printed += (printed.empty() ? "" : ", ") + ::testing::PrintToString(arguments)), ...);
-    return {name, name + "(" + printed + ")", {}, "", "", [=](Adapter& adapter) {
+    ((printed += (printed.empty() ? "" : ", ") + exactly(arguments)), ...);
+    return {name, name, name + "(" + printed + ")", {}, "done", "done", [=](Adapter& adapter) {
                 (adapter.*setter)(arguments...);
-                return std::string();
+                return std::string("done");
             }};
 }
 
@@ -128,23 +148,16 @@ public:
 
     void offer() override
     {
-        withhold();
-        m_offered = m_fake;
-    }
-    void withhold() override
-    {
         m_fake = std::make_shared<Fake>();
+        m_fake->recordInto(m_journal);
         m_observed = m_fake;
         if (m_row.sdkAnswer.has_value())
-            m_fake->answer(m_row.name, m_row.sdkAnswer);
+            m_fake->answer(m_row.sdkOperation, m_row.sdkAnswer);
     }
-    void release() override
-    {
-        m_fake.reset();
-        m_offered.reset();
-    }
+    void release() override { m_fake.reset(); }
     bool controlLives() const override { return !m_observed.expired(); }
-    RecordingControl& control() override { return *m_fake; }
+    void duringCall(std::function<void()> action) override { m_fake->duringCall = std::move(action); }
+    std::vector<std::string> calls() const override { return m_journal->calls(); }
 
     std::string call() override { return m_row.call(m_adapter); }
     std::string callOnCopy() override
@@ -152,10 +165,10 @@ public:
         Adapter copy(m_adapter);
         return m_row.call(copy);
     }
-    std::string callAfterMovingFrom() override
+    std::string callOnMovedTo() override
     {
-        const Adapter taken(std::move(m_adapter));
-        return m_row.call(m_adapter);
+        Adapter taken(std::move(m_adapter));
+        return m_row.call(taken);
     }
     std::string callWithEmptyReacquire() override
     {
@@ -165,11 +178,10 @@ public:
 
 private:
     Row<Adapter> m_row;
+    std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
     std::shared_ptr<Fake> m_fake;
-    std::shared_ptr<Fake> m_offered;
     std::weak_ptr<Fake> m_observed;
-    Adapter m_adapter{
-        devices::ReacquiringControl<SdkIface>([this] { return sdk::ControlHandle<SdkIface>(m_offered); })};
+    Adapter m_adapter{devices::ReacquiringControl<SdkIface>([this] { return sdk::ControlHandle<SdkIface>(m_fake); })};
 };
 
 /// Turns an adapter's table into the operations that the suite walks.

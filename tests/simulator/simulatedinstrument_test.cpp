@@ -166,6 +166,8 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
             [this] { return sdk::ControlHandle<sdk::service::IYqSynthesisControl>(yqSynthesis()); })};
     std::atomic<bool> stop = false;
     std::atomic<long> wrong = 0;
+    std::atomic<long> present = 0;
+    std::atomic<long> absent = 0;
 
     std::vector<std::jthread> users;
     for (int i = 0; i < 2; ++i)
@@ -174,6 +176,7 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
                 const auto ifs = adapter.supportedIfs();
                 const int selected = adapter.selectedIf();
                 wrong += (ifs.empty() || ifs.size() == 5U) && (selected == -1 || selected == 0) ? 0 : 1;
+                ++(ifs.empty() ? absent : present);
             }
         });
     std::jthread fitter([&] {
@@ -182,9 +185,11 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
             instrument.fitControl(controlkeys::yqSynthesis.sdk);
         }
     });
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 2000 || present < 100 || absent < 100; ++round) {
         instrument.releaseControls();
         instrument.offerControls();
+        if (round % 16 == 0)
+            std::this_thread::yield();
     }
     stop = true;
     users.clear();

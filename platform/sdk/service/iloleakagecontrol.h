@@ -4,7 +4,7 @@ namespace sdk::service {
 
 /// Switches the instrument's LO leakage function.
 ///
-/// Thread: any thread.
+/// Thread: *any thread*.
 class ILoLeakageControl
 {
 public:

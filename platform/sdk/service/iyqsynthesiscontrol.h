@@ -6,7 +6,7 @@ namespace sdk::service {
 
 /// Intermediate-frequency (IF) settings of the Yq synthesis module.
 ///
-/// Thread: any thread.
+/// Thread: *any thread*.
 class IYqSynthesisControl
 {
 public:

@@ -61,6 +61,34 @@ TEST_F(SdkYqSynthesis, GivesACopyOfTheIfsThatDoesNotFollowTheInstrument)
     EXPECT_EQ(copy.capacity(), copy.size());
 }
 
+TEST(SdkYqSynthesisLife, CopiesTheIfsWhileTheControlStillLives)
+{
+    // A control whose list ends with it, on an instrument that lets go while the list is read.
+    class MortalList final : public FakeYqSynthesisControl
+    {
+    public:
+        explicit MortalList(std::vector<double>& ofTheInstrument)
+            : m_ifs(ofTheInstrument)
+        {
+        }
+        MortalList(const MortalList&) = delete;
+        MortalList& operator=(const MortalList&) = delete;
+        ~MortalList() override { m_ifs.assign(m_ifs.size(), -1.0); }
+
+    private:
+        std::vector<double>& m_ifs;
+    };
+    std::vector<double> ofTheInstrument = {1.0, 2.0};
+    auto control = std::make_shared<MortalList>(ofTheInstrument);
+    control->answer("supportedIfs", std::span<const double>(ofTheInstrument));
+    control->duringCall = [&] { control.reset(); };
+    const SdkYqSynthesisControl dying{devices::ReacquiringControl<IYqSynthesisControl>(
+        [&] { return sdk::ControlHandle<IYqSynthesisControl>(control); })};
+
+    EXPECT_THAT(dying.supportedIfs(), ElementsAre(1.0, 2.0));
+    EXPECT_THAT(ofTheInstrument, ElementsAre(-1.0, -1.0)) << "the control is gone now";
+}
+
 TEST_F(SdkYqSynthesis, CopiesTheIfsBitForBit)
 {
     const std::vector<double> odd = {-0.0, std::numeric_limits<double>::denorm_min(),

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "devices/icontrollifecycleobserver.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/imemoryoperationscontrol.h"
+#include "service/devicesservice_export.h"
+#include "service/memory/imemoryoperationscontrol.h"
+
+#include <memory>
+
+namespace tov::devices::service {
+
+/// Whole-memory operations, reached through the SDK.
+///
+/// Observers of the application stay when the SDK's control goes; they are told again after
+/// `onControlsAvailable()`.
+class DEVICESSERVICE_EXPORT SdkMemoryOperationsControl : public IMemoryOperationsControl,
+                                                         public IControlLifecycleObserver
+{
+public:
+    explicit SdkMemoryOperationsControl(ReacquiringControl<sdk::service::IMemoryOperationsControl> control);
+    SdkMemoryOperationsControl(const SdkMemoryOperationsControl&) = delete;
+    SdkMemoryOperationsControl& operator=(const SdkMemoryOperationsControl&) = delete;
+    ~SdkMemoryOperationsControl() override;
+
+    std::expected<std::vector<std::byte>, Error> read() override;
+    std::expected<void, Error> write(const std::vector<std::byte>& data) override;
+    std::expected<void, Error> erase() override;
+    std::expected<void, Error> integrityCheck() override;
+    void addObserver(IObserver* observer) override;
+    void removeObserver(IObserver* observer) override;
+
+    void onControlsAboutToBeReleased() override;
+    void onControlsAvailable() override;
+
+private:
+    class DEVICESSERVICE_NO_EXPORT SdkMemoryOperationsObserver;
+
+    ReacquiringControl<sdk::service::IMemoryOperationsControl> m_control;
+    std::unique_ptr<SdkMemoryOperationsObserver> m_observer;
+};
+
+} // namespace tov::devices::service
