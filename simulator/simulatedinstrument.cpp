@@ -1,8 +1,16 @@
 #include "simulator/simulatedinstrument.h"
 
 #include "devices/controlkeys.h"
+#include "simulator/machine.h"
+#include "simulator/simulatedfilememorycontrol.h"
 #include "simulator/simulatedloleakagecontrol.h"
+#include "simulator/simulatedmemoryoperationscontrol.h"
+#include "simulator/simulatedmemoryusbidcontrol.h"
+#include "simulator/simulatedpotentiometerscontrol.h"
+#include "simulator/simulatedserialnumbercontrol.h"
+#include "simulator/simulatedsystemtermscontrol.h"
 #include "simulator/simulatedyqsynthesiscontrol.h"
+#include "simulator/statefile.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,29 +22,51 @@ namespace tov::simulator {
 namespace controlkeys = devices::controlkeys;
 
 // The control is erased from its interface pointer, which is what a user of the key casts it back to.
-template <typename SdkIface, typename Control, typename State>
-SimulatedInstrument::Slot SimulatedInstrument::makeSlot(sdk::Key key)
+template <typename SdkIface, typename Control, typename State, typename... Shared>
+void SimulatedInstrument::addSlot(sdk::Key key, const QString& name, std::shared_ptr<State> state,
+                                  const Shared&... shared)
 {
-    return {.key = key,
-            .makeControl = [state = std::make_shared<State>()]() -> std::shared_ptr<void> {
-                return std::shared_ptr<SdkIface>(std::make_shared<Control>(state));
-            },
-            .control = nullptr};
+    m_slots.push_back({.key = key,
+                       .name = name,
+                       .state = state,
+                       .makeControl = [=]() -> std::shared_ptr<void> {
+                           return std::shared_ptr<SdkIface>(std::make_shared<Control>(shared..., state));
+                       },
+                       .control = nullptr});
 }
 
-SimulatedInstrument::SimulatedInstrument()
+SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
+    : m_machine(std::make_shared<Machine>(configuration.timing, [this] { releaseControls(); }))
+    , m_files(std::make_shared<FileMemoryState>(configuration.fileCapacity))
+    , m_memory(std::make_shared<MemoryState>(configuration.memorySize))
+    , m_potentiometers(std::make_shared<PotentiometersState>())
 {
     using namespace sdk::service;
 
-    m_slots.push_back(
-        makeSlot<ILoLeakageControl, SimulatedLoLeakageControl, LoLeakageState>(controlkeys::loLeakage.sdk));
-    m_slots.push_back(
-        makeSlot<IYqSynthesisControl, SimulatedYqSynthesisControl, YqSynthesisState>(controlkeys::yqSynthesis.sdk));
-
+    addSlot<IFileMemoryControl, SimulatedFileMemoryControl>(controlkeys::fileMemory.sdk, "file memory", m_files,
+                                                            m_machine);
+    addSlot<IPotentiometersControl, SimulatedPotentiometersControl>(controlkeys::potentiometers.sdk, "potentiometers",
+                                                                    m_potentiometers, m_machine);
+    addSlot<IMemoryUsbIdControl, SimulatedMemoryUsbIdControl>(controlkeys::usbId.sdk, "USB identifier",
+                                                              std::make_shared<UsbIdState>(), m_machine);
+    addSlot<IMemorySerialNumberControl, SimulatedSerialNumberControl>(controlkeys::serialNumber.sdk, "serial number",
+                                                                      std::make_shared<SerialNumberState>(), m_machine);
+    addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controlkeys::memoryOperations.sdk, "memory",
+                                                                        m_memory, m_machine);
+    addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controlkeys::loLeakage.sdk, "LO leakage",
+                                                          std::make_shared<LoLeakageState>());
+    addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controlkeys::yqSynthesis.sdk, "Yq synthesis",
+                                                              std::make_shared<YqSynthesisState>());
+    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms",
+                                                              std::make_shared<SystemTermsState>(), m_machine);
     offerControls();
 }
 
-SimulatedInstrument::~SimulatedInstrument() = default;
+SimulatedInstrument::~SimulatedInstrument()
+{
+    // Controls that are still locked go on answering; nothing comes back to this object.
+    m_machine->stop();
+}
 
 std::shared_ptr<void> SimulatedInstrument::findControl(sdk::Key key)
 {
@@ -86,6 +116,54 @@ void SimulatedInstrument::fitControl(sdk::Key key)
     Slot& fitted = slot(key);
     fitted.fitted = true;
     offer(fitted);
+}
+
+Faults& SimulatedInstrument::faults() noexcept
+{
+    return m_machine->faults();
+}
+
+void SimulatedInstrument::setFileStoreAvailable(bool available)
+{
+    m_files->available = available;
+}
+
+void SimulatedInstrument::damageMemory(std::size_t offset)
+{
+    m_memory->damage(offset);
+}
+
+int SimulatedInstrument::potentiometerInRam(std::size_t index) const
+{
+    const auto value = m_potentiometers->readRam(index);
+    if (!value)
+        throw std::out_of_range(value.error().message());
+    return *value;
+}
+
+void SimulatedInstrument::waitUntilQuiet()
+{
+    m_machine->waitUntilQuiet();
+}
+
+void SimulatedInstrument::save(const QString& path) const
+{
+    QCborMap all;
+    {
+        const std::lock_guard guard(m_mutex);
+        for (const Slot& slot : m_slots)
+            all.insert(slot.name, slot.state->save());
+    }
+    writeStateFile(path, all);
+}
+
+void SimulatedInstrument::load(const QString& path)
+{
+    const QCborMap all = readStateFile(path);
+    const std::lock_guard guard(m_mutex);
+    for (const Slot& slot : m_slots)
+        if (all.contains(slot.name))
+            slot.state->restore(all[slot.name].toMap());
 }
 
 SimulatedInstrument::Slot& SimulatedInstrument::slot(sdk::Key key)

@@ -1,31 +1,53 @@
 #pragma once
 
 #include "sdk/ivna.h"
+#include "simulator/faults.h"
+#include "simulator/timing.h"
 
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <vector>
 
 namespace tov::simulator {
 
+class ControlState;
+class FileMemoryState;
+class Machine;
+class MemoryState;
+class PotentiometersState;
+
+/// What a simulated instrument is like.
+struct Configuration
+{
+    Timing timing;
+    std::uint64_t fileCapacity = 256 * 1024; // bytes
+    std::size_t memorySize = 64 * 1024;      // bytes
+};
+
 /// An instrument without hardware, to develop and test applications against.
 ///
 /// It offers every control that it is fitted with from the start. What its controls set belongs to the
-/// instrument: it survives when the controls are released and offered again.
+/// instrument: it survives when the controls are released and offered again, and can be kept in a file.
+/// Operations that answer by a callback answer as `Configuration::timing` says; notifications come on a thread
+/// of the simulator's own.
 ///
 /// Thread: *any thread* may call any operation at any time, while other threads use controls too. The
-/// instrument must outlive what an application creates from it; a control that is still locked may
-/// outlive the instrument.
+/// instrument must outlive what an application creates from it, and is not destroyed on its own thread. A
+/// control that is still locked may outlive it.
 class SimulatedInstrument final : public sdk::IVna
 {
 public:
     /// An instrument that is fitted with every control and offers them all.
-    SimulatedInstrument();
-    ~SimulatedInstrument() override;
-
+    explicit SimulatedInstrument(const Configuration& configuration = {});
     SimulatedInstrument(const SimulatedInstrument&) = delete;
     SimulatedInstrument& operator=(const SimulatedInstrument&) = delete;
+    ~SimulatedInstrument() override;
 
     /// The control that `key` names; empty while it is released, when it is unfitted, and for a key
     /// that no instrument of this kind has.
@@ -49,20 +71,51 @@ public:
     /// Throws `std::out_of_range` for a key that is not among `controlKeys()`.
     void fitControl(sdk::Key key);
 
+    /// Makes single operations misbehave.
+    Faults& faults() noexcept;
+
+    /// Makes the file store one that is there but cannot be used, and usable again.
+    void setFileStoreAvailable(bool available);
+
+    /// Flips the bits of the byte at `offset` of the memory, which its integrity check then finds.
+    /// Throws `std::out_of_range`.
+    void damageMemory(std::size_t offset);
+
+    /// The value in RAM of the potentiometer at `index`, which no control reads. Throws `std::out_of_range`.
+    int potentiometerInRam(std::size_t index) const;
+
+    /// Waits until everything is answered and every notification is delivered. Not in a notification.
+    void waitUntilQuiet();
+
+    /// Keeps everything that the controls set in the file at `path`, which afterwards is the old one or the new
+    /// one, whole. Throws `std::runtime_error`, which says what went wrong.
+    void save(const QString& path) const;
+
+    /// Takes over what `save()` kept. Throws `std::runtime_error` for a file that cannot be read, is of another
+    /// kind or version, or is damaged; neither it nor the instrument is changed then.
+    void load(const QString& path);
+
 private:
     struct Slot
     {
         sdk::Key key;
+        QString name; // in the file
+        std::shared_ptr<ControlState> state;
         std::function<std::shared_ptr<void>()> makeControl;
         bool fitted = true;
         std::shared_ptr<void> control; // what is offered now, if anything
     };
 
-    template <typename SdkIface, typename Control, typename State>
-    static Slot makeSlot(sdk::Key key);
+    template <typename SdkIface, typename Control, typename State, typename... Shared>
+    void addSlot(sdk::Key key, const QString& name, std::shared_ptr<State> state, const Shared&... shared);
 
     Slot& slot(sdk::Key key);
     void offer(Slot& slot) const;
+
+    const std::shared_ptr<Machine> m_machine;
+    const std::shared_ptr<FileMemoryState> m_files;
+    const std::shared_ptr<MemoryState> m_memory;
+    const std::shared_ptr<PotentiometersState> m_potentiometers;
 
     mutable std::mutex m_mutex; // guards all below; controls are destroyed outside it
     bool m_offering = false;

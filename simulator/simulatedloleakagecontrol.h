@@ -1,16 +1,20 @@
 #pragma once
 
 #include "sdk/service/iloleakagecontrol.h"
+#include "simulator/controlstate.h"
 
 #include <atomic>
 #include <memory>
 
 namespace tov::simulator {
 
-/// What the instrument remembers of its LO leakage function, whichever control object changes it.
-struct LoLeakageState
+class LoLeakageState final : public ControlState
 {
+public:
     std::atomic<bool> enabled = false;
+
+    QCborMap save() const override;
+    void restore(const QCborMap& saved) override;
 };
 
 /// The LO leakage control as the simulated instrument offers it.

@@ -4,6 +4,19 @@
 
 namespace tov::simulator {
 
+using namespace Qt::StringLiterals;
+
+QCborMap YqSynthesisState::save() const
+{
+    return {{"manual IF"_L1, manualIf.load()}, {"selected IF"_L1, selectedIf.load()}};
+}
+
+void YqSynthesisState::restore(const QCborMap& saved)
+{
+    manualIf = saved["manual IF"_L1].toBool();
+    selectedIf = static_cast<int>(saved["selected IF"_L1].toInteger());
+}
+
 SimulatedYqSynthesisControl::SimulatedYqSynthesisControl(std::shared_ptr<YqSynthesisState> state)
     : m_state(std::move(state))
 {

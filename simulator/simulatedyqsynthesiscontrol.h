@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sdk/service/iyqsynthesiscontrol.h"
+#include "simulator/controlstate.h"
 
 #include <array>
 #include <atomic>
@@ -9,14 +10,17 @@
 
 namespace tov::simulator {
 
-/// What the instrument remembers of its Yq synthesis settings, whichever control object changes them.
-struct YqSynthesisState
+class YqSynthesisState final : public ControlState
 {
+public:
     std::atomic<bool> manualIf = false;
     std::atomic<int> selectedIf = 0;
 
     /// In Hz.
     static constexpr std::array supportedIfs = {2.5e6, 5.0e6, 7.5e6, 10.7e6, 21.4e6};
+
+    QCborMap save() const override;
+    void restore(const QCborMap& saved) override;
 };
 
 /// The Yq synthesis control as the simulated instrument offers it. An IF index that is not supported is

@@ -36,7 +36,9 @@ list(REMOVE_DUPLICATES adapters)
 if(NOT registrates EQUAL 1)
     message(SEND_ERROR "registrate is exported ${registrates} times instead of once")
 endif()
-foreach(adapter IN ITEMS SdkLoLeakageControl SdkYqSynthesisControl)
+foreach(adapter IN ITEMS
+        SdkFileMemoryControl SdkLoLeakageControl SdkMemoryOperationsControl SdkMemoryUsbId
+        SdkPotentiometersControl SdkSerialNumberControl SdkSystemTermsControl SdkYqSynthesisControl)
     if(NOT "tov::devices::service::${adapter}" IN_LIST adapters)
         message(SEND_ERROR "Not exported: ${adapter}")
     endif()

@@ -1,9 +1,21 @@
 #include "service/servicecontrols.h"
 
 #include "devices/controlregistry.h"
+#include "fakes/fakefilememorycontrol.h"
 #include "fakes/fakeinstrument.h"
 #include "fakes/fakeloleakagecontrol.h"
+#include "fakes/fakememoryoperationscontrol.h"
+#include "fakes/fakememoryserialnumbercontrol.h"
+#include "fakes/fakememoryusbidcontrol.h"
+#include "fakes/fakepotentiometerscontrol.h"
+#include "fakes/fakesystemtermscontrol.h"
 #include "fakes/fakeyqsynthesiscontrol.h"
+#include "service/memory/ifilememorycontrol.h"
+#include "service/memory/imemoryoperationscontrol.h"
+#include "service/memory/ipotentiometerscontrol.h"
+#include "service/memory/iserialnumbercontrol.h"
+#include "service/memory/isystemtermscontrol.h"
+#include "service/memory/iusbidcontrol.h"
 #include "service/tuning/sdkloleakagecontrol.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
 
@@ -51,10 +63,22 @@ Row row(const std::string& name, std::uint64_t registryKey, std::uint64_t sdkKey
 }
 
 const std::vector<Row> table = {
+    row<sdk::service::IFileMemoryControl, IFileMemoryControl, FakeFileMemoryControl>("FileMemory", 0xE85F16739B17B339,
+                                                                                     0xF667DF356DF31CE4),
+    row<sdk::service::IPotentiometersControl, IPotentiometersControl, FakePotentiometersControl>(
+        "Potentiometers", 0xC51B6FB2AE2584D2, 0x88798A0EA0BFE22B),
+    row<sdk::service::IMemoryUsbIdControl, IUsbIdControl, FakeMemoryUsbIdControl>("UsbId", 0xEC20F733872B6AC0,
+                                                                                  0x8BBA7F494AD7C259),
+    row<sdk::service::IMemorySerialNumberControl, ISerialNumberControl, FakeMemorySerialNumberControl>(
+        "SerialNumber", 0x2E23977C2578988D, 0x5C028B97CC332087),
+    row<sdk::service::IMemoryOperationsControl, IMemoryOperationsControl, FakeMemoryOperationsControl>(
+        "MemoryOperations", 0x5664961726404671, 0x5D412BFD18B02258),
     row<sdk::service::ILoLeakageControl, SdkLoLeakageControl, FakeLoLeakageControl>("LoLeakage", 0x39CE7F28FB8C58BD,
                                                                                     0x33F09CC532B7707A),
     row<sdk::service::IYqSynthesisControl, SdkYqSynthesisControl, FakeYqSynthesisControl>(
         "YqSynthesis", 0xA045AB34EA41DF44, 0xF636764463DEE854),
+    row<sdk::service::ISystemTermsControl, ISystemTermsControl, FakeSystemTermsControl>(
+        "SystemTerms", 0x10B13A8FE293BF50, 0x1E7084D947290478),
 };
 
 ControlRegistry registered()

@@ -43,7 +43,10 @@ protected:
 TEST_F(SimulatedInstrument, OffersEveryControlFromTheStart)
 {
     EXPECT_THAT(instrument.controlKeys(),
-                UnorderedElementsAre(controlkeys::loLeakage.sdk, controlkeys::yqSynthesis.sdk));
+                UnorderedElementsAre(controlkeys::fileMemory.sdk, controlkeys::potentiometers.sdk,
+                                     controlkeys::usbId.sdk, controlkeys::serialNumber.sdk,
+                                     controlkeys::memoryOperations.sdk, controlkeys::loLeakage.sdk,
+                                     controlkeys::yqSynthesis.sdk, controlkeys::systemTerms.sdk));
     for (const sdk::Key key : instrument.controlKeys())
         EXPECT_NE(instrument.findControl(key), nullptr);
 }

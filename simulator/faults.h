@@ -1,0 +1,73 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <system_error>
+
+namespace tov::simulator {
+
+/// The operations of the simulated instrument that answer by a callback, and so may be made to misbehave.
+enum class Operation {
+    FileList,
+    FileSpace,
+    FileRead,
+    FileWrite,
+    FileDelete,
+    MemoryRead,
+    MemoryWrite,
+    MemoryErase,
+    MemoryCheck,
+    PotentiometerReadEeprom,
+    PotentiometerWriteRam,
+    PotentiometerWriteEeprom,
+    SerialNumberRead,
+    SerialNumberWrite,
+    UsbIdWrite,
+};
+
+/// What is wrong with an operation.
+struct Fault
+{
+    std::optional<std::error_code> error;
+    std::optional<std::chrono::microseconds> delay;
+    bool throws = false;
+    bool releasesControls = false;
+};
+
+/// What is wrong with the instrument, operation by operation: each verb holds for every later call until
+/// `heal()`, and several may hold at the same time.
+///
+/// Thread: *any thread*.
+class Faults
+{
+public:
+    /// Answers with `error` instead of doing anything. An error of the number 0 is done and answered with a
+    /// value, but keeps its category.
+    void answerWith(Operation operation, std::error_code error);
+
+    /// Answers after `delay`, on the simulator's own thread.
+    void answerLate(Operation operation, std::chrono::microseconds delay);
+
+    /// Throws `std::runtime_error` instead of returning, and never answers.
+    void throwFrom(Operation operation);
+
+    /// Releases the instrument's controls just before it answers; the call that waits still completes.
+    void releaseControlsDuring(Operation operation);
+
+    /// Takes back all of the above.
+    void heal(Operation operation);
+
+    /// What is wrong with `operation` now.
+    Fault of(Operation operation) const;
+
+private:
+    template <typename Change>
+    void change(Operation operation, Change change);
+
+    mutable std::mutex m_mutex; // guards all below
+    std::map<Operation, Fault> m_faults;
+};
+
+} // namespace tov::simulator

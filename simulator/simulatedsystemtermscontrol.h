@@ -1,0 +1,67 @@
+#pragma once
+
+#include "sdk/service/isystemtermscontrol.h"
+#include "simulator/controlstate.h"
+#include "simulator/machine.h"
+#include "simulator/observerhub.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace tov::simulator {
+
+/// The system error terms that the simulated instrument was given last.
+class SystemTermsState final : public ControlState
+{
+public:
+    struct Stored
+    {
+        long long secondsSinceEpoch = 0;
+        double parameter = 0.0;
+        std::vector<sdk::service::ISystemTermsControl::TermsRecord> records;
+        sdk::corrections::ErrorTerms terms;
+    };
+
+    /// What was written last, if anything was.
+    std::optional<Stored> stored() const;
+    void store(Stored stored);
+
+    QCborMap save() const override;
+    void restore(const QCborMap& saved) override;
+
+private:
+    mutable std::mutex m_mutex; // guards all below
+    std::optional<Stored> m_stored;
+};
+
+/// The system terms as the simulated instrument offers them. The flag tells whether terms are stored.
+///
+/// A write is told by a notice, the number of its records, the status 1 with records or 2 without, and a
+/// second notice.
+class SimulatedSystemTermsControl final : public sdk::service::ISystemTermsControl
+{
+public:
+    SimulatedSystemTermsControl(std::shared_ptr<Machine> machine, std::shared_ptr<SystemTermsState> state);
+    SimulatedSystemTermsControl(const SimulatedSystemTermsControl&) = delete;
+    SimulatedSystemTermsControl& operator=(const SimulatedSystemTermsControl&) = delete;
+    ~SimulatedSystemTermsControl() override;
+
+    void addObserver(Observer* observer) override;
+    void removeObserver(Observer* observer) override;
+    std::vector<TermsRecord> termsRecords() override;
+    void writeSystemTerms(long long secondsSinceEpoch, double parameter, std::vector<TermsRecord> records,
+                          sdk::corrections::ErrorTerms terms) override;
+    void writeSystemTerms(long long secondsSinceEpoch, double parameter, sdk::corrections::ErrorTerms terms) override;
+    bool systemTermsFlag() override;
+
+private:
+    void store(SystemTermsState::Stored stored, int status);
+
+    const std::shared_ptr<Machine> m_machine;
+    const std::shared_ptr<SystemTermsState> m_state;
+    const std::shared_ptr<ObserverHub<Observer>> m_observers;
+};
+
+} // namespace tov::simulator

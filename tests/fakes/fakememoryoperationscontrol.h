@@ -1,0 +1,31 @@
+#pragma once
+
+#include "fakes/answeringcontrol.h"
+#include "fakes/observedcontrol.h"
+#include "sdk/service/imemoryoperationscontrol.h"
+
+namespace tov::testing {
+
+class FakeMemoryOperationsControl final : public sdk::service::IMemoryOperationsControl,
+                                          public AnsweringControl,
+                                          public ObservedControl<sdk::service::IMemoryOperationsControl::IObserver>
+{
+public:
+    void read(std::function<void(std::vector<std::byte>, std::error_code)> answer) override
+    {
+        answers("read", std::move(answer));
+    }
+    void write(std::vector<std::byte> data, std::function<void(std::error_code)> answer) override
+    {
+        answers("write", std::move(answer), data);
+    }
+    void erase(std::function<void(std::error_code)> answer) override { answers("erase", std::move(answer)); }
+    void integrityCheck(std::function<void(std::error_code)> answer) override
+    {
+        answers("integrityCheck", std::move(answer));
+    }
+    void addObserver(IObserver* observer) override { add(observer); }
+    void removeObserver(IObserver* observer) override { remove(observer); }
+};
+
+} // namespace tov::testing

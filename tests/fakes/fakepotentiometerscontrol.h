@@ -1,0 +1,29 @@
+#pragma once
+
+#include "fakes/answeringcontrol.h"
+#include "sdk/service/ipotentiometerscontrol.h"
+
+namespace tov::testing {
+
+class FakePotentiometersControl final : public sdk::service::IPotentiometersControl, public AnsweringControl
+{
+public:
+    std::vector<PotentiometerInfo> potentiometers() override
+    {
+        return called<std::vector<PotentiometerInfo>>("potentiometers");
+    }
+    void readFromEeprom(std::size_t index, std::function<void(int, std::error_code)> answer) override
+    {
+        answers("readFromEeprom", std::move(answer), index);
+    }
+    void writeToRam(std::size_t index, int value, std::function<void(std::error_code)> answer) override
+    {
+        answers("writeToRam", std::move(answer), index, value);
+    }
+    void writeToEeprom(std::size_t index, int value, std::function<void(std::error_code)> answer) override
+    {
+        answers("writeToEeprom", std::move(answer), index, value);
+    }
+};
+
+} // namespace tov::testing

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "fakes/observedcontrol.h"
+#include "fakes/recordingcontrol.h"
+#include "sdk/service/isystemtermscontrol.h"
+
+namespace tov::testing {
+
+class FakeSystemTermsControl final : public sdk::service::ISystemTermsControl,
+                                     public RecordingControl,
+                                     public ObservedControl<sdk::service::ISystemTermsControl::Observer>
+{
+public:
+    /// What the last write brought.
+    std::vector<TermsRecord> writtenRecords;
+    sdk::corrections::ErrorTerms writtenTerms;
+
+    void addObserver(Observer* observer) override { add(observer); }
+    void removeObserver(Observer* observer) override { remove(observer); }
+    std::vector<TermsRecord> termsRecords() override { return called<std::vector<TermsRecord>>("termsRecords"); }
+    void writeSystemTerms(long long secondsSinceEpoch, double parameter, std::vector<TermsRecord> records,
+                          sdk::corrections::ErrorTerms terms) override
+    {
+        writtenRecords = std::move(records);
+        writtenTerms = std::move(terms);
+        called("writeSystemTerms with records", secondsSinceEpoch, parameter);
+    }
+    void writeSystemTerms(long long secondsSinceEpoch, double parameter, sdk::corrections::ErrorTerms terms) override
+    {
+        writtenTerms = std::move(terms);
+        called("writeSystemTerms", secondsSinceEpoch, parameter);
+    }
+    bool systemTermsFlag() override { return called<bool>("systemTermsFlag"); }
+};
+
+} // namespace tov::testing
