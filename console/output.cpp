@@ -71,15 +71,15 @@ Output::Output(Form form)
 
 void Output::answer(const std::string& text, const QJsonObject& json) const
 {
-    if (m_form == Form::Json)
-        std::cout << QJsonDocument(json).toJson().constData();
-    else
+    if (isText())
         std::cout << text;
+    else
+        std::cout << QJsonDocument(json).toJson().constData();
 }
 
 void Output::remark(const std::string& line) const
 {
-    if (m_form == Form::Text)
+    if (isText())
         std::cout << line << "\n" << std::flush;
 }
 

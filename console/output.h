@@ -36,6 +36,8 @@ public:
 
     explicit Output(Form form);
 
+    bool isText() const noexcept { return m_form == Form::Text; }
+
     /// Prints one answer, in one of its two forms.
     void answer(const std::string& text, const QJsonObject& json) const;
 

@@ -71,10 +71,12 @@ ExitStatus finish(ExitStatus status)
     return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output");
 }
 
-ExitStatus runChosen(const ChosenCommand& chosen, Output::Form form, const std::vector<std::string>& missing)
+ExitStatus runChosen(const ChosenCommand& chosen, const Options& options)
 {
-    Workbench workbench(Output(form), missing);
-    return finish(chosen(workbench));
+    Workbench workbench(options);
+    const ExitStatus status = chosen(workbench);
+    workbench.keep();
+    return finish(status);
 }
 
 } // namespace
@@ -87,18 +89,27 @@ try {
     app.require_subcommand(0, 1);
     app.fallthrough();
 
-    bool json = false;
-    app.add_flag("--json", json, "Answer in JSON on standard output");
-    std::vector<std::string> missing;
-    app.add_option("--missing", missing, "Let the simulated instrument lack CONTROL; may be repeated")
+    Options options;
+    app.add_flag_callback(
+        "--json", [&options] { options.form = Output::Form::Json; }, "Answer in JSON on standard output");
+    app.add_option("--state", options.stateFile, "Use the instrument that is kept in FILE, a new one if there is none")
+        ->type_name("FILE");
+    app.add_option("--missing", options.missing, "Let the simulated instrument lack CONTROL; may be repeated")
         ->type_name("CONTROL")
         ->allow_extra_args(false);
 
     ChosenCommand chosen;
     addInfoCommand(app, chosen);
     addProbeCommand(app, chosen);
+    addFilesCommand(app, chosen);
+    addMemoryCommand(app, chosen);
+    addPotsCommand(app, chosen);
+    addSerialCommand(app, chosen);
+    addUsbCommand(app, chosen);
+    addTermsCommand(app, chosen);
     addLoLeakageCommand(app, chosen);
     addYqCommand(app, chosen);
+    addMonitorCommand(app, chosen);
     addDemoCommand(app, chosen);
 
     try {
@@ -113,7 +124,7 @@ try {
     }
     if (!chosen)
         return fail(ExitStatus::BadUse, explain(app));
-    return runChosen(chosen, json ? Output::Form::Json : Output::Form::Text, missing);
+    return runChosen(chosen, options);
 } catch (const CommandError& error) {
     return fail(error.status(), error.what());
 } catch (const std::exception& error) {

@@ -1,17 +1,45 @@
 #include "console/workbench.h"
 
+#include <QFile>
+
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace tov::console {
 
-Workbench::Workbench(Output output, const std::vector<std::string>& missing)
-    : m_output(output)
+Workbench::Workbench(const Options& options)
+    : m_output(options.form)
+    , m_stateFile(QString::fromStdString(options.stateFile))
     , m_instrument(std::make_shared<simulator::SimulatedInstrument>())
     , m_session(m_instrument)
 {
-    for (const std::string& name : missing)
+    for (const std::string& name : options.missing)
         m_instrument->unfitControl(controlNamed(name).keys.sdk);
+    if (keepsState())
+        openStateFile();
+}
+
+void Workbench::openStateFile()
+{
+    m_stateLock.emplace(m_stateFile + ".lock");
+    if (!m_stateLock->tryLock())
+        throw CommandError(ExitStatus::Failure,
+                           m_stateFile.toStdString() + ": another program uses this state or its folder is read-only");
+    try {
+        if (QFile::exists(m_stateFile))
+            m_instrument->load(m_stateFile);
+    } catch (const std::runtime_error& error) {
+        throw CommandError(ExitStatus::Failure, error.what());
+    }
+}
+
+void Workbench::keep()
+try {
+    if (keepsState())
+        m_instrument->save(m_stateFile);
+} catch (const std::runtime_error& error) {
+    throw CommandError(ExitStatus::Failure, error.what());
 }
 
 CommandError Workbench::missing(const host::ControlName& kind)

@@ -5,19 +5,30 @@
 #include "host/instrumentsession.h"
 #include "simulator/simulatedinstrument.h"
 
+#include <QLockFile>
+
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tov::console {
 
+/// What the user asked for besides the command.
+struct Options
+{
+    Output::Form form = Output::Form::Text;
+    std::vector<std::string> missing; ///< names of controls that the instrument lacks
+    std::string stateFile;            ///< where the instrument is kept; empty: nowhere
+};
+
 /// What a command works with: an open instrument and a place for its answer.
 class Workbench
 {
 public:
-    /// Opens a simulated instrument that lacks the controls named in `missing`. Throws `CommandError`
-    /// (BadUse) for an unknown name.
-    Workbench(Output output, const std::vector<std::string>& missing);
+    /// Opens a simulated instrument, the one that is kept in the state file if there is such a file. Throws
+    /// `CommandError` for an unknown control (BadUse) and for a state file that cannot be used (Failure).
+    explicit Workbench(const Options& options);
 
     const Output& output() const noexcept { return m_output; }
     host::InstrumentSession& session() noexcept { return m_session; }
@@ -32,10 +43,18 @@ public:
         throw missing(kind);
     }
 
+    bool keepsState() const { return !m_stateFile.isEmpty(); }
+
+    /// Keeps what the command changed in the state file, if there is one. Throws `CommandError` (Failure).
+    void keep();
+
 private:
     static CommandError missing(const host::ControlName& kind);
+    void openStateFile();
 
     Output m_output;
+    QString m_stateFile;
+    std::optional<QLockFile> m_stateLock;
     std::shared_ptr<simulator::SimulatedInstrument> m_instrument;
     host::InstrumentSession m_session;
 };

@@ -12,6 +12,8 @@
 #include "simulator/simulatedyqsynthesiscontrol.h"
 #include "simulator/statefile.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <iterator>
 #include <stdexcept>
@@ -154,7 +156,8 @@ void SimulatedInstrument::save(const QString& path) const
         for (const Slot& slot : m_slots)
             all.insert(slot.name, slot.state->save());
     }
-    writeStateFile(path, all);
+    if (!QFile::exists(path) || readStateFile(path) != all)
+        writeStateFile(path, all);
 }
 
 void SimulatedInstrument::load(const QString& path)

@@ -88,7 +88,8 @@ public:
     void waitUntilQuiet();
 
     /// Keeps everything that the controls set in the file at `path`, which afterwards is the old one or the new
-    /// one, whole. Throws `std::runtime_error`, which says what went wrong.
+    /// one, whole; it is not touched when it holds the same already. Throws `std::runtime_error`, which says what
+    /// went wrong, also for a file that is there and is none of `save()`.
     void save(const QString& path) const;
 
     /// Takes over what `save()` kept. Throws `std::runtime_error` for a file that cannot be read, is of another

@@ -47,7 +47,7 @@ endforeach()
 run_tool(dynamic "${READELF}" --dynamic --wide "${LIBRARY}")
 foreach(line IN LISTS dynamic)
     if(line MATCHES "NEEDED"
-            AND NOT line MATCHES "(libDevices|libQt6Core|libstdc\\+\\+|libgcc_s|libc|libm|lib[aut]+san|ld-linux-x86-64)\\.so")
+            AND NOT line MATCHES "(libDevices|libQt6Core|libstdc\\+\\+|libgcc_s|libc|libm|lib(asan|ubsan|tsan)|ld-linux-x86-64)\\.so")
         message(SEND_ERROR "Needs more than it may: ${line}")
     endif()
 endforeach()

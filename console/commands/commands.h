@@ -19,8 +19,15 @@ using ChosenCommand = std::function<ExitStatus(Workbench&)>;
 // `chosen`; both arguments must outlive the parsing.
 void addInfoCommand(CLI::App& app, ChosenCommand& chosen);
 void addProbeCommand(CLI::App& app, ChosenCommand& chosen);
+void addFilesCommand(CLI::App& app, ChosenCommand& chosen);
+void addMemoryCommand(CLI::App& app, ChosenCommand& chosen);
+void addPotsCommand(CLI::App& app, ChosenCommand& chosen);
+void addSerialCommand(CLI::App& app, ChosenCommand& chosen);
+void addUsbCommand(CLI::App& app, ChosenCommand& chosen);
+void addTermsCommand(CLI::App& app, ChosenCommand& chosen);
 void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen);
 void addYqCommand(CLI::App& app, ChosenCommand& chosen);
+void addMonitorCommand(CLI::App& app, ChosenCommand& chosen);
 void addDemoCommand(CLI::App& app, ChosenCommand& chosen);
 
 } // namespace tov::console

@@ -1,10 +1,6 @@
-#include "console/commands/commands.h"
+#include "console/commands/subcommand.h"
 
 #include "console/setting.h"
-
-#include <CLI/CLI.hpp>
-
-#include <memory>
 
 namespace tov::console {
 
@@ -17,29 +13,33 @@ constexpr Setting<SdkLoLeakageControl> enabled{
     [](const SdkLoLeakageControl& control) { return QJsonValue(control.isEnabled()); }, &onOff,
     [](SdkLoLeakageControl& control, const QJsonValue& value) { control.setEnabled(value.toBool()); }};
 
+struct Arguments
+{
+    std::string state;
+};
+
+void get(Workbench& workbench)
+{
+    showSettings(workbench.output(), *workbench.require(host::controls::loLeakage), std::span(&enabled, 1));
+}
+
+void set(Workbench& workbench, const Arguments& arguments)
+{
+    changeSetting(workbench, host::controls::loLeakage, enabled, arguments.state);
+}
+
 } // namespace
 
 void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen)
 {
-    CLI::App* const command = app.add_subcommand("lo-leakage", "Show or switch the LO leakage function");
-
-    command->add_subcommand("get", "Tell whether the function is on")->callback([&chosen] {
-        chosen = [](Workbench& workbench) {
-            const auto control = workbench.require(host::controls::loLeakage);
-            showSettings(workbench.output(), *control, std::span(&enabled, 1));
-            return ExitStatus::Success;
-        };
-    });
-
-    CLI::App* const set = command->add_subcommand("set", "Switch the function on or off");
-    const auto value = std::make_shared<std::string>();
-    set->add_option("state", *value, "on or off")->required()->type_name("on|off");
-    set->callback([&chosen, value] {
-        chosen = [value](Workbench& workbench) {
-            changeSetting(workbench, host::controls::loLeakage, enabled, *value);
-            return ExitStatus::Success;
-        };
-    });
+    CLI::App& loLeakage = *app.add_subcommand("lo-leakage", "Show or switch the LO leakage function");
+    addSubcommand(loLeakage, chosen, "get", "Tell whether the function is on", get);
+    addSubcommand<Arguments>(
+        loLeakage, chosen, "set", "Switch the function on or off",
+        [](CLI::App& command, Arguments& arguments) {
+            command.add_option("state", arguments.state, "on or off")->required()->type_name("on|off");
+        },
+        set);
 }
 
 } // namespace tov::console

@@ -1,13 +1,10 @@
-#include "console/commands/commands.h"
+#include "console/commands/subcommand.h"
 
 #include "console/setting.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QJsonArray>
 
 #include <array>
-#include <memory>
 
 namespace tov::console {
 
@@ -35,37 +32,46 @@ constexpr std::array<Setting<SdkYqSynthesisControl>, 3> settings{{
 
 constexpr std::span<const Setting<SdkYqSynthesisControl>> allSettings(settings);
 
+struct Arguments
+{
+    std::string setting;
+    std::string value;
+};
+
+void get(Workbench& workbench, const Arguments& arguments)
+{
+    const auto shown =
+        arguments.setting.empty() ? allSettings : std::span(&settingNamed(allSettings, arguments.setting), 1);
+    showSettings(workbench.output(), *workbench.require(host::controls::yqSynthesis), shown);
+}
+
+void set(Workbench& workbench, const Arguments& arguments)
+{
+    changeSetting(workbench, host::controls::yqSynthesis, settingNamed(allSettings, arguments.setting),
+                  arguments.value);
+}
+
 } // namespace
 
 void addYqCommand(CLI::App& app, ChosenCommand& chosen)
 {
-    CLI::App* const command = app.add_subcommand("yq", "Show or change the IF settings of the Yq synthesis module");
-
-    const auto name = std::make_shared<std::string>();
-    const auto value = std::make_shared<std::string>();
-
-    CLI::App* const get = command->add_subcommand("get", "Show one setting or all of them");
-    get->footer(describe(allSettings));
-    get->add_option("setting", *name, "Name of a setting; all when left out")->type_name("SETTING");
-    get->callback([&chosen, name] {
-        chosen = [name](Workbench& workbench) {
-            const auto shown = name->empty() ? allSettings : std::span(&settingNamed(allSettings, *name), 1);
-            const auto control = workbench.require(host::controls::yqSynthesis);
-            showSettings(workbench.output(), *control, shown);
-            return ExitStatus::Success;
-        };
-    });
-
-    CLI::App* const set = command->add_subcommand("set", "Change one setting");
-    set->footer(describe(allSettings));
-    set->add_option("setting", *name, "Name of the setting")->required()->type_name("SETTING");
-    set->add_option("value", *value, "Its new value")->required()->type_name("VALUE");
-    set->callback([&chosen, name, value] {
-        chosen = [name, value](Workbench& workbench) {
-            changeSetting(workbench, host::controls::yqSynthesis, settingNamed(allSettings, *name), *value);
-            return ExitStatus::Success;
-        };
-    });
+    CLI::App& yq = *app.add_subcommand("yq", "Show or change the IF settings of the Yq synthesis module");
+    addSubcommand<Arguments>(
+        yq, chosen, "get", "Show one setting or all of them",
+        [](CLI::App& command, Arguments& arguments) {
+            command.add_option("setting", arguments.setting, "Name of a setting; all when left out")
+                ->type_name("SETTING");
+        },
+        get)
+        ->footer(describe(allSettings));
+    addSubcommand<Arguments>(
+        yq, chosen, "set", "Change one setting",
+        [](CLI::App& command, Arguments& arguments) {
+            command.add_option("setting", arguments.setting, "Name of the setting")->required()->type_name("SETTING");
+            command.add_option("value", arguments.value, "Its new value")->required()->type_name("VALUE");
+        },
+        set)
+        ->footer(describe(allSettings));
 }
 
 } // namespace tov::console

@@ -1,14 +1,17 @@
 #include <gmock/gmock.h>
 
 #include <QByteArray>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace tov::testing {
 
@@ -54,9 +57,29 @@ void expectError(const QStringList& arguments, int status, const std::string& sa
 
 TEST(ServiceConsole, HelpsAtEveryLevel)
 {
-    const QStringList levels[] = {
-        {},     {"info"},      {"probe"},     {"lo-leakage"}, {"lo-leakage", "get"}, {"lo-leakage", "set"},
-        {"yq"}, {"yq", "get"}, {"yq", "set"}, {"demo"}};
+    const QStringList levels[] = {{},
+                                  {"info"},
+                                  {"probe"},
+                                  {"files"},
+                                  {"files", "put"},
+                                  {"memory"},
+                                  {"memory", "dump"},
+                                  {"pots"},
+                                  {"pots", "set"},
+                                  {"serial"},
+                                  {"serial", "set"},
+                                  {"usb"},
+                                  {"usb", "set"},
+                                  {"terms"},
+                                  {"terms", "write"},
+                                  {"lo-leakage"},
+                                  {"lo-leakage", "get"},
+                                  {"lo-leakage", "set"},
+                                  {"yq"},
+                                  {"yq", "get"},
+                                  {"yq", "set"},
+                                  {"monitor"},
+                                  {"demo"}};
     for (const QStringList& level : levels) {
         const Outcome run = console(level + QStringList{"--help"});
         EXPECT_EQ(run.status, 0);
@@ -87,12 +110,12 @@ TEST(ServiceConsole, InfoGivesTheSameInJson)
     EXPECT_EQ(answer["library-built-with"].toString(), PROJECT_VERSION);
     EXPECT_EQ(answer["qt"].toString(), qVersion());
     const QJsonArray controls = answer["controls"].toArray();
-    ASSERT_EQ(controls.size(), 2);
-    EXPECT_EQ(controls[0].toObject(), (QJsonObject{{"control", "lo-leakage"},
+    ASSERT_EQ(controls.size(), 8);
+    EXPECT_EQ(controls[5].toObject(), (QJsonObject{{"control", "lo-leakage"},
                                                    {"registry-key", "0x39CE7F28FB8C58BD"},
                                                    {"sdk-key", "0x33F09CC532B7707A"},
                                                    {"state", "present"}}));
-    EXPECT_EQ(controls[1].toObject()["state"].toString(), "missing");
+    EXPECT_EQ(controls[6].toObject()["state"].toString(), "missing");
 }
 
 TEST(ServiceConsole, ProbeAnswersByItsExitStatus)
@@ -104,7 +127,7 @@ TEST(ServiceConsole, ProbeAnswersByItsExitStatus)
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.json(), (QJsonObject{{"control", "lo-leakage"}, {"present", false}}));
 
-    expectError({"probe", "nonsense"}, 2, "unknown control 'nonsense'; there are lo-leakage, yq-synthesis");
+    expectError({"probe", "nonsense"}, 2, "unknown control 'nonsense'; there are file-memory, potentiometers");
     expectError({"probe"}, 2, "required");
     expectError({"probe", "lo-leakage", "yq-synthesis"}, 2, "unexpected 'yq-synthesis'");
 }
@@ -171,6 +194,192 @@ TEST(ServiceConsole, FailsWhenItsAnswerDoesNotGetOut)
 }
 #endif
 
+namespace {
+
+class KeptInstrument : public ::testing::Test
+{
+protected:
+    QTemporaryDir folder;
+    const QString state = folder.filePath("state");
+
+    QString write(const QString& name, const QByteArray& contents)
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        return file.fileName();
+    }
+    static QByteArray read(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+    }
+    Outcome kept(const QStringList& arguments) { return console(QStringList{"--state", state} + arguments); }
+};
+
+} // namespace
+
+TEST_F(KeptInstrument, IsTheSameInEveryRun)
+{
+    EXPECT_EQ(kept({"serial", "set", "4711"}).status, 0);
+    EXPECT_EQ(kept({"yq", "set", "selected-if", "3"}).status, 0);
+    EXPECT_EQ(kept({"pots", "set", "6", "-5", "--eeprom"}).status, 0);
+    EXPECT_EQ(kept({"usb", "set", "1", "0x2", "65535"}).status, 0);
+
+    EXPECT_EQ(kept({"serial", "get"}).output, "4711\n");
+    EXPECT_EQ(kept({"yq", "get", "selected-if", "--json"}).json(), (QJsonObject{{"selected-if", 3}}));
+    EXPECT_EQ(kept({"pots", "get", "6"}).output, "-5\n");
+    EXPECT_THAT(kept({"usb", "get"}).output, HasSubstr("0x0001  0x0002  0xFFFF"));
+    EXPECT_EQ(console({"serial", "get"}).output, "100001\n") << "without a state the instrument is new";
+}
+
+TEST_F(KeptInstrument, IsNotChangedByACommandThatFails)
+{
+    kept({"serial", "set", "1"});
+    const QByteArray before = read(state);
+    EXPECT_EQ(kept({"pots", "set", "0", "256", "--eeprom"}).status, 1);
+    EXPECT_EQ(kept({"files", "rm", "nothing"}).status, 1);
+    EXPECT_EQ(kept({"serial", "set", "-1"}).status, 2);
+    EXPECT_EQ(kept({"terms", "write", write("broken", "{")}).status, 1);
+    EXPECT_EQ(read(state), before);
+}
+
+TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
+{
+    for (const QByteArray& foreign : {QByteArray("a letter"), QByteArray(), QByteArray("\xA0")}) {
+        const QString path = write("foreign", foreign);
+        expectError({"--state", path, "serial", "get"}, 1, "no state of a simulated instrument");
+        expectError({"--state", path, "serial", "set", "1"}, 1, "no state of a simulated instrument");
+        EXPECT_EQ(read(path), foreign);
+    }
+    expectError({"--state", folder.filePath("no/such/folder"), "serial", "get"}, 1, "folder");
+}
+
+TEST_F(KeptInstrument, CopiesFilesWhole)
+{
+    const QByteArray contents("\0\xFF binary", 9);
+    const QString local = write("local", contents);
+    EXPECT_EQ(kept({"files", "put", local}).status, 0);
+    EXPECT_EQ(kept({"files", "put", local, "../../etc/passwd"}).status, 0) << "a name is no path";
+    EXPECT_EQ(kept({"files", "ls", "--json"}).json()["files"].toArray().size(), 2);
+    EXPECT_EQ(kept({"files", "df"}).output, "value1  value2  value3\n262144  18      262126\n");
+
+    const QString copy = folder.filePath("copy");
+    EXPECT_EQ(kept({"files", "get", "../../etc/passwd", copy}).status, 0);
+    EXPECT_EQ(read(copy), contents);
+    EXPECT_EQ(kept({"files", "rm", "local"}).status, 0);
+    expectError({"--state", state, "files", "get", "local", copy}, 1, "the instrument has no file 'local'");
+    EXPECT_EQ(read(copy), contents) << "nothing half-written";
+    EXPECT_FALSE(QFile::exists(folder.filePath("etc")));
+}
+
+TEST_F(KeptInstrument, SaysWhyAFileCannotBeCopied)
+{
+    expectError({"files", "put", folder.filePath("nothing")}, 1, "cannot be read");
+    const QString large = write("large", QByteArray(300'000, 'x'));
+    expectError({"files", "put", large}, 1, "large: no space left");
+    const QString local = write("local", "text");
+    kept({"files", "put", local});
+    expectError({"--state", state, "files", "get", "local", folder.filePath("no/such/folder")}, 1, "cannot be written");
+    expectError({"--missing", "file-memory", "files", "ls"}, 1, "has no file-memory control");
+}
+
+TEST_F(KeptInstrument, CopiesErasesAndChecksTheMemory)
+{
+    const QString image = write("image", "pattern");
+    const Outcome loaded = kept({"memory", "load", image});
+    EXPECT_EQ(loaded.status, 0);
+    EXPECT_EQ(loaded.output, "written: 7 bytes\n");
+    EXPECT_THAT(loaded.errors, HasSubstr("writing the memory 100 %\n"));
+
+    const QString dump = folder.filePath("dump");
+    EXPECT_EQ(kept({"memory", "dump", dump, "--json"}).json(), (QJsonObject{{"bytes", 65536}}));
+    EXPECT_EQ(read(dump), "pattern" + QByteArray(65536 - 7, '\xFF'));
+
+    EXPECT_EQ(kept({"memory", "check"}).output, "intact\n");
+    EXPECT_EQ(kept({"memory", "erase", "--json"}).json(), (QJsonObject{{"erased", true}}));
+    kept({"memory", "dump", dump});
+    EXPECT_EQ(read(dump), QByteArray(65536, '\xFF'));
+
+    const Outcome tooLarge = kept({"memory", "load", write("huge", QByteArray(65537, 'x'))});
+    EXPECT_EQ(tooLarge.status, 1);
+    EXPECT_THAT(tooLarge.errors, HasSubstr("writing the memory failed"));
+}
+
+TEST_F(KeptInstrument, StoresTermsFromAFile)
+{
+    EXPECT_EQ(kept({"terms", "flag", "--json"}).json(), (QJsonObject{{"flag", false}}));
+    const QString file = write("terms.json", R"({ "time": "2026-01-31T12:00:00Z", "parameter": 0.5,
+        "records": [ { "key": 7, "value": -0.25, "number": -3 } ], "frequencies": [1e9],
+        "ports": [ { "port": 1, "directivity": [[0, 1]], "source-match": [[2, 3]], "reflection-tracking": [[4, 5]] } ],
+        "paths": [ { "source-port": 1, "receiver-port": 2, "load-match": [[0, 0]],
+                     "transmission-tracking": [[1, 0]], "isolation": [[0, 0]] } ] })");
+    EXPECT_EQ(kept({"terms", "write", file}).output, "written with 1 records\n");
+    EXPECT_EQ(kept({"terms", "flag"}).output, "on\n");
+    EXPECT_EQ(kept({"terms", "ls", "--json"}).json()["records"].toArray(),
+              (QJsonArray{QJsonObject{{"key", "7"}, {"value", -0.25}, {"number", -3}}}));
+}
+
+TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
+{
+    const std::pair<const char*, const char*> wrong[] = {
+        {"{", "byte"},
+        {"[]", "expected an object"},
+        {"{}", "time: expected a time"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": "x"}]})", "records[0].key: expected a number"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [1]})", "records[0]: expected an object"},
+        {R"({"time": "2026-01-31T12:00:00Z", "ports": 1})", "ports: expected a list"},
+        {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1, "x"]})", "frequencies[1]: expected a number"},
+        {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1], "ports": [{"port": 1, "directivity": [[1]]}]})",
+         "ports[0].directivity[0]: expected [real, imaginary]"},
+        {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1], "ports": [{"port": 1}]})",
+         "ports[0].directivity: expected a value for each of the 1 frequencies"}};
+    for (const auto& [contents, says] : wrong)
+        expectError({"terms", "write", write("terms.json", contents)}, 1, says);
+}
+
+TEST(ServiceConsole, PrintsNotificationsAsTheyCome)
+{
+    const Outcome run = console({"monitor", "--exercise", "2"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(std::ranges::count(run.output, '\n'), 10);
+    EXPECT_THAT(run.output, StartsWith("serial-number event 100001 100001\n"
+                                       "memory-operations notification1 65536 16384\n"));
+    const QByteArray json = QByteArray::fromStdString(console({"monitor", "--exercise", "1", "--json"}).output);
+    for (const QByteArray& line : json.trimmed().split('\n'))
+        EXPECT_TRUE(QJsonDocument::fromJson(line).isObject()) << line.toStdString();
+    expectError({"monitor", "--exercise", "0"}, 2, "--exercise");
+}
+
+#ifdef Q_OS_UNIX
+TEST(ServiceConsole, MonitorsUntilItIsStopped)
+{
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError);
+    process.start(SERVICE_CONSOLE, {"monitor"});
+    ASSERT_TRUE(process.waitForStarted(-1));
+    ASSERT_TRUE(process.waitForReadyRead(-1)) << "it says that it waits";
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished(-1));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+}
+#endif
+
+TEST(ServiceConsole, WorksThePotentiometers)
+{
+    const QJsonArray list = console({"pots", "ls", "--json"}).json()["potentiometers"].toArray();
+    ASSERT_EQ(list.size(), 8);
+    EXPECT_EQ(list[0].toObject(),
+              (QJsonObject{{"index", 0}, {"name", "LO level"}, {"word1", 0}, {"word2", 255}, {"eeprom", 128}}));
+    EXPECT_EQ(console({"pots", "set", "1", "7", "--ram", "--json"}).json(), (QJsonObject{{"ram", 7}}));
+    expectError({"pots", "get", "8"}, 1, "'pots ls' shows the potentiometers");
+    expectError({"pots", "get", "-1"}, 2, "index");
+    expectError({"pots", "set", "1", "7"}, 2, "--ram,--eeprom");
+    expectError({"pots", "set", "1", "256", "--ram"}, 1, "failed");
+    expectError({"usb", "set", "1", "2", "65536"}, 2, "id3");
+}
+
 TEST(ServiceConsole, DemoShowsThatEverythingStillWorksAfterARelease)
 {
     const Outcome run = console({"demo"});
@@ -184,6 +393,7 @@ TEST(ServiceConsole, DemoShowsThatEverythingStillWorksAfterARelease)
     EXPECT_GT(json["steps"].toArray().size(), 10);
 
     expectError({"--missing", "lo-leakage", "demo", "--json"}, 1, "has no lo-leakage control");
+    expectError({"--state", "kept", "demo"}, 2, "demo has an instrument of its own");
 }
 
 } // namespace tov::testing

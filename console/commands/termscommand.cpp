@@ -1,0 +1,197 @@
+#include "console/commands/subcommand.h"
+
+#include "console/localfile.h"
+#include "console/workbench.h"
+
+#include <QDateTime>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+namespace tov::console {
+
+namespace {
+
+using TermsRecord = devices::service::ISystemTermsControl::TermsRecord;
+
+constexpr auto fileFormat = R"(FILE is JSON:
+  { "time": "2026-01-31T12:00:00Z",       when the terms were measured
+    "parameter": 1.0,
+    "records": [ { "key": 1, "value": 0.5, "number": 2 } ],
+    "frequencies": [ 1e9, 2e9 ],          in Hz
+    "ports": [ { "port": 1,               [real, imaginary] for each frequency
+        "directivity": [ [0, 0], [0, 0] ], "source-match": [...], "reflection-tracking": [...] } ],
+    "paths": [ { "source-port": 1, "receiver-port": 2,
+        "load-match": [...], "transmission-tracking": [...], "isolation": [...] } ] }
+Everything but "time" may be left out. Without records the terms are stored without a list.
+)";
+
+struct Arguments
+{
+    std::string localFile;
+};
+
+/// What a file of terms holds.
+struct TermsFile
+{
+    QDateTime time;
+    double parameter = 0.0;
+    std::vector<TermsRecord> records;
+    vna::ErrorTerms terms;
+};
+
+/// Reads a file of terms and says what is wrong with it by the place: "ports[0].directivity[1]".
+class TermsReader
+{
+public:
+    explicit TermsReader(std::string file)
+        : m_file(std::move(file))
+    {
+    }
+
+    TermsFile read() const
+    {
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(readLocalFile(m_file), &error);
+        if (error.error != QJsonParseError::NoError)
+            fail("byte " + std::to_string(error.offset), error.errorString().toStdString());
+        if (!document.isObject())
+            fail("the beginning", "expected an object");
+        const QJsonObject object = document.object();
+
+        TermsFile file;
+        file.time = QDateTime::fromString(object["time"].toString(), Qt::ISODate);
+        if (!file.time.isValid())
+            fail("time", "expected a time as 2026-01-31T12:00:00Z");
+        file.parameter = object.contains("parameter") ? number(object["parameter"], "parameter") : 0.0;
+        file.records =
+            list<TermsRecord>(object, "records", "", [this](const QJsonObject& record, const std::string& at) {
+                return TermsRecord{static_cast<std::int64_t>(number(record["key"], at + ".key")),
+                                   number(record["value"], at + ".value"),
+                                   static_cast<std::int64_t>(number(record["number"], at + ".number"))};
+            });
+        const QJsonArray frequencies = array(object, "frequencies", "");
+        for (qsizetype i = 0; i < frequencies.size(); ++i)
+            file.terms.frequencies.push_back(number(frequencies[i], "frequencies[" + std::to_string(i) + "]"));
+        const auto count = file.terms.frequencies.size();
+
+        file.terms.ports =
+            list<vna::ErrorTerms::Port>(object, "ports", "", [&](const QJsonObject& port, const std::string& at) {
+                return vna::ErrorTerms::Port{
+                    static_cast<int>(number(port["port"], at + ".port")), values(port, "directivity", at, count),
+                    values(port, "source-match", at, count), values(port, "reflection-tracking", at, count)};
+            });
+        file.terms.portPairs =
+            list<vna::ErrorTerms::PortPair>(object, "paths", "", [&](const QJsonObject& path, const std::string& at) {
+                return vna::ErrorTerms::PortPair{static_cast<int>(number(path["source-port"], at + ".source-port")),
+                                                 static_cast<int>(number(path["receiver-port"], at + ".receiver-port")),
+                                                 values(path, "load-match", at, count),
+                                                 values(path, "transmission-tracking", at, count),
+                                                 values(path, "isolation", at, count)};
+            });
+        return file;
+    }
+
+private:
+    [[noreturn]] void fail(const std::string& where, const std::string& what) const
+    {
+        throw CommandError(ExitStatus::Failure, m_file + ", " + where + ": " + what);
+    }
+
+    double number(const QJsonValue& value, const std::string& where) const
+    {
+        if (!value.isDouble())
+            fail(where, "expected a number");
+        return value.toDouble();
+    }
+
+    QJsonArray array(const QJsonObject& object, const char* name, const std::string& at) const
+    {
+        const QJsonValue value = object[QLatin1StringView(name)];
+        if (!value.isUndefined() && !value.isArray())
+            fail(at + name, "expected a list");
+        return value.toArray();
+    }
+
+    template <typename Element, typename Read>
+    std::vector<Element> list(const QJsonObject& object, const char* name, const std::string& at, Read read) const
+    {
+        std::vector<Element> elements;
+        const QJsonArray values = array(object, name, at);
+        for (qsizetype i = 0; i < values.size(); ++i) {
+            const std::string where = at + name + "[" + std::to_string(i) + "]";
+            if (!values[i].isObject())
+                fail(where, "expected an object");
+            elements.push_back(read(values[i].toObject(), where));
+        }
+        return elements;
+    }
+
+    vna::ErrorTerms::Values values(const QJsonObject& object, const char* name, const std::string& at,
+                                   std::size_t count) const
+    {
+        const QJsonArray list = array(object, name, at + ".");
+        vna::ErrorTerms::Values converted;
+        for (qsizetype i = 0; i < list.size(); ++i) {
+            const std::string where = at + "." + name + "[" + std::to_string(i) + "]";
+            const QJsonArray pair = list[i].toArray();
+            if (pair.size() != 2)
+                fail(where, "expected [real, imaginary]");
+            converted.emplace_back(number(pair[0], where), number(pair[1], where));
+        }
+        if (converted.size() != count)
+            fail(at + "." + name, "expected a value for each of the " + std::to_string(count) + " frequencies");
+        return converted;
+    }
+
+    std::string m_file;
+};
+
+void list(Workbench& workbench)
+{
+    Table table({"key", "value", "number"});
+    QJsonArray json;
+    for (const TermsRecord& record : workbench.require(host::controls::systemTerms)->termsRecords()) {
+        table.addRow({std::to_string(record.key), QString::number(record.value, 'g', 17).toStdString(),
+                      std::to_string(record.number)});
+        json.append(QJsonObject{{"key", QString::number(record.key)},
+                                {"value", record.value},
+                                {"number", static_cast<qint64>(record.number)}});
+    }
+    workbench.output().answer(table.toText(), {{"records", json}});
+}
+
+void showFlag(Workbench& workbench)
+{
+    const bool flag = workbench.require(host::controls::systemTerms)->systemTermsFlag();
+    workbench.output().answer(flag ? "on\n" : "off\n", {{"flag", flag}});
+}
+
+void write(Workbench& workbench, const Arguments& arguments)
+{
+    const TermsFile file = TermsReader(arguments.localFile).read();
+    const auto control = workbench.require(host::controls::systemTerms);
+    if (file.records.empty())
+        control->writeSystemTerms(file.time, file.parameter, file.terms);
+    else
+        control->writeSystemTerms(file.time, file.parameter, file.records, file.terms);
+    const auto count = static_cast<qint64>(file.records.size());
+    workbench.output().answer("written with " + std::to_string(count) + " records\n", {{"records", count}});
+}
+
+} // namespace
+
+void addTermsCommand(CLI::App& app, ChosenCommand& chosen)
+{
+    CLI::App& terms = *app.add_subcommand("terms", "Work with the stored system error terms");
+    addSubcommand(terms, chosen, "ls", "List the stored records", list);
+    addSubcommand(terms, chosen, "flag", "Show the flag of the stored terms", showFlag);
+    addSubcommand<Arguments>(
+        terms, chosen, "write", "Store the terms of a file of this computer",
+        [](CLI::App& command, Arguments& arguments) {
+            command.add_option("file", arguments.localFile, "File of this computer")->required()->type_name("FILE");
+        },
+        write)
+        ->footer(fileFormat);
+}
+
+} // namespace tov::console
