@@ -23,8 +23,8 @@ bool compare(Comparison comparison);
 /// Collects the repetitions of every benchmark and shows the comparisons: of each benchmark the fastest
 /// repetition counts, because everything else on the machine can only slow it down.
 ///
-/// Times are per call as one thread sees it. Benchmarks may report the counters "allocations" and "lookups" a
-/// call; where a limit is set they must, and both must be 0.
+/// Allocations are those of the calling thread. Times are per call as one thread sees it. Benchmarks may report the
+/// counters "allocations" and "lookups" a call; where a limit is set they must, and both must be 0.
 class ComparisonReporter final : public benchmark::BenchmarkReporter
 {
 public:

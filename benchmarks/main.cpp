@@ -1,5 +1,7 @@
 #include "comparisons.h"
 
+#include <QCoreApplication>
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -25,6 +27,8 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
+
+    const QCoreApplication application(argc, argv); // for the event loops that some are compared with
 
     // The standard library counts references without atomic operations until a first thread has started.
     std::thread([] {}).join();

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "devices/reacquiringcontrol.h"
+#include "service/support/stackarena.h"
 
 #include <QString>
 
-#include <array>
 #include <cstddef>
 #include <expected>
 #include <functional>
 #include <future>
-#include <memory_resource>
+#include <memory>
 #include <system_error>
 #include <type_traits>
 #include <utility>
@@ -89,10 +89,10 @@ struct PassOn
 template <typename Result, auto convert = PassOn(), typename T, typename Operation, typename... Arguments>
 Result callAndWait(T& control, Operation operation, Arguments&&... arguments)
 {
-    // Room for what the promise shares with its future; the heap is used if an implementation needs more.
-    alignas(std::max_align_t) std::array<std::byte, 160 + 2 * sizeof(Result)> room;
-    std::pmr::monotonic_buffer_resource arena(room.data(), room.size());
-    std::promise<Result> promise(std::allocator_arg, std::pmr::polymorphic_allocator<>(&arena));
+    // Room for what the promise shares with its future: a call then allocates nothing.
+    constexpr std::size_t room = 160 + 2 * sizeof(Result);
+    StackArena<room> arena;
+    std::promise<Result> promise(std::allocator_arg, StackAllocator<std::byte, room>(arena));
     std::future<Result> future = promise.get_future();
 
     const auto callback = [answered = &promise](auto&&... answer) {

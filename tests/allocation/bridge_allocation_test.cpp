@@ -8,6 +8,7 @@
 #include <memory>
 #include <semaphore>
 #include <thread>
+#include <utility>
 
 namespace tov::testing {
 
@@ -26,8 +27,7 @@ public:
     BareSerialNumberControl& operator=(const BareSerialNumberControl&) = delete;
     ~BareSerialNumberControl() override
     {
-        m_stop = true;
-        m_asked.release();
+        m_asked.release(); // asks nothing
         m_thread.join();
     }
 
@@ -45,13 +45,13 @@ public:
 private:
     std::function<void(unsigned int, std::error_code)> m_answer;
     std::binary_semaphore m_asked{0};
-    bool m_stop = false;
     std::thread m_thread{[this] {
         for (;;) {
             m_asked.acquire();
-            if (m_stop)
+            const auto answer = std::exchange(m_answer, nullptr);
+            if (!answer)
                 return;
-            m_answer(778, {});
+            answer(778, {});
         }
     }};
 };
