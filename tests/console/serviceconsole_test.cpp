@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -242,6 +243,28 @@ TEST_F(KeptInstrument, IsNotChangedByACommandThatFails)
     EXPECT_EQ(kept({"serial", "set", "-1"}).status, 2);
     EXPECT_EQ(kept({"terms", "write", write("broken", "{")}).status, 1);
     EXPECT_EQ(read(state), before);
+}
+
+TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
+{
+    ASSERT_EQ(kept({"serial", "set", "1000"}).status, 0);
+    for (int round = 0; round < 40; ++round) {
+        QProcess process;
+        process.start(SERVICE_CONSOLE, {"--state", state, "serial", "set", QString::number(1001 + round)});
+        ASSERT_TRUE(process.waitForStarted(-1));
+        // Later in each round: from before the program does anything to after it has ended.
+        for (QElapsedTimer timer; !timer.isValid() || timer.nsecsElapsed() < round * 500'000LL;)
+            if (!timer.isValid())
+                timer.start();
+        process.kill();
+        process.waitForFinished(-1);
+
+        const Outcome outcome = kept({"serial", "get"});
+        ASSERT_EQ(outcome.status, 0) << outcome.errors;
+        const int number = std::stoi(outcome.output);
+        EXPECT_GE(number, 1000);
+        EXPECT_LE(number, 1001 + round);
+    }
 }
 
 TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
