@@ -26,8 +26,8 @@ class PotentiometersState;
 struct Configuration
 {
     Timing timing;
-    std::uint64_t fileCapacity = 256 * 1024; // bytes
-    std::size_t memorySize = 64 * 1024;      // bytes
+    std::uint64_t fileCapacity = 256ULL * 1024; // bytes
+    std::size_t memorySize = 64ULL * 1024;      // bytes
 };
 
 /// An instrument without hardware, to develop and test applications against.

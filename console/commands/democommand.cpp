@@ -58,7 +58,7 @@ private:
 class SerialNumberCounter final : public devices::service::ISerialNumberControl::Observer
 {
 public:
-    void onSerialNumberEvent(const devices::service::SerialNumberEvent&) override { ++count; }
+    void onSerialNumberEvent(const devices::service::SerialNumberEvent& /*event*/) override { ++count; }
 
     std::atomic<int> count = 0;
 };

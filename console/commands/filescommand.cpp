@@ -54,13 +54,11 @@ void list(Workbench& workbench)
 void showSpace(Workbench& workbench)
 {
     const auto space = valueOf(workbench.require(host::controls::fileMemory)->spaceInfo(), "the space cannot be read");
-    const std::string values[] = {std::to_string(space.value1), std::to_string(space.value2),
-                                  std::to_string(space.value3)};
     Table table({"value1", "value2", "value3"});
-    table.addRow({values[0], values[1], values[2]});
-    workbench.output().answer(table.toText(), {{"value1", QString::fromStdString(values[0])},
-                                               {"value2", QString::fromStdString(values[1])},
-                                               {"value3", QString::fromStdString(values[2])}});
+    table.addRow({std::to_string(space.value1), std::to_string(space.value2), std::to_string(space.value3)});
+    workbench.output().answer(table.toText(), {{"value1", QString::number(space.value1)},
+                                               {"value2", QString::number(space.value2)},
+                                               {"value3", QString::number(space.value3)}});
 }
 
 void get(Workbench& workbench, const Arguments& arguments)

@@ -55,7 +55,7 @@ private:
     Progress m_progress;
 };
 
-// Carries `operation` out with its progress shown. Throws `CommandError` (Failure) when it fails.
+// Carries `operation` out with its progress shown and gives its value. Throws `CommandError` (Failure) when it fails.
 template <typename Operation>
 auto withProgress(Workbench& workbench, const std::string& what, Operation operation)
 {
@@ -66,7 +66,8 @@ auto withProgress(Workbench& workbench, const std::string& what, Operation opera
     }();
     if (!result)
         throw CommandError(ExitStatus::Failure, what + " failed: the instrument gives no reason");
-    return result;
+    if constexpr (!std::is_void_v<typename decltype(result)::value_type>)
+        return *std::move(result);
 }
 
 void answer(Workbench& workbench, const std::string& text, qsizetype bytes)
@@ -78,8 +79,8 @@ void dump(Workbench& workbench, const Arguments& arguments)
 {
     const auto contents =
         withProgress(workbench, "reading the memory", [](IMemoryOperationsControl& memory) { return memory.read(); });
-    QByteArray bytes(static_cast<qsizetype>(contents->size()), Qt::Uninitialized);
-    std::ranges::transform(*contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
+    QByteArray bytes(static_cast<qsizetype>(contents.size()), Qt::Uninitialized);
+    std::ranges::transform(contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
     writeLocalFile(arguments.localFile, bytes);
     answer(workbench, "read", bytes.size());
 }

@@ -82,6 +82,7 @@ private:
     std::mutex m_mutex; // one line at a time
 };
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): all that a signal handler can reach
 std::atomic<bool> stopped = false;
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
@@ -89,8 +90,10 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it"
 void exercise(Workbench& workbench)
 {
     const auto serialNumber = workbench.require(host::controls::serialNumber);
-    serialNumber->writeSerialNumber(serialNumber->serialNumber().value_or(0));
-    workbench.require(host::controls::memoryOperations)->integrityCheck();
+    const auto number = serialNumber->serialNumber();
+    if (!number || !serialNumber->writeSerialNumber(*number)
+        || !workbench.require(host::controls::memoryOperations)->integrityCheck())
+        throw CommandError(ExitStatus::Failure, "the instrument did not do what makes it notify; try 'memory check'");
     workbench.instrument().waitUntilQuiet();
 }
 

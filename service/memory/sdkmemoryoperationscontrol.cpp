@@ -32,12 +32,12 @@ SdkMemoryOperationsControl::SdkMemoryOperationsControl(ReacquiringControl<ISdkCo
     : m_control(std::move(control))
     , m_observer(std::make_unique<SdkMemoryOperationsObserver>())
 {
-    onControlsAvailable();
+    SdkMemoryOperationsControl::onControlsAvailable();
 }
 
 SdkMemoryOperationsControl::~SdkMemoryOperationsControl()
 {
-    onControlsAboutToBeReleased();
+    SdkMemoryOperationsControl::onControlsAboutToBeReleased();
 }
 
 std::expected<std::vector<std::byte>, IMemoryOperationsControl::Error> SdkMemoryOperationsControl::read()

@@ -9,7 +9,7 @@ namespace {
 
 using ISdkControl = sdk::service::IPotentiometersControl;
 
-PotentiometerInfo fromSdk(ISdkControl::PotentiometerInfo&& potentiometer)
+PotentiometerInfo fromSdk(ISdkControl::PotentiometerInfo potentiometer)
 {
     return {std::move(potentiometer.name), potentiometer.word1, potentiometer.word2};
 }

@@ -25,12 +25,12 @@ SdkSerialNumberControl::SdkSerialNumberControl(ReacquiringControl<ISdkControl> c
     : m_control(std::move(control))
     , m_observer(std::make_unique<SdkControlObserver>())
 {
-    onControlsAvailable();
+    SdkSerialNumberControl::onControlsAvailable();
 }
 
 SdkSerialNumberControl::~SdkSerialNumberControl()
 {
-    onControlsAboutToBeReleased();
+    SdkSerialNumberControl::onControlsAboutToBeReleased();
 }
 
 std::expected<unsigned int, ISerialNumberControl::Error> SdkSerialNumberControl::serialNumber() const

@@ -50,12 +50,12 @@ SdkSystemTermsControl::SdkSystemTermsControl(ReacquiringControl<ISdkControl> con
     : m_control(std::move(control))
     , m_listener(std::make_unique<Listener>())
 {
-    onControlsAvailable();
+    SdkSystemTermsControl::onControlsAvailable();
 }
 
 SdkSystemTermsControl::~SdkSystemTermsControl()
 {
-    onControlsAboutToBeReleased();
+    SdkSystemTermsControl::onControlsAboutToBeReleased();
 }
 
 std::vector<ISystemTermsControl::TermsRecord> SdkSystemTermsControl::termsRecords()

@@ -24,7 +24,7 @@ template <>
 struct Outcome<bool>
 {
     static bool succeeded() { return true; }
-    static bool failed(const std::error_code&) { return false; }
+    static bool failed(const std::error_code& /*error*/) { return false; }
     static bool absent() { return false; }
 };
 
@@ -45,7 +45,7 @@ template <typename Value, typename Error>
 struct Outcome<std::expected<Value, Error>>
 {
     static std::expected<void, Error> succeeded() { return {}; }
-    static std::unexpected<Error> failed(const std::error_code&) { return std::unexpected(Error::Failed); }
+    static std::unexpected<Error> failed(const std::error_code& /*error*/) { return std::unexpected(Error::Failed); }
     static std::unexpected<Error> absent() { return std::unexpected(Error::Failed); }
 };
 
@@ -90,9 +90,9 @@ template <typename Result, auto convert = PassOn(), typename T, typename Operati
 Result callAndWait(T& control, Operation operation, Arguments&&... arguments)
 {
     // Room for what the promise shares with its future: a call then allocates nothing.
-    constexpr std::size_t room = 160 + 2 * sizeof(Result);
-    StackArena<room> arena;
-    std::promise<Result> promise(std::allocator_arg, StackAllocator<std::byte, room>(arena));
+    using Arena = StackArena<160 + 2 * sizeof(Result)>;
+    Arena arena;
+    std::promise<Result> promise(std::allocator_arg, StackAllocator<std::byte, Arena>(arena));
     std::future<Result> future = promise.get_future();
 
     const auto callback = [answered = &promise](auto&&... answer) {

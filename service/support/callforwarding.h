@@ -2,7 +2,9 @@
 
 #include "devices/reacquiringcontrol.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -47,8 +49,8 @@ auto readConverted(const ReacquiringControl<T>& control, Getter getter, Convert 
     if (const auto locked = control.lock()) {
         auto answer = std::invoke(getter, *locked);
         converted.reserve(answer.size());
-        for (Element& element : answer)
-            converted.push_back(convert(std::move(element)));
+        std::transform(std::make_move_iterator(answer.begin()), std::make_move_iterator(answer.end()),
+                       std::back_inserter(converted), convert);
     }
     return converted;
 }

@@ -1,20 +1,24 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <new>
+#include <span>
 
 namespace tov::devices::service {
 
 /// Room on the stack for the few blocks that a standard type allocates during one call; blocks that do not fit
 /// come from the heap. The room of a block is not used again.
 ///
-/// Thread: blocks may be freed on *any thread*; everything else is the owner's.
+/// Thread: blocks may be freed on *any thread*; everything else is the *owner's thread*.
 template <std::size_t Size>
 class StackArena
 {
 public:
-    StackArena() = default;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled by those who allocate
+    StackArena() noexcept {}
     StackArena(const StackArena&) = delete;
     StackArena& operator=(const StackArena&) = delete;
     ~StackArena() = default;
@@ -25,25 +29,27 @@ public:
         const std::size_t rounded = (bytes + alignof(std::max_align_t) - 1) & ~(alignof(std::max_align_t) - 1);
         if (rounded > Size - m_used)
             return ::operator new(bytes);
-        void* const block = m_room + m_used;
+        void* const block = std::span(m_room).subspan(m_used).data();
         m_used += rounded;
         return block;
     }
 
     void deallocate(void* block) noexcept
     {
-        const std::less<const void*> before;
-        if (before(block, m_room) || !before(block, m_room + Size))
-            ::operator delete(block);
+        constexpr std::less<> before;
+        const void* const begin = m_room.data();
+        const void* const end = std::to_address(m_room.end());
+        if (before(block, begin) || !before(block, end))
+            ::operator delete(block); // NOLINT(clang-analyzer-cplusplus.NewDelete): not a block of the room
     }
 
 private:
-    alignas(std::max_align_t) std::byte m_room[Size];
+    alignas(std::max_align_t) std::array<std::byte, Size> m_room;
     std::size_t m_used = 0;
 };
 
-/// The allocator over a `StackArena`, which must outlive what is allocated.
-template <typename T, std::size_t Size>
+/// The allocator over an `Arena`, which must outlive what is allocated.
+template <typename T, typename Arena>
 class StackAllocator
 {
 public:
@@ -51,32 +57,26 @@ public:
 
     using value_type = T;
 
-    template <typename Other>
-    struct rebind
-    {
-        using other = StackAllocator<Other, Size>;
-    };
-
-    explicit StackAllocator(StackArena<Size>& arena) noexcept
+    explicit StackAllocator(Arena& arena) noexcept
         : m_arena(&arena)
     {
     }
     template <typename Other>
-    explicit(false) StackAllocator(const StackAllocator<Other, Size>& other) noexcept
+    explicit(false) StackAllocator(const StackAllocator<Other, Arena>& other) noexcept
         : m_arena(other.m_arena)
     {
     }
 
     T* allocate(std::size_t count) { return static_cast<T*>(m_arena->allocate(count * sizeof(T))); }
-    void deallocate(T* block, std::size_t) noexcept { m_arena->deallocate(block); }
+    void deallocate(T* block, std::size_t /*count*/) noexcept { m_arena->deallocate(block); }
 
     friend bool operator==(const StackAllocator&, const StackAllocator&) = default;
 
 private:
-    template <typename Other, std::size_t OtherSize>
+    template <typename Other, typename OtherArena>
     friend class StackAllocator;
 
-    StackArena<Size>* m_arena;
+    Arena* m_arena;
 };
 
 } // namespace tov::devices::service

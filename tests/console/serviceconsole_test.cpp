@@ -253,9 +253,10 @@ TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
         process.start(SERVICE_CONSOLE, {"--state", state, "serial", "set", QString::number(1001 + round)});
         ASSERT_TRUE(process.waitForStarted(-1));
         // Later in each round: from before the program does anything to after it has ended.
-        for (QElapsedTimer timer; !timer.isValid() || timer.nsecsElapsed() < round * 500'000LL;)
-            if (!timer.isValid())
-                timer.start();
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        while (sinceStart.nsecsElapsed() < round * 500'000LL) {
+        }
         process.kill();
         process.waitForFinished(-1);
 

@@ -50,9 +50,10 @@ TEST(StackArena, GivesLargerBlocksFromTheHeap)
 
 TEST(StackArena, ServesAContainerThatGrowsOutOfIt)
 {
-    devices::service::StackArena<64> arena;
-    std::vector<int, devices::service::StackAllocator<int, 64>> numbers{
-        devices::service::StackAllocator<int, 64>(arena)};
+    using Arena = devices::service::StackArena<64>;
+    using Allocator = devices::service::StackAllocator<int, Arena>;
+    Arena arena;
+    std::vector<int, Allocator> numbers{Allocator(arena)};
     for (int i = 0; i < 100; ++i)
         numbers.push_back(i);
     EXPECT_EQ(numbers.back(), 99);
