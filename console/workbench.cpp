@@ -22,10 +22,19 @@ Workbench::Workbench(const Options& options)
 
 void Workbench::openStateFile()
 {
+    // A lock file that a killed program left empty is only known to be nobody's after this time; one whose
+    // owner lives is never taken away.
+    constexpr int ownerlessAfter = 1000; // ms
+    constexpr int patience = 5000;       // ms
     m_stateLock.emplace(m_stateFile + ".lock");
-    if (!m_stateLock->tryLock())
+    m_stateLock->setStaleLockTime(ownerlessAfter);
+    if (!m_stateLock->tryLock(patience)) {
+        const bool taken = m_stateLock->error() == QLockFile::LockFailedError;
         throw CommandError(ExitStatus::Failure,
-                           m_stateFile.toStdString() + ": another program uses this state or its folder is read-only");
+                           m_stateFile.toStdString()
+                               + (taken ? ": another command uses this state; try again when it has ended"
+                                        : ": the state cannot be locked; is its folder there and writable?"));
+    }
     try {
         if (QFile::exists(m_stateFile))
             m_instrument->load(m_stateFile);

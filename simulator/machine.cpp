@@ -74,8 +74,10 @@ Machine::Clock::duration Machine::delayOf(const Fault& fault)
 
 void Machine::notify(std::function<void()> delivery)
 {
-    if (std::this_thread::get_id() == m_threadId)
-        return delivery();
+    if (std::this_thread::get_id() == m_threadId) {
+        delivery();
+        return;
+    }
 
     const std::lock_guard guard(m_mutex);
     if (m_stopping)

@@ -25,7 +25,7 @@ namespace controlkeys = devices::controlkeys;
 
 // The control is erased from its interface pointer, which is what a user of the key casts it back to.
 template <typename SdkIface, typename Control, typename State, typename... Shared>
-void SimulatedInstrument::addSlot(sdk::Key key, const QString& name, std::shared_ptr<State> state,
+void SimulatedInstrument::addSlot(sdk::Key key, const QString& name, const std::shared_ptr<State>& state,
                                   const Shared&... shared)
 {
     m_slots.push_back({.key = key,

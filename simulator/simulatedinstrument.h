@@ -108,7 +108,7 @@ private:
     };
 
     template <typename SdkIface, typename Control, typename State, typename... Shared>
-    void addSlot(sdk::Key key, const QString& name, std::shared_ptr<State> state, const Shared&... shared);
+    void addSlot(sdk::Key key, const QString& name, const std::shared_ptr<State>& state, const Shared&... shared);
 
     Slot& slot(sdk::Key key);
     void offer(Slot& slot) const;

@@ -17,7 +17,7 @@ enum class SimulatorError {
 /// The category of these errors, with a text for each.
 const std::error_category& simulatorCategory() noexcept;
 
-std::error_code make_error_code(SimulatorError error) noexcept;
+std::error_code make_error_code(SimulatorError error) noexcept; // NOLINT(readability-identifier-naming)
 
 } // namespace tov::simulator
 

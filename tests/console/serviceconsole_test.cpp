@@ -268,6 +268,18 @@ TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
     }
 }
 
+TEST_F(KeptInstrument, IsUsedByOneCommandAtATime)
+{
+    QProcess monitor;
+    monitor.setReadChannel(QProcess::StandardError);
+    monitor.start(SERVICE_CONSOLE, {"--state", state, "monitor"});
+    ASSERT_TRUE(monitor.waitForReadyRead(-1));
+    expectError({"--state", state, "serial", "get"}, 1, "another command uses this state");
+    monitor.kill();
+    monitor.waitForFinished(-1);
+    EXPECT_EQ(kept({"serial", "get"}).status, 0);
+}
+
 TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
 {
     for (const QByteArray& foreign : {QByteArray("a letter"), QByteArray(), QByteArray("\xA0")}) {
