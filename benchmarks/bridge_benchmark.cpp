@@ -101,7 +101,6 @@ void measure(benchmark::State& state, Call call)
     for (auto _ : state)
         benchmark::DoNotOptimize(call());
     state.counters["allocations"] = {double(testing::allocations() - before), benchmark::Counter::kAvgIterations};
-    state.counters["lookups"] = 0; // none is possible: the control lives
 }
 
 /// Keeps the calling thread, and those that it starts, on one core: a question and its answer then cost two
@@ -132,9 +131,14 @@ template <typename Control>
 void adapterCall(benchmark::State& state)
 {
     const std::shared_ptr<IMemorySerialNumberControl> control = std::make_shared<Control>();
-    const SdkSerialNumberControl adapter(devices::ReacquiringControl<IMemorySerialNumberControl>(
-        [control] { return sdk::ControlHandle<IMemorySerialNumberControl>(control); }));
+    long lookups = 0;
+    const SdkSerialNumberControl adapter(devices::ReacquiringControl<IMemorySerialNumberControl>([&, control] {
+        ++lookups;
+        return sdk::ControlHandle<IMemorySerialNumberControl>(control);
+    }));
+    const long before = lookups;
     measure(state, [&] { return adapter.serialNumber().value_or(0); });
+    state.counters["lookups"] = {double(lookups - before), benchmark::Counter::kAvgIterations};
 }
 
 // The bridge alone, for a control that is there.

@@ -91,7 +91,7 @@ void ComparisonReporter::Finalize()
         const bool limited = comparison.limit > 0.0;
         const bool good = !limited
                           || ((m_countsOnly || ratio <= comparison.limit) && measured->allocations == 0.0
-                              && measured->lookups == 0.0);
+                              && measured->lookups.value_or(0.0) == 0.0);
         m_allGood = m_allGood && good;
 
         if (m_form == Form::Table) {

@@ -24,7 +24,7 @@ bool compare(Comparison comparison);
 /// repetition counts, because everything else on the machine can only slow it down.
 ///
 /// Allocations are those of the calling thread. Times are per call as one thread sees it. Benchmarks may report the
-/// counters "allocations" and "lookups" a call; where a limit is set they must, and both must be 0.
+/// counters "allocations" and "lookups" a call; where a limit is set the first must be reported, and both must be 0.
 class ComparisonReporter final : public benchmark::BenchmarkReporter
 {
 public:

@@ -3,6 +3,7 @@
 #include "console/exitstatus.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace tov::console {
@@ -20,9 +21,21 @@ QByteArray readLocalFile(const std::string& path)
 
 void writeLocalFile(const std::string& path, const QByteArray& contents)
 {
-    QSaveFile file(QString::fromStdString(path));
+    const auto failure = [&](const QFileDevice& file) {
+        return CommandError(ExitStatus::Failure, path + " cannot be written: " + file.errorString().toStdString());
+    };
+    const QString name = QString::fromStdString(path);
+
+    // A pipe or a device is written to; a file is replaced.
+    if (const QFileInfo info(name); info.exists() && !info.isFile()) {
+        QFile file(name);
+        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
+            throw failure(file);
+        return;
+    }
+    QSaveFile file(name);
     if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.commit())
-        throw CommandError(ExitStatus::Failure, path + " cannot be written: " + file.errorString().toStdString());
+        throw failure(file);
 }
 
 } // namespace tov::console

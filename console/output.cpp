@@ -69,12 +69,14 @@ Output::Output(Form form)
 {
 }
 
-void Output::answer(const std::string& text, const QJsonObject& json) const
+void Output::answer(const std::string& text, const QJsonObject& json)
 {
-    if (isText())
-        std::cout << text;
-    else
-        std::cout << QJsonDocument(json).toJson().constData();
+    m_answer = isText() ? text : QJsonDocument(json).toJson().toStdString();
+}
+
+void Output::print() const
+{
+    std::cout << m_answer;
 }
 
 void Output::remark(const std::string& line) const

@@ -38,14 +38,18 @@ public:
 
     bool isText() const noexcept { return m_form == Form::Text; }
 
-    /// Prints one answer, in one of its two forms.
-    void answer(const std::string& text, const QJsonObject& json) const;
+    /// Keeps one answer, in one of its two forms, until `print()`.
+    void answer(const std::string& text, const QJsonObject& json);
+
+    /// Prints the answer: it is true now.
+    void print() const;
 
     /// Prints a line that goes before the answer, for people only.
     void remark(const std::string& line) const;
 
 private:
     Form m_form;
+    std::string m_answer;
 };
 
 } // namespace tov::console

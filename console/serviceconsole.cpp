@@ -15,11 +15,12 @@ namespace tov::console {
 
 namespace {
 
-constexpr auto exitStatuses = "Exit status:\n"
-                              "  0  done\n"
-                              "  1  the instrument lacks the control or did not do what was asked\n"
-                              "  2  unknown command or control, or a malformed value; nothing was changed\n"
-                              "  3  the program itself failed\n";
+constexpr auto exitStatuses =
+    "Exit status:\n"
+    "  0  done\n"
+    "  1  the instrument lacks the control or did not do what was asked, or a file cannot be used\n"
+    "  2  unknown command or control, or a malformed value; nothing was changed\n"
+    "  3  the program itself failed\n";
 
 // Errors are one line, whatever a library put into its message.
 ExitStatus fail(ExitStatus status, std::string line)
@@ -76,6 +77,7 @@ ExitStatus runChosen(const ChosenCommand& chosen, const Options& options)
     Workbench workbench(options);
     const ExitStatus status = chosen(workbench);
     workbench.keep();
+    workbench.output().print();
     return finish(status);
 }
 
@@ -93,7 +95,8 @@ try {
     app.add_flag_callback(
         "--json", [&options] { options.form = Output::Form::Json; }, "Answer in JSON on standard output");
     app.add_option("--state", options.stateFile, "Use the instrument that is kept in FILE, a new one if there is none")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check([](const std::string& file) { return file.empty() ? "a file name is needed" : std::string(); });
     app.add_option("--missing", options.missing, "Let the simulated instrument lack CONTROL; may be repeated")
         ->type_name("CONTROL")
         ->allow_extra_args(false);

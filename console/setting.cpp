@@ -1,7 +1,6 @@
 #include "console/setting.h"
 
-#include <charconv>
-#include <memory>
+#include "console/number.h"
 
 namespace tov::console {
 
@@ -18,12 +17,8 @@ std::optional<QJsonValue> parseOnOff(const std::string& text)
 
 std::optional<QJsonValue> parseWholeNumber(const std::string& text)
 {
-    int number = 0;
-    const char* const end = std::to_address(text.end());
-    const auto result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc() || result.ptr != end)
-        return {};
-    return number;
+    const auto number = parseNumber<int>(text);
+    return number ? std::optional<QJsonValue>(*number) : std::nullopt;
 }
 
 } // namespace

@@ -71,7 +71,7 @@ const Setting<Adapter>& settingNamed(std::span<const Setting<Adapter>> settings,
 
 /// Answers with the present values of `settings`.
 template <typename Adapter>
-void showSettings(const Output& output, const Adapter& adapter, std::span<const Setting<Adapter>> settings)
+void showSettings(Output& output, const Adapter& adapter, std::span<const Setting<Adapter>> settings)
 {
     Table table({"setting", "value"});
     QJsonObject json;

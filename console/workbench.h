@@ -6,6 +6,7 @@
 #include "simulator/simulatedinstrument.h"
 
 #include <QLockFile>
+#include <QString>
 
 #include <memory>
 #include <optional>
@@ -30,7 +31,7 @@ public:
     /// `CommandError` for an unknown control (BadUse) and for a state file that cannot be used (Failure).
     explicit Workbench(const Options& options);
 
-    const Output& output() const noexcept { return m_output; }
+    Output& output() noexcept { return m_output; }
     host::InstrumentSession& session() noexcept { return m_session; }
     simulator::SimulatedInstrument& instrument() noexcept { return *m_instrument; }
 

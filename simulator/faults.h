@@ -8,7 +8,8 @@
 
 namespace tov::simulator {
 
-/// The operations of the simulated instrument that answer by a callback, and so may be made to misbehave.
+/// The operations of the simulated instrument that may be made to misbehave. Those of the second group do not
+/// answer by a callback and can only throw.
 enum class Operation {
     FileList,
     FileSpace,
@@ -25,6 +26,13 @@ enum class Operation {
     SerialNumberRead,
     SerialNumberWrite,
     UsbIdWrite,
+
+    PotentiometerList,
+    UsbIdRead,
+    UsbIdList,
+    TermsRead,
+    TermsWrite,
+    TermsFlag,
 };
 
 /// What is wrong with an operation.

@@ -4,6 +4,16 @@
 
 namespace tov::simulator {
 
+namespace {
+
+void throwIfTold(const Fault& fault)
+{
+    if (fault.throws)
+        throw std::runtime_error("the simulated instrument was told to throw");
+}
+
+} // namespace
+
 Machine::Machine(const Timing& timing, std::function<void()> releaseControls)
     : m_timing(timing)
     , m_releaseControls(std::move(releaseControls))
@@ -20,7 +30,7 @@ Machine::~Machine()
 void Machine::answer(Operation operation, std::function<void(std::error_code)> callback,
                      std::function<std::error_code()> work)
 {
-    const Fault fault = begin(operation);
+    const Fault fault = beginAnswer(operation);
     perform(fault,
             [forced = fault.error.value_or(std::error_code()), callback = std::move(callback), work = std::move(work)] {
                 if (forced.value() != 0)
@@ -30,11 +40,15 @@ void Machine::answer(Operation operation, std::function<void(std::error_code)> c
             });
 }
 
-Fault Machine::begin(Operation operation) const
+void Machine::begin(Operation operation) const
+{
+    throwIfTold(m_faults.of(operation));
+}
+
+Fault Machine::beginAnswer(Operation operation) const
 {
     Fault fault = m_faults.of(operation);
-    if (fault.throws)
-        throw std::runtime_error("the simulated instrument was told to throw");
+    throwIfTold(fault);
     return fault;
 }
 
@@ -42,8 +56,7 @@ void Machine::perform(const Fault& fault, Job job)
 {
     if (fault.releasesControls)
         job = [this, answer = std::move(job)] {
-            if (!isStopping())
-                m_releaseControls();
+            releaseControls();
             answer();
         };
 
@@ -58,18 +71,20 @@ void Machine::perform(const Fault& fault, Job job)
     job();
 }
 
-bool Machine::isStopping()
+void Machine::releaseControls()
 {
-    const std::lock_guard guard(m_mutex);
-    return m_stopping;
+    const std::lock_guard guard(m_releaseMutex);
+    if (m_releaseControls)
+        m_releaseControls();
 }
 
 Machine::Clock::duration Machine::delayOf(const Fault& fault)
 {
-    const Clock::duration delay = fault.delay.value_or(m_timing.delay);
+    if (fault.delay)
+        return *fault.delay;
     if (m_timing.order == Timing::Order::AsAsked)
-        return delay;
-    return delay * std::uniform_int_distribution(0, 200)(m_random) / 100;
+        return m_timing.delay;
+    return Clock::duration(m_timing.delay) * std::uniform_int_distribution(0, 200)(m_random) / 100;
 }
 
 void Machine::notify(std::function<void()> delivery)
@@ -94,6 +109,10 @@ void Machine::waitUntilQuiet()
 
 void Machine::stop()
 {
+    {
+        const std::lock_guard guard(m_releaseMutex);
+        m_releaseControls = nullptr;
+    }
     {
         const std::lock_guard guard(m_mutex);
         m_stopping = true;

@@ -32,6 +32,9 @@ public:
 
     Faults& faults() noexcept { return m_faults; }
 
+    /// Throws if `operation`, which does not answer by a callback, was told to.
+    void begin(Operation operation) const;
+
     /// Does `work` when the time has come and answers with what it gives.
     template <typename Value>
     void answer(Operation operation, std::function<void(Value, std::error_code)> callback,
@@ -44,7 +47,7 @@ public:
     /// Runs `delivery` on the machine's thread: at once if this is that thread, otherwise after what is due.
     void notify(std::function<void()> delivery);
 
-    /// Waits until nothing is left to answer or to deliver. Not on the machine's thread.
+    /// Waits until nothing is left to answer or to deliver on the machine's thread, and not there.
     void waitUntilQuiet();
 
     /// Answers what is waiting without further delay and ends the thread. What is asked afterwards is answered
@@ -56,15 +59,17 @@ private:
     using Clock = std::chrono::steady_clock;
     using Job = std::function<void()>;
 
-    Fault begin(Operation operation) const;
+    Fault beginAnswer(Operation operation) const;
     void perform(const Fault& fault, Job job);
-    bool isStopping();
+    void releaseControls();
     Clock::duration delayOf(const Fault& fault);
     void run();
 
     const Timing m_timing;
-    const std::function<void()> m_releaseControls;
     Faults m_faults;
+
+    std::recursive_mutex m_releaseMutex; // guards m_releaseControls, also while it runs
+    std::function<void()> m_releaseControls;
 
     std::mutex m_mutex; // guards all below but the thread
     std::condition_variable m_changed;
@@ -80,7 +85,7 @@ template <typename Value>
 void Machine::answer(Operation operation, std::function<void(Value, std::error_code)> callback,
                      std::function<std::expected<Value, std::error_code>()> work)
 {
-    const Fault fault = begin(operation);
+    const Fault fault = beginAnswer(operation);
     perform(fault,
             [forced = fault.error.value_or(std::error_code()), callback = std::move(callback), work = std::move(work)] {
                 if (forced.value() != 0)

@@ -15,7 +15,7 @@
 
 namespace tov::simulator {
 
-/// The files of the simulated instrument, in the order in which they were first written. A name is any text;
+/// The files of the simulated instrument, in the order in which they were first written. A name is any UTF-8 text;
 /// it never becomes a path of the host.
 class FileMemoryState final : public ControlState
 {

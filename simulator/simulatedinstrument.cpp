@@ -42,6 +42,7 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     , m_files(std::make_shared<FileMemoryState>(configuration.fileCapacity))
     , m_memory(std::make_shared<MemoryState>(configuration.memorySize))
     , m_potentiometers(std::make_shared<PotentiometersState>())
+    , m_terms(std::make_shared<SystemTermsState>())
 {
     using namespace sdk::service;
 
@@ -59,8 +60,8 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
                                                           std::make_shared<LoLeakageState>());
     addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controlkeys::yqSynthesis.sdk, "Yq synthesis",
                                                               std::make_shared<YqSynthesisState>());
-    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms",
-                                                              std::make_shared<SystemTermsState>(), m_machine);
+    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms", m_terms,
+                                                              m_machine);
     offerControls();
 }
 
@@ -141,6 +142,11 @@ int SimulatedInstrument::potentiometerInRam(std::size_t index) const
     if (!value)
         throw std::out_of_range(value.error().message());
     return *value;
+}
+
+std::optional<StoredTerms> SimulatedInstrument::storedTerms() const
+{
+    return m_terms->stored();
 }
 
 void SimulatedInstrument::waitUntilQuiet()

@@ -2,6 +2,7 @@
 
 #include "sdk/ivna.h"
 #include "simulator/faults.h"
+#include "simulator/storedterms.h"
 #include "simulator/timing.h"
 
 #include <QString>
@@ -11,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,7 @@ class FileMemoryState;
 class Machine;
 class MemoryState;
 class PotentiometersState;
+class SystemTermsState;
 
 /// What a simulated instrument is like.
 struct Configuration
@@ -84,7 +87,10 @@ public:
     /// The value in RAM of the potentiometer at `index`, which no control reads. Throws `std::out_of_range`.
     int potentiometerInRam(std::size_t index) const;
 
-    /// Waits until everything is answered and every notification is delivered. Not in a notification.
+    /// The system error terms that were written last, if any were.
+    std::optional<StoredTerms> storedTerms() const;
+
+    /// Waits until everything that waits is answered and every notification is delivered. Not in a notification.
     void waitUntilQuiet();
 
     /// Keeps everything that the controls set in the file at `path`, which afterwards is the old one or the new
@@ -117,6 +123,7 @@ private:
     const std::shared_ptr<FileMemoryState> m_files;
     const std::shared_ptr<MemoryState> m_memory;
     const std::shared_ptr<PotentiometersState> m_potentiometers;
+    const std::shared_ptr<SystemTermsState> m_terms;
 
     mutable std::mutex m_mutex; // guards all below; controls are destroyed outside it
     bool m_offering = false;

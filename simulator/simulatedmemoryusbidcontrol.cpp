@@ -42,12 +42,14 @@ SimulatedMemoryUsbIdControl::SimulatedMemoryUsbIdControl(std::shared_ptr<Machine
 
 SimulatedMemoryUsbIdControl::UsbId SimulatedMemoryUsbIdControl::usbId()
 {
+    m_machine->begin(Operation::UsbIdRead);
     return m_state->current();
 }
 
 std::vector<SimulatedMemoryUsbIdControl::UsbId> SimulatedMemoryUsbIdControl::usbIds()
 {
     using sdk::Model;
+    m_machine->begin(Operation::UsbIdList);
     return {{0x2A17, 0x0103, 0x0001, Model::TwoPort3, 1, 0x5A56'4C00'0000'0001, 3'000'000'000},
             {0x2A17, 0x0108, 0x0001, Model::TwoPort8, 2, 0x5A56'4C00'0000'0001, 8'000'000'000},
             {0x2A17, 0x0208, 0x0001, Model::FourPort8, 3, 0x5A56'4C00'0000'0002, 8'000'000'000},

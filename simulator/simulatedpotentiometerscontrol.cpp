@@ -97,6 +97,7 @@ SimulatedPotentiometersControl::SimulatedPotentiometersControl(std::shared_ptr<M
 
 std::vector<SimulatedPotentiometersControl::PotentiometerInfo> SimulatedPotentiometersControl::potentiometers()
 {
+    m_machine->begin(Operation::PotentiometerList);
     return m_state->list();
 }
 

@@ -40,6 +40,7 @@ void SimulatedSerialNumberControl::writeSerialNumber(unsigned int serialNumber,
 {
     m_machine->answer(Operation::SerialNumberWrite, std::move(answer),
                       [machine = m_machine.get(), state = m_state, observers = m_observers, serialNumber] {
+                          const std::lock_guard guard(state->replacing);
                           const unsigned int previous = state->number.exchange(serialNumber);
                           machine->notify(
                               [=] { observers->notify(&Observer::onSerialNumberEvent, previous, serialNumber); });

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 
 namespace tov::simulator {
 
@@ -14,6 +15,9 @@ class SerialNumberState final : public ControlState
 {
 public:
     std::atomic<unsigned int> number = 100'001;
+
+    /// Held while the number is replaced and the notification of it is put in line: they come in one order.
+    std::recursive_mutex replacing;
 
     QCborMap save() const override;
     void restore(const QCborMap& saved) override;

@@ -96,13 +96,13 @@ TermsRecord restoreRecord(const QCborValue& record)
 
 } // namespace
 
-std::optional<SystemTermsState::Stored> SystemTermsState::stored() const
+std::optional<StoredTerms> SystemTermsState::stored() const
 {
     const std::lock_guard guard(m_mutex);
     return m_stored;
 }
 
-void SystemTermsState::store(Stored stored)
+void SystemTermsState::store(StoredTerms stored)
 {
     const std::lock_guard guard(m_mutex);
     m_stored = std::move(stored);
@@ -153,6 +153,7 @@ void SimulatedSystemTermsControl::removeObserver(Observer* observer)
 
 std::vector<SimulatedSystemTermsControl::TermsRecord> SimulatedSystemTermsControl::termsRecords()
 {
+    m_machine->begin(Operation::TermsRead);
     const auto stored = m_state->stored();
     return stored ? stored->records : std::vector<TermsRecord>();
 }
@@ -168,8 +169,9 @@ void SimulatedSystemTermsControl::writeSystemTerms(long long secondsSinceEpoch, 
     store({secondsSinceEpoch, parameter, {}, std::move(terms)}, 2);
 }
 
-void SimulatedSystemTermsControl::store(SystemTermsState::Stored stored, int status)
+void SimulatedSystemTermsControl::store(StoredTerms stored, int status)
 {
+    m_machine->begin(Operation::TermsWrite);
     const auto count = static_cast<unsigned int>(stored.records.size());
     m_state->store(std::move(stored));
     m_machine->notify([observers = m_observers, count, status] {
@@ -182,6 +184,7 @@ void SimulatedSystemTermsControl::store(SystemTermsState::Stored stored, int sta
 
 bool SimulatedSystemTermsControl::systemTermsFlag()
 {
+    m_machine->begin(Operation::TermsFlag);
     return m_state->stored().has_value();
 }
 

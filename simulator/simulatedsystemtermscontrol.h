@@ -4,6 +4,7 @@
 #include "simulator/controlstate.h"
 #include "simulator/machine.h"
 #include "simulator/observerhub.h"
+#include "simulator/storedterms.h"
 
 #include <memory>
 #include <mutex>
@@ -16,24 +17,16 @@ namespace tov::simulator {
 class SystemTermsState final : public ControlState
 {
 public:
-    struct Stored
-    {
-        long long secondsSinceEpoch = 0;
-        double parameter = 0.0;
-        std::vector<sdk::service::ISystemTermsControl::TermsRecord> records;
-        sdk::corrections::ErrorTerms terms;
-    };
-
     /// What was written last, if anything was.
-    std::optional<Stored> stored() const;
-    void store(Stored stored);
+    std::optional<StoredTerms> stored() const;
+    void store(StoredTerms stored);
 
     QCborMap save() const override;
     void restore(const QCborMap& saved) override;
 
 private:
     mutable std::mutex m_mutex; // guards all below
-    std::optional<Stored> m_stored;
+    std::optional<StoredTerms> m_stored;
 };
 
 /// The system terms as the simulated instrument offers them. The flag tells whether terms are stored.
@@ -57,7 +50,7 @@ public:
     bool systemTermsFlag() override;
 
 private:
-    void store(SystemTermsState::Stored stored, int status);
+    void store(StoredTerms stored, int status);
 
     const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<SystemTermsState> m_state;

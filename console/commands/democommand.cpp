@@ -1,5 +1,6 @@
 #include "console/commands/commands.h"
 
+#include "console/observing.h"
 #include "console/workbench.h"
 #include "host/loadedlibrary.h"
 
@@ -19,7 +20,7 @@ namespace {
 class Tour
 {
 public:
-    explicit Tour(const Output& output)
+    explicit Tour(Output& output)
         : m_output(output)
     {
     }
@@ -38,7 +39,7 @@ public:
         m_failures += behaved ? 0 : 1;
     }
 
-    ExitStatus finish() const
+    ExitStatus finish()
     {
         const auto steps = std::to_string(m_steps.size());
         m_output.answer(m_failures == 0 ? "All " + steps + " steps behaved.\n"
@@ -48,7 +49,7 @@ public:
     }
 
 private:
-    const Output& m_output;
+    Output& m_output;
     std::string m_chapter;
     QJsonArray m_steps;
     int m_failures = 0;
@@ -100,7 +101,7 @@ ExitStatus demo(Workbench& workbench)
     tour.check("a potentiometer keeps its value in EEPROM",
                potentiometers->writeToEeprom(0, 42) && potentiometers->readFromEeprom(0) == 42);
     SerialNumberCounter counter;
-    serialNumber->addObserver(&counter);
+    const Observing observing(serialNumber, counter);
     tour.check("the serial number is written and read back",
                serialNumber->writeSerialNumber(777) && serialNumber->serialNumber() == 777U);
     instrument.waitUntilQuiet();
@@ -144,7 +145,6 @@ ExitStatus demo(Workbench& workbench)
     tour.check("the serial number can be written", serialNumber->writeSerialNumber(778).has_value());
     instrument.waitUntilQuiet();
     tour.check("the same observer is told of it", counter.count == before + 1);
-    serialNumber->removeObserver(&counter);
     tour.check("the same lo-leakage object finds the function on, though it was switched off in between",
                loLeakage->isEnabled());
     tour.check("the same yq-synthesis object finds IF 1 still chosen", yq->manualIfEnabled() && yq->selectedIf() == 1);

@@ -6,6 +6,9 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <expected>
+#include <optional>
+#include <type_traits>
 
 namespace tov::console {
 
@@ -15,7 +18,7 @@ using devices::service::IFileMemoryControl;
 
 struct Arguments
 {
-    std::string name;
+    std::optional<std::string> name;
     std::string localFile;
 };
 
@@ -64,18 +67,19 @@ void showSpace(Workbench& workbench)
 void get(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
-    const QByteArray contents = valueOf(files->readFile(fileNamed(*files, arguments.name)), arguments.name);
+    const std::string& name = arguments.name.value();
+    const QByteArray contents = valueOf(files->readFile(fileNamed(*files, name)), name);
     writeLocalFile(arguments.localFile, contents);
-    workbench.output().answer(arguments.name + ": " + std::to_string(contents.size()) + " bytes read\n",
-                              {{"name", QString::fromStdString(arguments.name)}, {"bytes", contents.size()}});
+    workbench.output().answer(name + ": " + std::to_string(contents.size()) + " bytes read\n",
+                              {{"name", QString::fromStdString(name)}, {"bytes", contents.size()}});
 }
 
 void put(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
     const QByteArray contents = readLocalFile(arguments.localFile);
-    const QString name = arguments.name.empty() ? QFileInfo(QString::fromStdString(arguments.localFile)).fileName()
-                                                : QString::fromStdString(arguments.name);
+    const QString name = arguments.name ? QString::fromStdString(*arguments.name)
+                                        : QFileInfo(QString::fromStdString(arguments.localFile)).fileName();
     valueOf(files->writeFile(name, contents), name.toStdString());
     workbench.output().answer(name.toStdString() + ": " + std::to_string(contents.size()) + " bytes written\n",
                               {{"name", name}, {"bytes", contents.size()}});
@@ -84,8 +88,9 @@ void put(Workbench& workbench, const Arguments& arguments)
 void remove(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
-    valueOf(files->deleteFile(fileNamed(*files, arguments.name)), arguments.name);
-    workbench.output().answer(arguments.name + ": removed\n", {{"name", QString::fromStdString(arguments.name)}});
+    const std::string& name = arguments.name.value();
+    valueOf(files->deleteFile(fileNamed(*files, name)), name);
+    workbench.output().answer(name + ": removed\n", {{"name", QString::fromStdString(name)}});
 }
 
 void declareName(CLI::App& command, Arguments& arguments)

@@ -5,6 +5,7 @@
 #include "console/workbench.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace tov::console {
 

@@ -1,5 +1,6 @@
 #include "console/commands/subcommand.h"
 
+#include "console/observing.h"
 #include "console/workbench.h"
 
 #include <QJsonDocument>
@@ -99,14 +100,10 @@ void exercise(Workbench& workbench)
 
 void monitor(Workbench& workbench, const Arguments& arguments)
 {
-    const auto memory = workbench.require(host::controls::memoryOperations);
-    const auto serialNumber = workbench.require(host::controls::serialNumber);
-    const auto terms = workbench.require(host::controls::systemTerms);
-
     Printer printer(workbench.output().isText());
-    memory->addObserver(&printer);
-    serialNumber->addObserver(&printer);
-    terms->addObserver(&printer);
+    const Observing memory(workbench.require(host::controls::memoryOperations), printer);
+    const Observing serialNumber(workbench.require(host::controls::serialNumber), printer);
+    const Observing terms(workbench.require(host::controls::systemTerms), printer);
 
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, [](int) { stopped = true; });
@@ -116,10 +113,6 @@ void monitor(Workbench& workbench, const Arguments& arguments)
         exercise(workbench);
     while (arguments.exercise == 0 && !stopped)
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
-
-    memory->removeObserver(&printer);
-    serialNumber->removeObserver(&printer);
-    terms->removeObserver(&printer);
 }
 
 } // namespace

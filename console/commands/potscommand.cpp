@@ -1,5 +1,6 @@
 #include "console/commands/subcommand.h"
 
+#include "console/number.h"
 #include "console/workbench.h"
 
 namespace tov::console {
@@ -8,8 +9,8 @@ namespace {
 
 struct Arguments
 {
-    std::size_t index = 0;
-    int value = 0;
+    std::string index;
+    std::string value;
     bool ram = false;
     bool eeprom = false;
 };
@@ -45,26 +46,25 @@ void list(Workbench& workbench)
 
 void get(Workbench& workbench, const Arguments& arguments)
 {
-    const auto value = workbench.require(host::controls::potentiometers)->readFromEeprom(arguments.index);
-    requireSuccess(value, "reading potentiometer " + std::to_string(arguments.index));
+    const auto index = requireNumber<std::size_t>("index", arguments.index);
+    const auto value = workbench.require(host::controls::potentiometers)->readFromEeprom(index);
+    requireSuccess(value, "reading potentiometer " + arguments.index);
     workbench.output().answer(std::to_string(*value) + "\n", {{"eeprom", *value}});
 }
 
 void set(Workbench& workbench, const Arguments& arguments)
 {
     const auto control = workbench.require(host::controls::potentiometers);
-    requireSuccess(arguments.ram ? control->writeToRam(arguments.index, arguments.value)
-                                 : control->writeToEeprom(arguments.index, arguments.value),
-                   "writing potentiometer " + std::to_string(arguments.index));
-    workbench.output().answer("written\n", {{arguments.ram ? "ram" : "eeprom", arguments.value}});
+    const auto index = requireNumber<std::size_t>("index", arguments.index);
+    const auto value = requireNumber<int>("value", arguments.value);
+    requireSuccess(arguments.ram ? control->writeToRam(index, value) : control->writeToEeprom(index, value),
+                   "writing potentiometer " + arguments.index);
+    workbench.output().answer("written\n", {{arguments.ram ? "ram" : "eeprom", value}});
 }
 
 void declareIndex(CLI::App& command, Arguments& arguments)
 {
-    command.add_option("index", arguments.index, "Index of the potentiometer")
-        ->required()
-        ->type_name("INDEX")
-        ->check(CLI::NonNegativeNumber);
+    command.add_option("index", arguments.index, "Index of the potentiometer")->required()->type_name("INDEX");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "console/commands/subcommand.h"
 
+#include "console/number.h"
 #include "console/workbench.h"
 
 namespace tov::console {
@@ -8,7 +9,7 @@ namespace {
 
 struct Arguments
 {
-    unsigned int number = 0;
+    std::string number;
 };
 
 void show(Workbench& workbench, const devices::service::ISerialNumberControl& control)
@@ -28,9 +29,13 @@ void get(Workbench& workbench)
 void set(Workbench& workbench, const Arguments& arguments)
 {
     const auto control = workbench.require(host::controls::serialNumber);
-    if (!control->writeSerialNumber(arguments.number))
+    const auto number = requireNumber<unsigned int>("number", arguments.number);
+    if (!control->writeSerialNumber(number))
         throw CommandError(ExitStatus::Failure,
                            "the serial number cannot be written: the instrument gives no reason; try again");
+    if (const auto kept = control->serialNumber(); kept && *kept != number)
+        throw CommandError(ExitStatus::Failure,
+                           "the instrument did not take " + arguments.number + "; it holds " + std::to_string(*kept));
     show(workbench, *control);
 }
 

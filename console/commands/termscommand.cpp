@@ -1,11 +1,14 @@
 #include "console/commands/subcommand.h"
 
 #include "console/localfile.h"
+#include "console/number.h"
 #include "console/workbench.h"
 
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QJsonParseError>
+
+#include <cmath>
 
 namespace tov::console {
 
@@ -16,7 +19,7 @@ using TermsRecord = devices::service::ISystemTermsControl::TermsRecord;
 constexpr auto fileFormat = R"(FILE is JSON:
   { "time": "2026-01-31T12:00:00Z",       when the terms were measured
     "parameter": 1.0,
-    "records": [ { "key": 1, "value": 0.5, "number": 2 } ],
+    "records": [ { "key": 1, "value": 0.5, "number": 2 } ],      "key" may be a text
     "frequencies": [ 1e9, 2e9 ],          in Hz
     "ports": [ { "port": 1,               [real, imaginary] for each frequency
         "directivity": [ [0, 0], [0, 0] ], "source-match": [...], "reflection-tracking": [...] } ],
@@ -60,14 +63,14 @@ public:
 
         TermsFile file;
         file.time = QDateTime::fromString(object["time"].toString(), Qt::ISODate);
-        if (!file.time.isValid())
-            fail("time", "expected a time as 2026-01-31T12:00:00Z");
+        if (!file.time.isValid() || file.time.timeSpec() == Qt::LocalTime)
+            fail("time", "expected a time with its zone as 2026-01-31T12:00:00Z");
         file.parameter = object.contains("parameter") ? number(object["parameter"], "parameter") : 0.0;
         file.records =
             list<TermsRecord>(object, "records", "", [this](const QJsonObject& record, const std::string& at) {
-                return TermsRecord{static_cast<std::int64_t>(number(record["key"], at + ".key")),
+                return TermsRecord{wholeNumber<std::int64_t>(record["key"], at + ".key"),
                                    number(record["value"], at + ".value"),
-                                   static_cast<std::int64_t>(number(record["number"], at + ".number"))};
+                                   wholeNumber<std::int64_t>(record["number"], at + ".number")};
             });
         const QJsonArray frequencies = array(object, "frequencies", "");
         for (qsizetype i = 0; i < frequencies.size(); ++i)
@@ -77,13 +80,13 @@ public:
         file.terms.ports =
             list<vna::ErrorTerms::Port>(object, "ports", "", [&](const QJsonObject& port, const std::string& at) {
                 return vna::ErrorTerms::Port{
-                    static_cast<int>(number(port["port"], at + ".port")), values(port, "directivity", at, count),
+                    wholeNumber<int>(port["port"], at + ".port"), values(port, "directivity", at, count),
                     values(port, "source-match", at, count), values(port, "reflection-tracking", at, count)};
             });
         file.terms.portPairs =
             list<vna::ErrorTerms::PortPair>(object, "paths", "", [&](const QJsonObject& path, const std::string& at) {
-                return vna::ErrorTerms::PortPair{static_cast<int>(number(path["source-port"], at + ".source-port")),
-                                                 static_cast<int>(number(path["receiver-port"], at + ".receiver-port")),
+                return vna::ErrorTerms::PortPair{wholeNumber<int>(path["source-port"], at + ".source-port"),
+                                                 wholeNumber<int>(path["receiver-port"], at + ".receiver-port"),
                                                  values(path, "load-match", at, count),
                                                  values(path, "transmission-tracking", at, count),
                                                  values(path, "isolation", at, count)};
@@ -102,6 +105,20 @@ private:
         if (!value.isDouble())
             fail(where, "expected a number");
         return value.toDouble();
+    }
+
+    // A number, or a text of one: JSON numbers are exact up to 53 bits only, and 'terms ls' shows keys as texts.
+    template <typename Number>
+    Number wholeNumber(const QJsonValue& value, const std::string& where) const
+    {
+        constexpr double exact = 9007199254740992.0;
+        const double asDouble = value.toDouble();
+        const std::string text = value.isDouble() && std::abs(asDouble) < exact && asDouble == std::trunc(asDouble)
+                                     ? std::to_string(static_cast<std::int64_t>(asDouble))
+                                     : value.toString().toStdString();
+        if (const auto parsed = parseNumber<Number>(text))
+            return *parsed;
+        fail(where, "expected a whole number that fits, as a text if it has more than 53 bits");
     }
 
     QJsonArray array(const QJsonObject& object, const char* name, const std::string& at) const

@@ -1,8 +1,10 @@
 #include "console/commands/subcommand.h"
 
+#include "console/number.h"
 #include "console/workbench.h"
 
 #include <cstdint>
+#include <tuple>
 
 namespace tov::console {
 
@@ -12,9 +14,9 @@ using devices::service::IUsbIdControl;
 
 struct Arguments
 {
-    std::uint16_t id1 = 0;
-    std::uint16_t id2 = 0;
-    std::uint16_t id3 = 0;
+    std::string id1;
+    std::string id2;
+    std::string id3;
 };
 
 std::string hexadecimal(quint64 number, int digits)
@@ -52,13 +54,16 @@ void set(Workbench& workbench, const Arguments& arguments)
 {
     const auto control = workbench.require(host::controls::usbId);
     IUsbIdControl::UsbId id;
-    id.id1 = arguments.id1;
-    id.id2 = arguments.id2;
-    id.id3 = arguments.id3;
+    id.id1 = requireNumber<std::uint16_t>("id1", arguments.id1);
+    id.id2 = requireNumber<std::uint16_t>("id2", arguments.id2);
+    id.id3 = requireNumber<std::uint16_t>("id3", arguments.id3);
     if (!control->writeUsbId(id))
         throw CommandError(ExitStatus::Failure,
                            "the USB identifier cannot be written: the instrument gives no reason; try again");
-    show(workbench, {control->usbId()});
+    const IUsbIdControl::UsbId kept = control->usbId();
+    if (std::tie(kept.id1, kept.id2, kept.id3) != std::tie(id.id1, id.id2, id.id3))
+        throw CommandError(ExitStatus::Failure, "the instrument did not take the words; 'usb get' shows what it holds");
+    show(workbench, {kept});
 }
 
 } // namespace

@@ -18,7 +18,7 @@ public:
         std::uint16_t id2 = 0;
         std::uint16_t id3 = 0;
         std::string modelName; // UTF-8, as the application shows the model
-        std::int32_t tag = 0;
+        std::int32_t tag = 1;
         std::uint64_t data1 = 0; // as the instrument gives it
         std::uint64_t data2 = 0; // as the instrument gives it
     };

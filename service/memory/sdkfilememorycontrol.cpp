@@ -2,6 +2,8 @@
 
 #include "service/support/blockingbridge.h"
 
+#include <algorithm>
+
 namespace tov::devices::service {
 
 namespace {

@@ -15,14 +15,6 @@ IUsbIdControl::UsbId fromSdk(const ISdkControl::UsbId& id)
     return {id.id1, id.id2, id.id3, prettyModelName(id.model).toStdString(), id.tag, id.data1, id.data2};
 }
 
-// What an instrument without the control reads as.
-IUsbIdControl::UsbId absentUsbId()
-{
-    IUsbIdControl::UsbId id;
-    id.tag = 1;
-    return id;
-}
-
 } // namespace
 
 SdkMemoryUsbId::SdkMemoryUsbId(ReacquiringControl<ISdkControl> control)
@@ -33,7 +25,7 @@ SdkMemoryUsbId::SdkMemoryUsbId(ReacquiringControl<ISdkControl> control)
 IUsbIdControl::UsbId SdkMemoryUsbId::usbId()
 {
     const auto locked = m_control.lock();
-    return locked ? fromSdk(locked->usbId()) : absentUsbId();
+    return locked ? fromSdk(locked->usbId()) : UsbId();
 }
 
 std::vector<IUsbIdControl::UsbId> SdkMemoryUsbId::usbIds()
@@ -43,7 +35,8 @@ std::vector<IUsbIdControl::UsbId> SdkMemoryUsbId::usbIds()
 
 bool SdkMemoryUsbId::writeUsbId(const UsbId& id)
 {
-    return request<bool>(m_control, &ISdkControl::writeUsbId, ISdkControl::UsbIdWords{id.id1, id.id2, id.id3});
+    return request<bool>(
+        m_control, [&](ISdkControl& sdk, const auto& answer) { sdk.writeUsbId({id.id1, id.id2, id.id3}, answer); });
 }
 
 } // namespace tov::devices::service

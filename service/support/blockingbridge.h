@@ -50,7 +50,7 @@ struct Outcome<std::expected<Value, Error>>
 };
 
 /// Whether `error` means success: its number alone decides, whatever its category.
-inline bool succeeded(const std::error_code& error)
+inline bool isSuccess(const std::error_code& error)
 {
     return error.value() == 0;
 }
@@ -59,14 +59,14 @@ inline bool succeeded(const std::error_code& error)
 template <typename Result, auto convert>
 void fulfil(std::promise<Result>& promise, const std::error_code& error)
 {
-    promise.set_value(succeeded(error) ? Result(Outcome<Result>::succeeded()) : Result(Outcome<Result>::failed(error)));
+    promise.set_value(isSuccess(error) ? Result(Outcome<Result>::succeeded()) : Result(Outcome<Result>::failed(error)));
 }
 
 /// The answer of an SDK operation that has one; it is not looked at after a failure.
 template <typename Result, auto convert, typename Value>
 void fulfil(std::promise<Result>& promise, Value&& value, const std::error_code& error)
 {
-    promise.set_value(succeeded(error) ? Result(convert(std::forward<Value>(value)))
+    promise.set_value(isSuccess(error) ? Result(convert(std::forward<Value>(value)))
                                        : Result(Outcome<Result>::failed(error)));
 }
 

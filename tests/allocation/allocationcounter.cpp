@@ -1,11 +1,13 @@
 #include "allocation/allocationcounter.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
 thread_local long count = 0;
+std::atomic<long> countOfAll = 0;
 thread_local bool failing = false;
 
 } // namespace
@@ -13,6 +15,7 @@ thread_local bool failing = false;
 void* operator new(std::size_t size)
 {
     ++count;
+    ++countOfAll;
     void* const block = failing ? nullptr : std::malloc(size > 0 ? size : 1);
     if (block == nullptr)
         throw std::bad_alloc();
@@ -34,6 +37,11 @@ namespace tov::testing {
 long allocations() noexcept
 {
     return count;
+}
+
+long allocationsOfAllThreads() noexcept
+{
+    return countOfAll;
 }
 
 FailingAllocations::FailingAllocations() noexcept

@@ -6,6 +6,9 @@ namespace tov::testing {
 /// replaces in every program that links it.
 long allocations() noexcept;
 
+/// Those of all threads.
+long allocationsOfAllThreads() noexcept;
+
 /// Makes the calling thread's allocations fail with `std::bad_alloc` while it exists.
 class FailingAllocations
 {

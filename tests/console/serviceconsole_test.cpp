@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -236,7 +237,7 @@ TEST_F(KeptInstrument, IsTheSameInEveryRun)
 
 TEST_F(KeptInstrument, IsNotChangedByACommandThatFails)
 {
-    kept({"serial", "set", "1"});
+    ASSERT_EQ(kept({"serial", "set", "1"}).status, 0);
     const QByteArray before = read(state);
     EXPECT_EQ(kept({"pots", "set", "0", "256", "--eeprom"}).status, 1);
     EXPECT_EQ(kept({"files", "rm", "nothing"}).status, 1);
@@ -289,6 +290,7 @@ TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
         EXPECT_EQ(read(path), foreign);
     }
     expectError({"--state", folder.filePath("no/such/folder"), "serial", "get"}, 1, "folder");
+    expectError({"--state", "", "serial", "get"}, 2, "a file name is needed");
 }
 
 TEST_F(KeptInstrument, CopiesFilesWhole)
@@ -308,6 +310,24 @@ TEST_F(KeptInstrument, CopiesFilesWhole)
     EXPECT_EQ(read(copy), contents) << "nothing half-written";
     EXPECT_FALSE(QFile::exists(folder.filePath("etc")));
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(KeptInstrument, WritesToADeviceInsteadOfReplacingIt)
+{
+    const QString link = folder.filePath("device");
+    ASSERT_TRUE(QFile::link("/dev/null", link));
+    EXPECT_EQ(kept({"memory", "dump", link}).status, 0);
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_FALSE(QFileInfo("/dev/null").isFile());
+}
+
+TEST_F(KeptInstrument, AnswersNothingWhenItCannotBeKept)
+{
+    const QString link = folder.filePath("dangling");
+    ASSERT_TRUE(QFile::link(folder.filePath("no/such/file"), link));
+    expectError({"--state", link, "serial", "set", "5"}, 1, "cannot be saved");
+}
+#endif
 
 TEST_F(KeptInstrument, SaysWhyAFileCannotBeCopied)
 {
@@ -346,14 +366,14 @@ TEST_F(KeptInstrument, StoresTermsFromAFile)
 {
     EXPECT_EQ(kept({"terms", "flag", "--json"}).json(), (QJsonObject{{"flag", false}}));
     const QString file = write("terms.json", R"({ "time": "2026-01-31T12:00:00Z", "parameter": 0.5,
-        "records": [ { "key": 7, "value": -0.25, "number": -3 } ], "frequencies": [1e9],
+        "records": [ { "key": "9007199254740993", "value": -0.25, "number": -3 } ], "frequencies": [1e9],
         "ports": [ { "port": 1, "directivity": [[0, 1]], "source-match": [[2, 3]], "reflection-tracking": [[4, 5]] } ],
         "paths": [ { "source-port": 1, "receiver-port": 2, "load-match": [[0, 0]],
                      "transmission-tracking": [[1, 0]], "isolation": [[0, 0]] } ] })");
     EXPECT_EQ(kept({"terms", "write", file}).output, "written with 1 records\n");
     EXPECT_EQ(kept({"terms", "flag"}).output, "on\n");
     EXPECT_EQ(kept({"terms", "ls", "--json"}).json()["records"].toArray(),
-              (QJsonArray{QJsonObject{{"key", "7"}, {"value", -0.25}, {"number", -3}}}));
+              (QJsonArray{QJsonObject{{"key", "9007199254740993"}, {"value", -0.25}, {"number", -3}}}));
 }
 
 TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
@@ -361,8 +381,13 @@ TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
     const std::pair<const char*, const char*> wrong[] = {
         {"{", "byte"},
         {"[]", "expected an object"},
-        {"{}", "time: expected a time"},
-        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": "x"}]})", "records[0].key: expected a number"},
+        {"{}", "time: expected a time with its zone"},
+        {R"({"time": "2026-01-31T12:00:00"})", "time: expected a time with its zone"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": "x"}]})", "records[0].key: expected a whole number"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": 1.5}]})", "records[0].key: expected a whole number"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": 9007199254740993}]})", "records[0].key: expected"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": 1, "value": 1, "number": 1e300}]})",
+         "records[0].number: expected a whole number"},
         {R"({"time": "2026-01-31T12:00:00Z", "records": [1]})", "records[0]: expected an object"},
         {R"({"time": "2026-01-31T12:00:00Z", "ports": 1})", "ports: expected a list"},
         {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1, "x"]})", "frequencies[1]: expected a number"},
@@ -410,10 +435,15 @@ TEST(ServiceConsole, WorksThePotentiometers)
               (QJsonObject{{"index", 0}, {"name", "LO level"}, {"word1", 0}, {"word2", 255}, {"eeprom", 128}}));
     EXPECT_EQ(console({"pots", "set", "1", "7", "--ram", "--json"}).json(), (QJsonObject{{"ram", 7}}));
     expectError({"pots", "get", "8"}, 1, "'pots ls' shows the potentiometers");
-    expectError({"pots", "get", "-1"}, 2, "index");
+    expectError({"pots", "get", "-1"}, 2, "'-1' is no value for index");
     expectError({"pots", "set", "1", "7"}, 2, "--ram,--eeprom");
     expectError({"pots", "set", "1", "256", "--ram"}, 1, "failed");
-    expectError({"usb", "set", "1", "2", "65536"}, 2, "id3");
+    expectError({"usb", "set", "1", "2", "65536"}, 2, "'65536' is no value for id3");
+    EXPECT_THAT(console({"usb", "set", "010", "0x10", "08"}).output, HasSubstr("0x000A  0x0010  0x0008"))
+        << "leading zeros change nothing";
+    EXPECT_EQ(console({"serial", "set", "000123"}).output, "123\n");
+    expectError({"serial", "set", "4294967296"}, 2, "'4294967296' is no value for number");
+    expectError({"serial", "set", "0x"}, 2, "'0x' is no value for number");
 }
 
 TEST(ServiceConsole, DemoShowsThatEverythingStillWorksAfterARelease)

@@ -20,7 +20,7 @@ class AnsweringControl : public RecordingControl
 public:
     enum class When {
         AtOnce,        ///< on the caller's thread, before the operation returns
-        Later,         ///< on another thread, after the operation has returned
+        Later,         ///< on another thread, before or after the operation returns
         TwiceByThread, ///< on another thread, twice, before the operation returns
         Never,         ///< the callback is destroyed
     };

@@ -259,6 +259,25 @@ TEST_P(SimulatedServices, MisbehaveAsTheyAreTold)
     EXPECT_EQ(serialNumber->serialNumber(), 6U);
 }
 
+TEST_P(SimulatedServices, ThrowFromEveryOtherOperationWhenTheyAreTold)
+{
+    simulator::Faults& faults = instrument->faults();
+    for (const Operation operation : {Operation::PotentiometerList, Operation::UsbIdRead, Operation::UsbIdList,
+                                      Operation::TermsRead, Operation::TermsWrite, Operation::TermsFlag})
+        faults.throwFrom(operation);
+
+    EXPECT_THROW(session.control(controls::potentiometers)->potentiometers(), std::runtime_error);
+    EXPECT_THROW(session.control(controls::usbId)->usbId(), std::runtime_error);
+    EXPECT_THROW(session.control(controls::usbId)->usbIds(), std::runtime_error);
+    const auto terms = session.control(controls::systemTerms);
+    EXPECT_THROW(terms->termsRecords(), std::runtime_error);
+    EXPECT_THROW(terms->writeSystemTerms(QDateTime::currentDateTimeUtc(), 1.0, {}), std::runtime_error);
+    EXPECT_THROW(terms->systemTermsFlag(), std::runtime_error);
+    EXPECT_FALSE(instrument->storedTerms());
+    faults.heal(Operation::TermsFlag);
+    EXPECT_FALSE(terms->systemTermsFlag());
+}
+
 TEST_P(SimulatedServices, ServeManyThreadsAtOnce)
 {
     const auto files = session.control(controls::fileMemory);
@@ -281,7 +300,12 @@ TEST_P(SimulatedServices, ServeManyThreadsAtOnce)
     }
     instrument->waitUntilQuiet();
     EXPECT_EQ(wrong, 0);
-    EXPECT_THAT(observer.events, SizeIs(100));
+    ASSERT_THAT(observer.events, SizeIs(100));
+    std::string held = "100001";
+    for (const std::string& event : observer.events) {
+        EXPECT_THAT(event, ::testing::StartsWith(held + " -> ")) << "each tells what the one before left";
+        held = event.substr(event.rfind(' ') + 1);
+    }
     serialNumber->removeObserver(&observer);
 }
 
@@ -340,11 +364,15 @@ TEST(SimulatedInstrumentLife, TellsNobodyOnceTheControlIsGone)
     } observer;
 
     simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later));
+    const auto find = [&] {
+        return std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
+            instrument.findControl(devices::controlkeys::serialNumber.sdk));
+    };
+    find()->addObserver(&observer);
+    find()->writeSerialNumber(1, [](std::error_code) {});
+    instrument.waitUntilQuiet();
+    ASSERT_EQ(observer.told, 1) << "while the control is there";
     for (int round = 0; round < 200; ++round) {
-        const auto find = [&] {
-            return std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-                instrument.findControl(devices::controlkeys::serialNumber.sdk));
-        };
         find()->addObserver(&observer);
         find()->writeSerialNumber(1, [](std::error_code) {});
         instrument.releaseControls();
@@ -396,6 +424,7 @@ TEST_F(StateFile, BringsEverythingBack)
         EXPECT_TRUE(session.control(controls::fileMemory)->writeFile("ä", QByteArray("\0\xFF", 2)));
         EXPECT_TRUE(session.control(controls::memoryOperations)->write({std::byte{7}}));
         EXPECT_TRUE(session.control(controls::potentiometers)->writeToRam(6, -7));
+        EXPECT_TRUE(session.control(controls::potentiometers)->writeToEeprom(6, 8));
         EXPECT_TRUE(session.control(controls::serialNumber)->writeSerialNumber(0xFFFF'FFFF));
         EXPECT_TRUE(session.control(controls::usbId)->writeUsbId({1, 2, 65535, "", 0, 0, 0}));
         session.control(controls::loLeakage)->setEnabled(true);
@@ -417,7 +446,7 @@ TEST_F(StateFile, BringsEverythingBack)
     EXPECT_EQ(session.control(controls::memoryOperations)->read()->front(), std::byte{7});
     EXPECT_FALSE(session.control(controls::memoryOperations)->integrityCheck()) << "the damage is kept too";
     EXPECT_EQ(loaded->potentiometerInRam(6), -7);
-    EXPECT_EQ(session.control(controls::potentiometers)->readFromEeprom(6), 0);
+    EXPECT_EQ(session.control(controls::potentiometers)->readFromEeprom(6), 8);
     EXPECT_EQ(session.control(controls::serialNumber)->serialNumber(), 0xFFFF'FFFF);
     EXPECT_EQ(session.control(controls::usbId)->usbId().id3, 65535);
     EXPECT_TRUE(session.control(controls::loLeakage)->isEnabled());
@@ -428,9 +457,21 @@ TEST_F(StateFile, BringsEverythingBack)
     EXPECT_EQ(records[0].value, 0.1);
     EXPECT_EQ(records[0].number, -1);
 
+    const auto stored = loaded->storedTerms();
+    ASSERT_TRUE(stored);
+    EXPECT_EQ(stored->secondsSinceEpoch, 1'700'000'000);
+    EXPECT_EQ(stored->parameter, 0.5);
+    EXPECT_THAT(stored->terms.frequencies, ElementsAre(1e9));
+    ASSERT_THAT(stored->terms.ports, SizeIs(1));
+    EXPECT_EQ(stored->terms.ports[0].directivity.at(0).imaginary, -0.2);
+    EXPECT_EQ(stored->terms.ports[0].reflectionTracking.at(0).real, 0.5);
+    ASSERT_THAT(stored->terms.paths, SizeIs(1));
+    EXPECT_EQ(stored->terms.paths[0].receiverPort, 2);
+    EXPECT_EQ(stored->terms.paths[0].isolation.at(0).imaginary, 6.0);
+
     const QString again = folder.filePath("again");
     loaded->save(again);
-    EXPECT_EQ(read(again), read(path)) << "nothing is lost on the way, error terms included";
+    EXPECT_EQ(read(again), read(path)) << "nothing is lost on the way";
 }
 
 TEST_F(StateFile, IsRefusedWhenAnyByteOfItIsDamagedAndLeftAsItIs)

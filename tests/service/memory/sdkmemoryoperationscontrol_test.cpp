@@ -127,13 +127,6 @@ TEST_F(SdkMemoryOperations, TellsObserversThatCameWhileTheControlWasAbsent)
     EXPECT_THAT(story, ElementsAre("4: 2 1"));
 }
 
-TEST_F(SdkMemoryOperations, EndsQuietlyWhileTheControlIsAbsent)
-{
-    fake.reset();
-    memory.reset();
-    SUCCEED() << "nothing to detach from";
-}
-
 TEST_F(SdkMemoryOperations, PassesAnEmptyContentOn)
 {
     EXPECT_TRUE(memory->write({}));
