@@ -33,9 +33,7 @@ void Machine::answer(Operation operation, std::function<void(std::error_code)> c
     const Fault fault = beginAnswer(operation);
     perform(fault,
             [forced = fault.error.value_or(std::error_code()), callback = std::move(callback), work = std::move(work)] {
-                if (forced.value() != 0)
-                    return callback(forced);
-                const std::error_code error = work();
+                const std::error_code error = forced.value() != 0 ? forced : work();
                 callback(error ? error : forced);
             });
 }

@@ -18,8 +18,9 @@ using devices::service::IFileMemoryControl;
 
 struct Arguments
 {
-    std::optional<std::string> name;
+    std::string name;
     std::string localFile;
+    std::optional<std::string> newName;
 };
 
 // The value of a result of the file store, or its own words as an error.
@@ -67,7 +68,7 @@ void showSpace(Workbench& workbench)
 void get(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
-    const std::string& name = arguments.name.value();
+    const std::string& name = arguments.name;
     const QByteArray contents = valueOf(files->readFile(fileNamed(*files, name)), name);
     writeLocalFile(arguments.localFile, contents);
     workbench.output().answer(name + ": " + std::to_string(contents.size()) + " bytes read\n",
@@ -78,8 +79,8 @@ void put(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
     const QByteArray contents = readLocalFile(arguments.localFile);
-    const QString name = arguments.name ? QString::fromStdString(*arguments.name)
-                                        : QFileInfo(QString::fromStdString(arguments.localFile)).fileName();
+    const QString name = arguments.newName ? QString::fromStdString(*arguments.newName)
+                                           : QFileInfo(QString::fromStdString(arguments.localFile)).fileName();
     valueOf(files->writeFile(name, contents), name.toStdString());
     workbench.output().answer(name.toStdString() + ": " + std::to_string(contents.size()) + " bytes written\n",
                               {{"name", name}, {"bytes", contents.size()}});
@@ -88,7 +89,7 @@ void put(Workbench& workbench, const Arguments& arguments)
 void remove(Workbench& workbench, const Arguments& arguments)
 {
     const auto files = workbench.require(host::controls::fileMemory);
-    const std::string& name = arguments.name.value();
+    const std::string& name = arguments.name;
     valueOf(files->deleteFile(fileNamed(*files, name)), name);
     workbench.output().answer(name + ": removed\n", {{"name", QString::fromStdString(name)}});
 }
@@ -121,7 +122,7 @@ void addFilesCommand(CLI::App& app, ChosenCommand& chosen)
         files, chosen, "put", "Copy a file of this computer to the instrument",
         [](CLI::App& command, Arguments& arguments) {
             declareLocalFile(command, arguments);
-            command.add_option("name", arguments.name, "Its name on the instrument; the same when left out")
+            command.add_option("name", arguments.newName, "Its name on the instrument; the same when left out")
                 ->type_name("NAME");
         },
         put);
