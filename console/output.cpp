@@ -64,6 +64,11 @@ std::string toText(const QJsonValue& value)
     return value.toString().toStdString();
 }
 
+std::string hexadecimal(std::uint64_t number, int digits)
+{
+    return "0x" + QString::number(number, 16).toUpper().rightJustified(digits, '0').toStdString();
+}
+
 Output::Output(Form form)
     : m_form(form)
 {

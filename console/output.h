@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,9 @@ private:
 
 /// A setting's value as people read it: on or off, a number, or a list of those.
 std::string toText(const QJsonValue& value);
+
+/// `number` in hexadecimal, with 0x and at least this many digits.
+std::string hexadecimal(std::uint64_t number, int digits);
 
 /// Standard output in the form that the user asked for.
 class Output

@@ -12,10 +12,7 @@ namespace tov::console {
 
 namespace {
 
-std::string hexadecimal(std::uint64_t key)
-{
-    return "0x" + QString::number(key, 16).toUpper().rightJustified(16, '0').toStdString();
-}
+constexpr int keyDigits = 16;
 
 // A row for every registered entry, whether this program has a name for it or not.
 Table registeredControls(const host::InstrumentSession& session)
@@ -25,9 +22,10 @@ Table registeredControls(const host::InstrumentSession& session)
         const auto known = std::ranges::find_if(
             host::controls::all, [&](const host::ControlName& control) { return control.keys.registry == entry.key; });
         if (known == host::controls::all.end())
-            table.addRow({"?", hexadecimal(entry.key), "?", "unknown to this program"});
+            table.addRow({"?", hexadecimal(entry.key, keyDigits), "?", "unknown to this program"});
         else
-            table.addRow({std::string(known->name), hexadecimal(entry.key), hexadecimal(known->keys.sdk.value),
+            table.addRow({std::string(known->name), hexadecimal(entry.key, keyDigits),
+                          hexadecimal(known->keys.sdk.value, keyDigits),
                           session.isPresent(*known) ? "present" : "missing"});
     }
     return table;

@@ -19,11 +19,6 @@ struct Arguments
     std::string id3;
 };
 
-std::string hexadecimal(quint64 number, int digits)
-{
-    return "0x" + QString::number(number, 16).toUpper().rightJustified(digits, '0').toStdString();
-}
-
 // As the lists show it, with the words and the data in hexadecimal: JSON has no 64-bit numbers.
 Table tableOf(const std::vector<IUsbIdControl::UsbId>& ids)
 {
