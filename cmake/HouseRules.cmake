@@ -25,4 +25,4 @@ target_compile_options(house_warnings INTERFACE
         -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wcast-qual
         -Wdouble-promotion -Wformat=2 -Wnull-dereference -Wextra-semi -Wunused>
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
-    $<$<CXX_COMPILER_ID:MSVC>:/W4 /permissive->)
+    $<$<CXX_COMPILER_ID:MSVC>:/W4 /permissive- /wd4251 /wd4275>)

@@ -28,7 +28,19 @@ std::optional<Number> parseNumber(std::string_view text)
     return number;
 }
 
-/// The same for the argument `name` of a command. Throws `CommandError` (BadUse).
+/// The number that `text` writes; "nan" and "inf" are some too. Nothing when it is no number or does not fit.
+template <std::floating_point Number>
+std::optional<Number> parseReal(std::string_view text)
+{
+    Number number = 0;
+    const char* const end = std::to_address(text.end());
+    const auto result = std::from_chars(std::to_address(text.begin()), end, number);
+    if (result.ec != std::errc() || result.ptr != end)
+        return {};
+    return number;
+}
+
+/// A whole number for the argument `name` of a command. Throws `CommandError` (BadUse).
 template <std::integral Number>
 Number requireNumber(const std::string& name, const std::string& text)
 {

@@ -5,7 +5,7 @@
 
 namespace tov::console {
 
-/// Keeps an observer registered with a control while it exists.
+/// Keeps an observer registered with a control, if there is one, while it exists.
 template <typename Control, typename Observer>
 class Observing
 {
@@ -14,11 +14,18 @@ public:
         : m_control(std::move(control))
         , m_observer(observer)
     {
-        m_control->addObserver(&m_observer);
+        if (m_control)
+            m_control->addObserver(&m_observer);
     }
     Observing(const Observing&) = delete;
     Observing& operator=(const Observing&) = delete;
-    ~Observing() { m_control->removeObserver(&m_observer); }
+    ~Observing()
+    {
+        if (m_control)
+            m_control->removeObserver(&m_observer);
+    }
+
+    bool hasControl() const { return m_control != nullptr; }
 
 private:
     const std::shared_ptr<Control> m_control;

@@ -79,9 +79,9 @@ void Output::answer(const std::string& text, const QJsonObject& json)
     m_answer = isText() ? text : QJsonDocument(json).toJson().toStdString();
 }
 
-void Output::print() const
+void Output::print()
 {
-    std::cout << m_answer;
+    std::cout << std::exchange(m_answer, {});
 }
 
 void Output::remark(const std::string& line) const

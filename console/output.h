@@ -41,12 +41,17 @@ public:
     explicit Output(Form form);
 
     bool isText() const noexcept { return m_form == Form::Text; }
+    Form form() const noexcept { return m_form; }
+    void setForm(Form form) noexcept { m_form = form; }
 
     /// Keeps one answer, in one of its two forms, until `print()`.
     void answer(const std::string& text, const QJsonObject& json);
 
-    /// Prints the answer: it is true now.
-    void print() const;
+    /// Forgets the answer.
+    void discard() { m_answer.clear(); }
+
+    /// Prints the answer, if there is one, once: it is true now.
+    void print();
 
     /// Prints a line that goes before the answer, for people only.
     void remark(const std::string& line) const;

@@ -1,31 +1,12 @@
 #include "console/progress.h"
 
-#include <QtGlobal>
+#include "console/terminal.h"
 
 #include <algorithm>
 #include <iostream>
 #include <utility>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace tov::console {
-
-namespace {
-
-bool standardErrorIsTerminal()
-{
-#ifdef Q_OS_WIN
-    return _isatty(2) != 0;
-#else
-    return isatty(STDERR_FILENO) != 0;
-#endif
-}
-
-} // namespace
 
 Progress::Progress(std::string what)
     : m_what(std::move(what))

@@ -3,6 +3,7 @@
 #include "console/exitstatus.h"
 #include "console/localfile.h"
 #include "console/number.h"
+#include "console/timestamp.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -50,9 +51,10 @@ public:
         const QJsonObject object = document.object();
 
         TermsFile file;
-        file.time = QDateTime::fromString(object["time"].toString(), Qt::ISODate);
-        if (!file.time.isValid() || file.time.timeSpec() == Qt::LocalTime)
-            fail("time", "expected a time with its zone as 2026-01-31T12:00:00Z");
+        const auto time = parseTimestamp(object["time"].toString());
+        if (!time)
+            fail("time", std::string("expected ") + timestampForm);
+        file.time = *time;
         file.parameter = object.contains("parameter") ? number(object["parameter"], "parameter") : 0.0;
         file.records =
             list<TermsRecord>(object, "records", "", [this](const QJsonObject& record, const std::string& at) {

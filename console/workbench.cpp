@@ -1,8 +1,9 @@
 #include "console/workbench.h"
 
+#include "console/named.h"
+
 #include <QFile>
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -59,15 +60,7 @@ CommandError Workbench::missing(const host::ControlName& kind)
 
 const host::ControlName& controlNamed(const std::string& name)
 {
-    const auto& all = host::controls::all;
-    const auto found = std::ranges::find(all, name, &host::ControlName::name);
-    if (found != all.end())
-        return *found;
-
-    std::string known;
-    for (const host::ControlName& control : all)
-        known.append(known.empty() ? "" : ", ").append(control.name);
-    throw CommandError(ExitStatus::BadUse, "unknown control '" + name + "'; there are " + known);
+    return named(host::controls::all, name, "control", [](const host::ControlName& control) { return control.name; });
 }
 
 } // namespace tov::console

@@ -39,8 +39,10 @@ public:
     template <typename Exposed>
     std::shared_ptr<Exposed> require(const host::Control<Exposed>& kind)
     {
-        if (auto control = m_session.control(kind))
-            return control;
+        // An adapter that was made before would be there even while its control is not.
+        if (m_session.isPresent(kind))
+            if (auto control = m_session.control(kind))
+                return control;
         throw missing(kind);
     }
 

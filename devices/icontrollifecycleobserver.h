@@ -7,7 +7,7 @@ namespace tov::devices {
 /// The application owns the adapters and calls these operations on those that implement them; nothing
 /// registers itself.
 ///
-/// Thread: *owner's thread*.
+/// Thread: *owner's thread*, unless the adapter says *any thread*.
 class IControlLifecycleObserver
 {
 public:

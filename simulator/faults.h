@@ -33,6 +33,12 @@ enum class Operation {
     TermsRead,
     TermsWrite,
     TermsFlag,
+    IfswPlan,
+    IfswSave,
+    FactoryPowerPlan,
+    FactoryPowerSave,
+    CorrectionsRead,
+    CorrectionSwitch,
 };
 
 /// What is wrong with an operation.

@@ -85,9 +85,9 @@ Machine::Clock::duration Machine::delayOf(const Fault& fault)
     return Clock::duration(m_timing.delay) * std::uniform_int_distribution(0, 200)(m_random) / 100;
 }
 
-void Machine::notify(std::function<void()> delivery)
+void Machine::notify(std::function<void()> delivery, std::chrono::microseconds delay)
 {
-    if (std::this_thread::get_id() == m_threadId) {
+    if (std::this_thread::get_id() == m_threadId && delay.count() == 0) {
         delivery();
         return;
     }
@@ -95,7 +95,7 @@ void Machine::notify(std::function<void()> delivery)
     const std::lock_guard guard(m_mutex);
     if (m_stopping)
         return;
-    m_waiting.emplace(Clock::now(), std::move(delivery));
+    m_waiting.emplace(Clock::now() + delay, std::move(delivery));
     m_changed.notify_all();
 }
 

@@ -3,6 +3,7 @@
 #include "simulator/faults.h"
 #include "simulator/timing.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <expected>
@@ -44,8 +45,9 @@ public:
     void answer(Operation operation, std::function<void(std::error_code)> callback,
                 std::function<std::error_code()> work);
 
-    /// Runs `delivery` on the machine's thread: at once if this is that thread, otherwise after what is due.
-    void notify(std::function<void()> delivery);
+    /// Runs `delivery` on the machine's thread after `delay`, or when it stops: at once if this is that thread and
+    /// there is no delay, otherwise after what is due.
+    void notify(std::function<void()> delivery, std::chrono::microseconds delay = {});
 
     /// Waits until nothing is left to answer or to deliver on the machine's thread, and not there.
     void waitUntilQuiet();

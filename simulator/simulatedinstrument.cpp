@@ -2,13 +2,24 @@
 
 #include "devices/controlkeys.h"
 #include "simulator/machine.h"
+#include "simulator/simulatedcalibrationcontroller.h"
+#include "simulator/simulatedfactorycorrectioncontrol.h"
 #include "simulator/simulatedfilememorycontrol.h"
+#include "simulator/simulatedkz515powercontrol.h"
+#include "simulator/simulatedkz515synthesiscontrol.h"
 #include "simulator/simulatedloleakagecontrol.h"
 #include "simulator/simulatedmemoryoperationscontrol.h"
 #include "simulator/simulatedmemoryusbidcontrol.h"
 #include "simulator/simulatedpotentiometerscontrol.h"
 #include "simulator/simulatedserialnumbercontrol.h"
 #include "simulator/simulatedsystemtermscontrol.h"
+#include "simulator/simulatedtemperaturecontrol.h"
+#include "simulator/simulatedulkpowercontrol.h"
+#include "simulator/simulatedulksynthesiscontrol.h"
+#include "simulator/simulatedwn0807powermodulecontrol.h"
+#include "simulator/simulatedwn0807synthesiscontrol.h"
+#include "simulator/simulatedyqfactorypowercalibrationcontrol.h"
+#include "simulator/simulatedyqifswcalibrationcontrol.h"
 #include "simulator/simulatedyqsynthesiscontrol.h"
 #include "simulator/statefile.h"
 
@@ -43,8 +54,15 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     , m_memory(std::make_shared<MemoryState>(configuration.memorySize))
     , m_potentiometers(std::make_shared<PotentiometersState>())
     , m_terms(std::make_shared<SystemTermsState>())
+    , m_ifswCalibration(std::make_shared<IfswCalibrationState>())
+    , m_factoryPowerCalibration(std::make_shared<FactoryPowerCalibrationState>())
+    , m_factoryCorrections(std::make_shared<FactoryCorrectionState>(m_machine))
+    , m_temperatures(std::make_shared<TemperatureState>(m_machine, configuration.timing.seed))
+    , m_calibrationUnit1(std::make_shared<CalibrationUnit>(m_machine))
+    , m_calibrationUnit2(std::make_shared<CalibrationUnit>(m_machine))
 {
     using namespace sdk::service;
+    using calibrations::ICalibrationController;
 
     addSlot<IFileMemoryControl, SimulatedFileMemoryControl>(controlkeys::fileMemory.sdk, "file memory", m_files,
                                                             m_machine);
@@ -56,12 +74,36 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
                                                                       std::make_shared<SerialNumberState>(), m_machine);
     addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controlkeys::memoryOperations.sdk, "memory",
                                                                         m_memory, m_machine);
+    addSlot<IUlkSynthesisControl, SimulatedUlkSynthesisControl>(controlkeys::ulkSynthesis.sdk, "Ulk synthesis",
+                                                                SimulatedUlkSynthesisControl::makeState());
+    addSlot<IUlkPowerControl, SimulatedUlkPowerControl>(controlkeys::ulkPower.sdk, "Ulk power",
+                                                        SimulatedUlkPowerControl::makeState());
+    addSlot<IWn0807SynthesisControl, SimulatedWn0807SynthesisControl>(
+        controlkeys::wn0807Synthesis.sdk, "Wn0807 synthesis", SimulatedWn0807SynthesisControl::makeState());
+    addSlot<IWn0807PowerModuleControl, SimulatedWn0807PowerModuleControl>(
+        controlkeys::wn0807Power.sdk, "Wn0807 power", SimulatedWn0807PowerModuleControl::makeState());
     addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controlkeys::loLeakage.sdk, "LO leakage",
                                                           std::make_shared<LoLeakageState>());
+    addSlot<IKZ515PowerControl, SimulatedKz515PowerControl>(controlkeys::kz515Power.sdk, "Kz515 power",
+                                                            SimulatedKz515PowerControl::makeState());
+    addSlot<IKZ515SynthesisControl, SimulatedKz515SynthesisControl>(controlkeys::kz515Synthesis.sdk, "Kz515 synthesis",
+                                                                    SimulatedKz515SynthesisControl::makeState());
     addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controlkeys::yqSynthesis.sdk, "Yq synthesis",
                                                               std::make_shared<YqSynthesisState>());
     addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms", m_terms,
                                                               m_machine);
+    addSlot<IYqIfswCalibrationControl, SimulatedYqIfswCalibrationControl>(
+        controlkeys::ifswCalibration.sdk, "IF-switch calibration", m_ifswCalibration, m_machine);
+    addSlot<IYqFactoryPowerCalibrationControl, SimulatedYqFactoryPowerCalibrationControl>(
+        controlkeys::factoryPowerCalibration.sdk, "factory power calibration", m_factoryPowerCalibration, m_machine);
+    addSlot<sdk::IFactoryCorrectionControl, SimulatedFactoryCorrectionControl>(
+        controlkeys::factoryCorrections.sdk, "factory corrections", m_factoryCorrections, m_machine);
+    addSlot<sdk::ITemperatureControl, SimulatedTemperatureControl>(controlkeys::temperature.sdk, "temperatures",
+                                                                   m_temperatures);
+    addSlot<ICalibrationController, SimulatedCalibrationController>(controlkeys::calibrationController1.sdk,
+                                                                    "calibration unit 1", m_calibrationUnit1);
+    addSlot<ICalibrationController, SimulatedCalibrationController>(controlkeys::calibrationController2.sdk,
+                                                                    "calibration unit 2", m_calibrationUnit2);
     offerControls();
 }
 
@@ -147,6 +189,35 @@ int SimulatedInstrument::potentiometerInRam(std::size_t index) const
 std::optional<StoredTerms> SimulatedInstrument::storedTerms() const
 {
     return m_terms->stored();
+}
+
+std::optional<StoredIfswCalibration> SimulatedInstrument::storedIfswCalibration() const
+{
+    return m_ifswCalibration->stored();
+}
+
+std::optional<StoredFactoryPowerCalibration> SimulatedInstrument::storedFactoryPowerCalibration() const
+{
+    return m_factoryPowerCalibration->stored();
+}
+
+void SimulatedInstrument::setCorrectionValid(sdk::CorrectionFlag flag, bool valid)
+{
+    m_factoryCorrections->setValid(flag, valid);
+}
+
+CalibrationUnit& SimulatedInstrument::calibrationUnit(sdk::Key key)
+{
+    if (key == controlkeys::calibrationController1.sdk)
+        return *m_calibrationUnit1;
+    if (key == controlkeys::calibrationController2.sdk)
+        return *m_calibrationUnit2;
+    throw std::out_of_range("the simulated instrument has no calibration controller of this key");
+}
+
+void SimulatedInstrument::passTime(std::chrono::milliseconds time)
+{
+    m_temperatures->passTime(time);
 }
 
 void SimulatedInstrument::waitUntilQuiet()

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "sdk/correctionflag.h"
 #include "sdk/ivna.h"
+#include "simulator/calibrationunit.h"
 #include "simulator/faults.h"
+#include "simulator/storedcalibrations.h"
 #include "simulator/storedterms.h"
 #include "simulator/timing.h"
 
 #include <QString>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -18,12 +22,14 @@
 
 namespace tov::simulator {
 
-class ControlState;
+class FactoryCorrectionState;
+class FactoryPowerCalibrationState;
 class FileMemoryState;
-class Machine;
+class IfswCalibrationState;
 class MemoryState;
 class PotentiometersState;
 class SystemTermsState;
+class TemperatureState;
 
 /// What a simulated instrument is like.
 struct Configuration
@@ -90,6 +96,21 @@ public:
     /// The system error terms that were written last, if any were.
     std::optional<StoredTerms> storedTerms() const;
 
+    /// What was saved last as the IF-switch calibration, if anything was.
+    std::optional<StoredIfswCalibration> storedIfswCalibration() const;
+
+    /// What was saved last as the factory power calibration, if anything was.
+    std::optional<StoredFactoryPowerCalibration> storedFactoryPowerCalibration() const;
+
+    /// Makes the data of a factory correction valid or not.
+    void setCorrectionValid(sdk::CorrectionFlag flag, bool valid);
+
+    /// The calibration unit at the controller `key`. Throws `std::out_of_range` for a key that is none of theirs.
+    CalibrationUnit& calibrationUnit(sdk::Key key);
+
+    /// Lets time pass for the temperatures of the modules.
+    void passTime(std::chrono::milliseconds time);
+
     /// Waits until everything that waits is answered and every notification is delivered. Not in a notification.
     void waitUntilQuiet();
 
@@ -124,6 +145,12 @@ private:
     const std::shared_ptr<MemoryState> m_memory;
     const std::shared_ptr<PotentiometersState> m_potentiometers;
     const std::shared_ptr<SystemTermsState> m_terms;
+    const std::shared_ptr<IfswCalibrationState> m_ifswCalibration;
+    const std::shared_ptr<FactoryPowerCalibrationState> m_factoryPowerCalibration;
+    const std::shared_ptr<FactoryCorrectionState> m_factoryCorrections;
+    const std::shared_ptr<TemperatureState> m_temperatures;
+    const std::shared_ptr<CalibrationUnit> m_calibrationUnit1;
+    const std::shared_ptr<CalibrationUnit> m_calibrationUnit2;
 
     mutable std::mutex m_mutex; // guards all below; controls are destroyed outside it
     bool m_offering = false;

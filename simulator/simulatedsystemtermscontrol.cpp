@@ -1,6 +1,6 @@
 #include "simulator/simulatedsystemtermscontrol.h"
 
-#include <QCborArray>
+#include "simulator/savedlists.h"
 
 #include <utility>
 
@@ -16,34 +16,14 @@ using sdk::corrections::PathTerms;
 using sdk::corrections::PortTerms;
 using TermsRecord = sdk::service::ISystemTermsControl::TermsRecord;
 
-template <typename Element, typename Convert>
-QCborArray toArray(const std::vector<Element>& elements, Convert convert)
-{
-    QCborArray array;
-    for (const Element& element : elements)
-        array.append(convert(element));
-    return array;
-}
-
-template <typename Convert>
-auto toVector(const QCborValue& array, Convert convert)
-{
-    std::vector<decltype(convert(QCborValue()))> elements;
-    const QCborArray values = array.toArray();
-    elements.reserve(static_cast<std::size_t>(values.size()));
-    for (const auto& value : values)
-        elements.push_back(convert(QCborValue(value)));
-    return elements;
-}
-
 QCborArray save(const std::vector<Complex>& values)
 {
-    return toArray(values, [](const Complex& value) { return QCborArray{value.real, value.imaginary}; });
+    return saveList(values, [](const Complex& value) { return QCborArray{value.real, value.imaginary}; });
 }
 
 std::vector<Complex> restoreComplex(const QCborValue& saved)
 {
-    return toVector(saved, [](const QCborValue& value) {
+    return restoreList(saved, [](const QCborValue& value) {
         return Complex{value.toArray().at(0).toDouble(), value.toArray().at(1).toDouble()};
     });
 }
@@ -63,9 +43,9 @@ QCborMap save(const ErrorTerms& terms)
                         {"transmission tracking"_L1, save(path.transmissionTracking)},
                         {"isolation"_L1, save(path.isolation)}};
     };
-    return {{"frequencies"_L1, toArray(terms.frequencies, [](double frequency) { return frequency; })},
-            {"ports"_L1, toArray(terms.ports, savePort)},
-            {"paths"_L1, toArray(terms.paths, savePath)}};
+    return {{"frequencies"_L1, saveList(terms.frequencies, [](double frequency) { return frequency; })},
+            {"ports"_L1, saveList(terms.ports, savePort)},
+            {"paths"_L1, saveList(terms.paths, savePath)}};
 }
 
 ErrorTerms restoreTerms(const QCborMap& saved)
@@ -79,8 +59,8 @@ ErrorTerms restoreTerms(const QCborMap& saved)
                          static_cast<int>(path["receiver port"_L1].toInteger()), restoreComplex(path["load match"_L1]),
                          restoreComplex(path["transmission tracking"_L1]), restoreComplex(path["isolation"_L1])};
     };
-    return {toVector(saved["frequencies"_L1], [](const QCborValue& frequency) { return frequency.toDouble(); }),
-            toVector(saved["ports"_L1], restorePort), toVector(saved["paths"_L1], restorePath)};
+    return {restoreList(saved["frequencies"_L1], [](const QCborValue& frequency) { return frequency.toDouble(); }),
+            restoreList(saved["ports"_L1], restorePort), restoreList(saved["paths"_L1], restorePath)};
 }
 
 QCborMap saveRecord(const TermsRecord& record)
@@ -96,36 +76,18 @@ TermsRecord restoreRecord(const QCborValue& record)
 
 } // namespace
 
-std::optional<StoredTerms> SystemTermsState::stored() const
+QCborMap SystemTermsState::toCbor(const StoredTerms& stored) const
 {
-    const std::lock_guard guard(m_mutex);
-    return m_stored;
+    return {{"seconds"_L1, static_cast<qint64>(stored.secondsSinceEpoch)},
+            {"parameter"_L1, stored.parameter},
+            {"records"_L1, saveList(stored.records, saveRecord)},
+            {"terms"_L1, simulator::save(stored.terms)}};
 }
 
-void SystemTermsState::store(StoredTerms stored)
+StoredTerms SystemTermsState::fromCbor(const QCborMap& saved) const
 {
-    const std::lock_guard guard(m_mutex);
-    m_stored = std::move(stored);
-}
-
-QCborMap SystemTermsState::save() const
-{
-    const std::lock_guard guard(m_mutex);
-    if (!m_stored)
-        return {};
-    return {{"seconds"_L1, static_cast<qint64>(m_stored->secondsSinceEpoch)},
-            {"parameter"_L1, m_stored->parameter},
-            {"records"_L1, toArray(m_stored->records, saveRecord)},
-            {"terms"_L1, simulator::save(m_stored->terms)}};
-}
-
-void SystemTermsState::restore(const QCborMap& saved)
-{
-    const std::lock_guard guard(m_mutex);
-    m_stored.reset();
-    if (!saved.isEmpty())
-        m_stored = {saved["seconds"_L1].toInteger(), saved["parameter"_L1].toDouble(),
-                    toVector(saved["records"_L1], restoreRecord), restoreTerms(saved["terms"_L1].toMap())};
+    return {saved["seconds"_L1].toInteger(), saved["parameter"_L1].toDouble(),
+            restoreList(saved["records"_L1], restoreRecord), restoreTerms(saved["terms"_L1].toMap())};
 }
 
 SimulatedSystemTermsControl::SimulatedSystemTermsControl(std::shared_ptr<Machine> machine,

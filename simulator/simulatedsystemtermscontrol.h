@@ -1,32 +1,22 @@
 #pragma once
 
 #include "sdk/service/isystemtermscontrol.h"
-#include "simulator/controlstate.h"
+#include "simulator/laststored.h"
 #include "simulator/machine.h"
 #include "simulator/observerhub.h"
 #include "simulator/storedterms.h"
 
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <vector>
 
 namespace tov::simulator {
 
 /// The system error terms that the simulated instrument was given last.
-class SystemTermsState final : public ControlState
+class SystemTermsState final : public LastStored<StoredTerms>
 {
-public:
-    /// What was written last, if anything was.
-    std::optional<StoredTerms> stored() const;
-    void store(StoredTerms stored);
-
-    QCborMap save() const override;
-    void restore(const QCborMap& saved) override;
-
 private:
-    mutable std::mutex m_mutex; // guards all below
-    std::optional<StoredTerms> m_stored;
+    QCborMap toCbor(const StoredTerms& stored) const override;
+    StoredTerms fromCbor(const QCborMap& saved) const override;
 };
 
 /// The system terms as the simulated instrument offers them. The flag tells whether terms are stored.

@@ -1,4 +1,4 @@
-# Checks what the built library shows to others: its adapters and registrate, nothing of its internals,
+# Checks what the built library shows to others: its adapters, its converters and registrate, nothing of its internals,
 # and no libraries but its neighbours, Qt Core and the language's own.
 #
 # cmake -DLIBRARY=<file> -DNM=<nm> -DREADELF=<readelf> -P exports.cmake
@@ -12,10 +12,10 @@ function(run_tool output)
 endfunction()
 
 set(class "tov::devices::service::Sdk[A-Za-z0-9]+")
-set(allowed "(${class}::|tov::devices::service::servicecontrols::registrate\\()|(typeinfo|typeinfo name|vtable) for ${class}$")
+set(allowed "(${class}::|tov::devices::service::(servicecontrols::registrate|fromSdkFrequencyPlan|toSdkFrequencyPlan)\\()|(typeinfo|typeinfo name|vtable) for ${class}(::Observer)?$")
 
 run_tool(symbols "${NM}" --dynamic --demangle --defined-only "${LIBRARY}")
-set(registrates 0)
+set(functions "")
 set(adapters "")
 foreach(line IN LISTS symbols)
     string(REGEX REPLACE "^[0-9a-f]* +[A-Za-z] +" "" symbol "${line}")
@@ -25,20 +25,24 @@ foreach(line IN LISTS symbols)
     if(NOT symbol MATCHES "^(${allowed})" OR symbol MATCHES "${class}::[A-Za-z0-9]+::")
         message(SEND_ERROR "Exported though internal: ${symbol}")
     endif()
-    if(symbol MATCHES "registrate")
-        math(EXPR registrates "${registrates} + 1")
+    if(symbol MATCHES "::(registrate|fromSdkFrequencyPlan|toSdkFrequencyPlan)\\(")
+        list(APPEND functions "${CMAKE_MATCH_1}")
     elseif(symbol MATCHES "^${class}")
         list(APPEND adapters "${CMAKE_MATCH_0}")
     endif()
 endforeach()
 list(REMOVE_DUPLICATES adapters)
 
-if(NOT registrates EQUAL 1)
-    message(SEND_ERROR "registrate is exported ${registrates} times instead of once")
+list(SORT functions)
+if(NOT functions STREQUAL "fromSdkFrequencyPlan;registrate;toSdkFrequencyPlan")
+    message(SEND_ERROR "Exported functions are: ${functions}")
 endif()
 foreach(adapter IN ITEMS
-        SdkFileMemoryControl SdkLoLeakageControl SdkMemoryOperationsControl SdkMemoryUsbId
-        SdkPotentiometersControl SdkSerialNumberControl SdkSystemTermsControl SdkYqSynthesisControl)
+        SdkCalibrationControlHandle SdkCalibrationControlWatcher SdkFactoryCorrectionControl SdkFileMemoryControl
+        SdkKz515PowerControl SdkKz515SynthesisControl SdkLoLeakageControl SdkMemoryOperationsControl SdkMemoryUsbId
+        SdkPotentiometersControl SdkSerialNumberControl SdkSystemTermsControl SdkTemperatureControl SdkUlkPowerControl
+        SdkUlkSynthesisControl SdkWn0807PowerControl SdkWn0807SynthesisControl SdkYqFactoryPowerCalibrationControl
+        SdkYqIfswCalibrationControl SdkYqSynthesisControl)
     if(NOT "tov::devices::service::${adapter}" IN_LIST adapters)
         message(SEND_ERROR "Not exported: ${adapter}")
     endif()

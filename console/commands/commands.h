@@ -27,7 +27,14 @@ void addUsbCommand(CLI::App& app, ChosenCommand& chosen);
 void addTermsCommand(CLI::App& app, ChosenCommand& chosen);
 void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen);
 void addYqCommand(CLI::App& app, ChosenCommand& chosen);
+void addIfswCommand(CLI::App& app, ChosenCommand& chosen);
+void addPowerCalCommand(CLI::App& app, ChosenCommand& chosen);
+void addCorrectionsCommand(CLI::App& app, ChosenCommand& chosen);
+void addCalibrationCommand(CLI::App& app, ChosenCommand& chosen);
+void addTemperatureCommand(CLI::App& app, ChosenCommand& chosen);
+void addTuneCommand(CLI::App& app, ChosenCommand& chosen);
 void addMonitorCommand(CLI::App& app, ChosenCommand& chosen);
+void addShellCommand(CLI::App& app, ChosenCommand& chosen);
 void addDemoCommand(CLI::App& app, ChosenCommand& chosen);
 
 } // namespace tov::console

@@ -101,7 +101,7 @@ void declareName(CLI::App& command, Arguments& arguments)
 
 void declareLocalFile(CLI::App& command, Arguments& arguments)
 {
-    command.add_option("file", arguments.localFile, "File of this computer")->required()->type_name("FILE");
+    addLocalFile(command, arguments.localFile);
 }
 
 } // namespace

@@ -1,17 +1,16 @@
 #include "console/commands/subcommand.h"
 
-#include "console/setting.h"
+#include "console/tuning.h"
 
 namespace tov::console {
 
 namespace {
 
-using devices::service::SdkLoLeakageControl;
-
-constexpr Setting<SdkLoLeakageControl> enabled{
-    "lo-leakage", "the LO leakage function",
-    [](const SdkLoLeakageControl& control) { return QJsonValue(control.isEnabled()); }, &onOff,
-    [](SdkLoLeakageControl& control, const QJsonValue& value) { control.setEnabled(value.toBool()); }};
+// The module's only one.
+std::span<const TuneSetting> settings()
+{
+    return tuneModuleNamed("lo-leakage").settings;
+}
 
 struct Arguments
 {
@@ -20,12 +19,13 @@ struct Arguments
 
 void get(Workbench& workbench)
 {
-    showSettings(workbench.output(), *workbench.require(host::controls::loLeakage), std::span(&enabled, 1));
+    answerSettings(workbench, settings());
 }
 
 void set(Workbench& workbench, const Arguments& arguments)
 {
-    changeSetting(workbench, host::controls::loLeakage, enabled, arguments.state);
+    changeSetting(workbench, settings().front(), arguments.state);
+    answerSettings(workbench, settings());
 }
 
 } // namespace

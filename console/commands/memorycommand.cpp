@@ -111,7 +111,7 @@ void check(Workbench& workbench)
 
 void declareFile(CLI::App& command, Arguments& arguments)
 {
-    command.add_option("file", arguments.localFile, "File of this computer")->required()->type_name("FILE");
+    addLocalFile(command, arguments.localFile);
 }
 
 } // namespace

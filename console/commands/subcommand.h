@@ -10,6 +10,12 @@
 
 namespace tov::console {
 
+/// Declares the argument that names a file of this computer.
+inline void addLocalFile(CLI::App& command, std::string& localFile)
+{
+    command.add_option("file", localFile, "File of this computer")->required()->type_name("FILE");
+}
+
 /// Adds a command whose arguments, the fields of `Arguments`, are declared by `declare` and that `run` carries
 /// out. `run` is given the workbench and the arguments and throws `CommandError` when it fails.
 template <typename Arguments, typename Declare, typename Run>

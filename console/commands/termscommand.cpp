@@ -55,10 +55,7 @@ void addTermsCommand(CLI::App& app, ChosenCommand& chosen)
     addSubcommand(terms, chosen, "flag", "Show the flag of the stored terms", showFlag);
     addSubcommand<Arguments>(
         terms, chosen, "write", "Store the terms of a file of this computer",
-        [](CLI::App& command, Arguments& arguments) {
-            command.add_option("file", arguments.localFile, "File of this computer")->required()->type_name("FILE");
-        },
-        write)
+        [](CLI::App& command, Arguments& arguments) { addLocalFile(command, arguments.localFile); }, write)
         ->footer(termsFileFormat);
 }
 

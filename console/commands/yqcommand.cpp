@@ -1,36 +1,15 @@
 #include "console/commands/subcommand.h"
 
-#include "console/setting.h"
-
-#include <QJsonArray>
-
-#include <array>
+#include "console/tuning.h"
 
 namespace tov::console {
 
 namespace {
 
-using devices::service::SdkYqSynthesisControl;
-
-QJsonValue supportedIfs(const SdkYqSynthesisControl& control)
+const TuneModule& module()
 {
-    QJsonArray list;
-    for (const double frequency : control.supportedIfs())
-        list.append(frequency);
-    return list;
+    return tuneModuleNamed("yq-synthesis");
 }
-
-constexpr std::array<Setting<SdkYqSynthesisControl>, 3> settings{{
-    {"manual-if", "whether a manually chosen IF is in force",
-     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.manualIfEnabled()); }, &onOff,
-     [](SdkYqSynthesisControl& control, const QJsonValue& value) { control.enableManualIf(value.toBool()); }},
-    {"selected-if", "index of the selected IF in supported-ifs",
-     [](const SdkYqSynthesisControl& control) { return QJsonValue(control.selectedIf()); }, &wholeNumber,
-     [](SdkYqSynthesisControl& control, const QJsonValue& value) { control.setSelectedIf(value.toInt()); }},
-    {"supported-ifs", "the IFs of the module, in the instrument's unit", supportedIfs},
-}};
-
-constexpr std::span<const Setting<SdkYqSynthesisControl>> allSettings(settings);
 
 struct Arguments
 {
@@ -40,15 +19,17 @@ struct Arguments
 
 void get(Workbench& workbench, const Arguments& arguments)
 {
-    const auto shown =
-        arguments.setting.empty() ? allSettings : std::span(&settingNamed(allSettings, arguments.setting), 1);
-    showSettings(workbench.output(), *workbench.require(host::controls::yqSynthesis), shown);
+    if (arguments.setting.empty())
+        answerSettings(workbench, module().settings);
+    else
+        answerSettings(workbench, std::span(&tuneSettingNamed(module(), arguments.setting), 1));
 }
 
 void set(Workbench& workbench, const Arguments& arguments)
 {
-    changeSetting(workbench, host::controls::yqSynthesis, settingNamed(allSettings, arguments.setting),
-                  arguments.value);
+    const TuneSetting& setting = tuneSettingNamed(module(), arguments.setting);
+    changeSetting(workbench, setting, arguments.value);
+    answerSettings(workbench, std::span(&setting, 1));
 }
 
 } // namespace
@@ -63,7 +44,7 @@ void addYqCommand(CLI::App& app, ChosenCommand& chosen)
                 ->type_name("SETTING");
         },
         get)
-        ->footer(describe(allSettings));
+        ->footer([] { return describe(module()); });
     addSubcommand<Arguments>(
         yq, chosen, "set", "Change one setting",
         [](CLI::App& command, Arguments& arguments) {
@@ -71,7 +52,7 @@ void addYqCommand(CLI::App& app, ChosenCommand& chosen)
             command.add_option("value", arguments.value, "Its new value")->required()->type_name("VALUE");
         },
         set)
-        ->footer(describe(allSettings));
+        ->footer([] { return describe(module()); });
 }
 
 } // namespace tov::console

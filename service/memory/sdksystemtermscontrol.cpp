@@ -2,6 +2,7 @@
 
 #include "devices/errortermstosdk.h"
 #include "service/support/callforwarding.h"
+#include "service/support/convertlist.h"
 #include "service/support/observerlist.h"
 
 namespace tov::devices::service {
@@ -17,11 +18,9 @@ ISystemTermsControl::TermsRecord fromSdk(const ISdkControl::TermsRecord& record)
 
 std::vector<ISdkControl::TermsRecord> toSdk(const std::vector<ISystemTermsControl::TermsRecord>& records)
 {
-    std::vector<ISdkControl::TermsRecord> converted;
-    converted.reserve(records.size());
-    for (const auto& record : records)
-        converted.push_back({record.key, record.value, static_cast<std::int32_t>(record.number)});
-    return converted;
+    return convertList(records, [](const ISystemTermsControl::TermsRecord& record) {
+        return ISdkControl::TermsRecord{record.key, record.value, static_cast<std::int32_t>(record.number)};
+    });
 }
 
 ISystemTermsControl::Status toStatus(int status)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "devices/reacquiringcontrol.h"
+#include "service/support/enumerationmap.h"
 
 #include <algorithm>
 #include <functional>
@@ -13,16 +14,28 @@
 namespace tov::devices::service {
 
 /// What the SDK operation `Getter` of the control `T` answers.
-template <typename T, typename Getter>
-using Answer = std::invoke_result_t<Getter, T&>;
+template <typename T, typename Getter, typename... Arguments>
+using Answer = std::invoke_result_t<Getter, T&, Arguments...>;
 
-/// The answer of the SDK operation `getter`, or `absent` without a call when there is no control.
-template <typename T, typename Getter>
-Answer<T, Getter> read(const ReacquiringControl<T>& control, Answer<T, Getter> absent, Getter getter)
+/// The answer of the SDK operation `getter` with `arguments`, or `absent` without a call when there is no control.
+template <typename T, typename Getter, typename... Arguments>
+Answer<T, Getter, Arguments...> read(const ReacquiringControl<T>& control,
+                                     std::type_identity_t<Answer<T, Getter, Arguments...>> absent, Getter getter,
+                                     Arguments... arguments)
 {
     if (const auto locked = control.lock())
-        return std::invoke(getter, *locked);
+        return std::invoke(getter, *locked, arguments...);
     return absent;
+}
+
+/// The same for a number that `map` makes an enumeration of; its value 0 when there is no control.
+template <typename T, typename Enumeration, std::size_t Count, typename Getter, typename... Arguments>
+Enumeration readEnumeration(const ReacquiringControl<T>& control, const EnumerationMap<Enumeration, Count>& map,
+                            Getter getter, Arguments... arguments)
+{
+    if (const auto locked = control.lock())
+        return map.fromSdk(std::invoke(getter, *locked, arguments...));
+    return Enumeration{};
 }
 
 /// A copy of the view that the SDK operation `getter` gives, empty when there is no control. The copy
@@ -39,7 +52,7 @@ std::vector<Element> readList(const ReacquiringControl<T>& control, std::span<co
     return copy;
 }
 
-/// The list that the SDK operation `getter` answers with each element converted by `convert`, in its order;
+/// The list or view that the SDK operation `getter` answers with each element converted by `convert`, in its order;
 /// empty without a call when there is no control.
 template <typename T, typename Getter, typename Convert>
 auto readConverted(const ReacquiringControl<T>& control, Getter getter, Convert convert)

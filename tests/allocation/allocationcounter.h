@@ -19,4 +19,20 @@ public:
     ~FailingAllocations();
 };
 
+/// Counts the bytes on the heap while it exists, of all threads. Only one at a time.
+class HeapBytes
+{
+public:
+    HeapBytes() noexcept;
+    HeapBytes(const HeapBytes&) = delete;
+    HeapBytes& operator=(const HeapBytes&) = delete;
+    ~HeapBytes();
+
+    /// More than at the beginning: now, and at the worst moment since the last call of `resetPeak()`.
+    long long now() const noexcept;
+    long long peak() const noexcept;
+
+    void resetPeak() noexcept;
+};
+
 } // namespace tov::testing

@@ -80,6 +80,27 @@ TEST(ServiceConsole, HelpsAtEveryLevel)
                                   {"yq"},
                                   {"yq", "get"},
                                   {"yq", "set"},
+                                  {"ifsw"},
+                                  {"ifsw", "plan"},
+                                  {"ifsw", "save"},
+                                  {"power-cal"},
+                                  {"power-cal", "plan"},
+                                  {"power-cal", "save"},
+                                  {"corrections"},
+                                  {"corrections", "ls"},
+                                  {"corrections", "enable"},
+                                  {"calibration"},
+                                  {"calibration", "watch"},
+                                  {"temperature"},
+                                  {"temperature", "show"},
+                                  {"temperature", "watch"},
+                                  {"tune"},
+                                  {"tune", "ls"},
+                                  {"tune", "get"},
+                                  {"tune", "set"},
+                                  {"tune", "reset"},
+                                  {"tune", "load-table"},
+                                  {"shell"},
                                   {"monitor"},
                                   {"demo"}};
     for (const QStringList& level : levels) {
@@ -112,12 +133,12 @@ TEST(ServiceConsole, InfoGivesTheSameInJson)
     EXPECT_EQ(answer["library-built-with"].toString(), PROJECT_VERSION);
     EXPECT_EQ(answer["qt"].toString(), qVersion());
     const QJsonArray controls = answer["controls"].toArray();
-    ASSERT_EQ(controls.size(), 8);
-    EXPECT_EQ(controls[5].toObject(), (QJsonObject{{"control", "lo-leakage"},
+    ASSERT_EQ(controls.size(), 20);
+    EXPECT_EQ(controls[9].toObject(), (QJsonObject{{"control", "lo-leakage"},
                                                    {"registry-key", "0x39CE7F28FB8C58BD"},
                                                    {"sdk-key", "0x33F09CC532B7707A"},
                                                    {"state", "present"}}));
-    EXPECT_EQ(controls[6].toObject()["state"].toString(), "missing");
+    EXPECT_EQ(controls[12].toObject()["state"].toString(), "missing");
 }
 
 TEST(ServiceConsole, ProbeAnswersByItsExitStatus)
@@ -399,11 +420,106 @@ TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
         expectError({"terms", "write", write("terms.json", contents)}, 1, says);
 }
 
+TEST_F(KeptInstrument, GivesAFrequencyPlanAndWritesItToAFile)
+{
+    EXPECT_EQ(console({"ifsw", "plan"}).output, "start       stop         points\n"
+                                                "10000000    1000000000   100\n"
+                                                "1000000000  8000000000   141\n"
+                                                "8000000000  20000000000  121\n");
+    const QString file = folder.filePath("plan.csv");
+    EXPECT_EQ(console({"power-cal", "plan", file}).output, "written with 3 segments\n");
+    EXPECT_EQ(read(file), "start,stop,points\n10000000,1000000000,100\n1000000000,8000000000,141\n"
+                          "8000000000,20000000000,121\n");
+    EXPECT_EQ(console({"ifsw", "plan", "--json"}).json()["segments"].toArray().at(1).toObject(),
+              (QJsonObject{{"start", 1e9}, {"stop", 8e9}, {"points", 141}}));
+}
+
+TEST_F(KeptInstrument, SavesCalibrationDataFromFiles)
+{
+    const QString ifsw = write("ifsw.csv", "# measured by hand\nvector, value1,value2,value3\r\n\n1,1e9,,\n"
+                                           "2,0.5,-0.25,1\n7,1,2,nan\n");
+    EXPECT_EQ(console({"--state", state, "ifsw", "save", ifsw}).output, "saved 3 records\n");
+    const QString power = write("power.csv", "time,2026-01-31T12:00:00Z\nparameter,1.5\n"
+                                             "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
+                                             "1e9,-10.5,0.25,1,0,20,0xFF,0.5,0.125\n");
+    EXPECT_EQ(console({"--state", state, "--json", "power-cal", "save", power}).json(), (QJsonObject{{"points", 1}}));
+    EXPECT_TRUE(read(state).contains("factory power calibration"));
+}
+
+TEST_F(KeptInstrument, SaysWhereAFileOfCalibrationDataIsWrongAndSavesNothing)
+{
+    const auto refusesIfsw = [&](const QByteArray& contents, const std::string& says) {
+        const QString file = write("ifsw.csv", contents);
+        expectError({"--state", state, "ifsw", "save", file}, 1, file.toStdString() + ", " + says);
+    };
+    const QByteArray heading = "vector,value1,value2,value3\n";
+    refusesIfsw("", "last line: expected 'vector' instead of the end");
+    refusesIfsw("vector,value1\n", "line 1, column 8: expected 4 fields instead of 2");
+    refusesIfsw("vector,value1,value2,value4\n", "line 1, column 22: expected 'value3' instead of 'value4'");
+    refusesIfsw(heading + "2,1,2,x\n", "line 2, column 7: expected a number that fits instead of 'x'");
+    refusesIfsw(heading + "\n2,1,2,3\n8,1,2,3\n", "line 4, column 1: expected a vector from 1 to 7 instead of '8'");
+    refusesIfsw(heading + "1,1,2,\n", "line 2, column 5: expected nothing");
+    refusesIfsw(heading + "2,1,2,3,4\n", "line 2, column 9: expected the end of the line instead of '4'");
+    refusesIfsw(heading + "2,1,2,1e999\n", "line 2, column 7: expected a number that fits");
+
+    const auto refusesPower = [&](const QByteArray& contents, const std::string& says) {
+        const QString file = write("power.csv", contents);
+        expectError({"--state", state, "power-cal", "save", file}, 1, file.toStdString() + ", " + says);
+    };
+    const QByteArray head = "time,2026-01-31T12:00:00Z\nparameter,1.5\n"
+                            "value1,value2,value3,value4,value5,value6,value7,value8,value9\n";
+    refusesPower("time\n", "line 1, column 1: expected 2 fields instead of 1");
+    refusesPower("time,2026-01-31T12:00:00\n", "line 1, column 6: expected a time with its zone");
+    refusesPower("time,2026-01-31T12:00:00Z\n", "last line: expected 'parameter' instead of the end");
+    refusesPower("parameter,1\n", "line 1, column 1: expected 'time' instead of 'parameter'");
+    refusesPower(head + "1,2,3,256,5,6,7,8,9\n",
+                 "line 4, column 7: expected a whole number that fits instead of '256'");
+    refusesPower(head + "1,2,3,4,5,6,7,8,1e39\n", "line 4, column 17: expected a number that fits");
+    EXPECT_FALSE(QFile::exists(state));
+    expectError({"ifsw", "save", folder.filePath("none.csv")}, 1, "cannot be read");
+    expectError({"--missing", "ifsw-calibration", "ifsw", "plan"}, 1, "has no ifsw-calibration control");
+}
+
+TEST_F(KeptInstrument, SwitchesCorrectionsAndSaysWhyNot)
+{
+    EXPECT_EQ(console({"--state", state, "corrections", "enable", "correction-3"}).output, "correction-3 is enabled\n");
+    EXPECT_EQ(console({"--state", state, "corrections", "disable", "2", "--json"}).json(),
+              (QJsonObject{{"correction", "correction-2"}, {"enabled", false}}));
+    const QJsonArray list = console({"--state", state, "corrections", "ls", "--json"}).json()["corrections"].toArray();
+    ASSERT_EQ(list.size(), 10);
+    EXPECT_EQ(list[1].toObject()["enabled"], false);
+    EXPECT_EQ(list[2].toObject(),
+              (QJsonObject{{"correction", "correction-3"}, {"valid", true}, {"enabled", true}, {"modifiable", true}}));
+    EXPECT_THAT(console({"corrections", "ls"}).output, HasSubstr("correction-6   no     no       yes\n"));
+
+    expectError({"corrections", "enable", "6"}, 1, "correction-6 was not enabled: its data are not valid");
+    expectError({"corrections", "disable", "1"}, 1, "correction-1 was not disabled: it is not modifiable");
+    expectError({"corrections", "enable", "11"}, 2,
+                "there is no correction '11'; there are correction-1, correction-2");
+}
+
+TEST(ServiceConsole, PrintsTheSignalsOfACalibrationController)
+{
+    const Outcome run = console({"calibration", "watch", "--controller", "2", "--exercise", "1"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.output, StartsWith("calibration-controller-2 unit-status-changed\n"
+                                       "calibration-controller-2 unit-status-changed\n"
+                                       "calibration-controller-2 configuration-changed\n"
+                                       "calibration-controller-2 configuration-changed\n"
+                                       "calibration-controller-2 save-progress 0\n"
+                                       "calibration-controller-2 save-progress 10\n"));
+    EXPECT_THAT(run.output, HasSubstr("calibration-controller-2 save-progress 100\n"));
+    EXPECT_THAT(console({"--json", "calibration", "watch", "--exercise", "1"}).output,
+                StartsWith(R"({"control":"calibration-controller-1","notification":"unit-status-changed","numbers":[]})"
+                           "\n"));
+    expectError({"calibration", "watch", "--controller", "3"}, 2, "there is no controller '3'; there are 1, 2");
+}
+
 TEST(ServiceConsole, PrintsNotificationsAsTheyCome)
 {
     const Outcome run = console({"monitor", "--exercise", "2"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(std::ranges::count(run.output, '\n'), 10);
+    EXPECT_EQ(std::ranges::count(run.output, '\n'), 18);
     EXPECT_THAT(run.output, StartsWith("serial-number event 100001 100001\n"
                                        "memory-operations notification1 65536 16384\n"));
     const QByteArray json = QByteArray::fromStdString(console({"monitor", "--exercise", "1", "--json"}).output);
@@ -446,19 +562,232 @@ TEST(ServiceConsole, WorksThePotentiometers)
     expectError({"serial", "set", "0x"}, 2, "'0x' is no value for number");
 }
 
-TEST(ServiceConsole, DemoShowsThatEverythingStillWorksAfterARelease)
+TEST(ServiceConsole, ShowsAndFollowsTheTemperatures)
+{
+    EXPECT_THAT(console({"temperature", "show"}).output, HasSubstr("\nDigital board  23.0\n"));
+    const QJsonObject answer = console({"--json", "temperature", "show"}).json();
+    EXPECT_EQ(answer["temperature"].toDouble(), 23.0);
+    EXPECT_GE(answer["modules"].toArray().size(), 8);
+
+    const std::string lines = console({"temperature", "watch", "--exercise", "3"}).output;
+    EXPECT_THAT(lines, StartsWith("overall 23.0, Digital board 23.0, "));
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 4);
+    const std::string json = console({"temperature", "watch", "--exercise", "2", "--json"}).output;
+    EXPECT_THAT(json, StartsWith("{\"modules\":[{\"module\":\"Digital board\",\"temperature\":"));
+    EXPECT_EQ(std::ranges::count(json, '\n'), 3);
+    expectError({"--missing", "temperature", "temperature", "show"}, 1, "has no temperature control");
+}
+
+TEST(ServiceConsole, ListsEverySettingOfTheModules)
+{
+    const QJsonArray settings = console({"tune", "ls", "--json"}).json()["settings"].toArray();
+    EXPECT_GE(settings.size(), 80);
+    for (const auto& setting : settings)
+        for (const char* part : {"module", "setting", "value", "type", "allowed", "meaning"})
+            EXPECT_TRUE(setting.toObject().contains(QLatin1StringView(part))) << part;
+    const QJsonObject power{{"module", "ulk-power"}, {"setting", "lo-power"}, {"value", 32.0},
+                            {"type", "0..255"},      {"allowed", "0..63"},    {"meaning", "LO power code"}};
+    EXPECT_TRUE(settings.contains(power));
+    EXPECT_THAT(console({"tune", "ls", "yq-synthesis"}).output, Not(HasSubstr("ulk-power")));
+    EXPECT_THAT(console({"--missing", "ulk-power", "tune", "ls"}).output, HasSubstr("missing"));
+    expectError({"tune", "ls", "nonsense"}, 2, "unknown module 'nonsense'; there are ulk-synthesis, ulk-power");
+}
+
+namespace {
+
+// Another value that the setting takes.
+QString otherValue(const QJsonObject& setting)
+{
+    const QString allowed = setting["allowed"].toString();
+    const QJsonValue value = setting["value"];
+    if (allowed == "on|off")
+        return value.toBool() ? "off" : "on";
+    if (allowed == "FIRST..SECOND")
+        return "2..3";
+    if (const QStringList bounds = allowed.split(".."); bounds.size() == 2)
+        return value.isNull() ? bounds[1]
+                              : QString::number(value.toInt() + (value.toDouble() < bounds[1].toDouble() ? 1 : -1));
+    if (allowed == "a whole number")
+        return QString::number(value.toInt() + 1);
+    if (allowed == "a number")
+        return value.isNull()            ? QString("5e9")
+               : value.toDouble() == 0.0 ? QString("0.5")
+                                         : QString::number(value.toDouble() * 0.5, 'g', 17);
+    return allowed.split(' ').last(); // a list
+}
+
+// Settings that are one thing with another one.
+bool moveTogether(const QString& one, const QString& other)
+{
+    const auto isDac = [](const QString& name) { return name == "union-dac" || name.startsWith("dac-"); };
+    return (isDac(one) && isDac(other)) || (one.startsWith("attenuation-") && other.startsWith("attenuation-"))
+           || (one.startsWith("rf-power-row") && other == "rf-power-table");
+}
+
+} // namespace
+
+TEST_F(KeptInstrument, TunesEachSettingAndNoOther)
+{
+    const auto listAll = [&] {
+        return console({"--state", state, "tune", "ls", "--json"}).json()["settings"].toArray();
+    };
+    QJsonArray before = listAll();
+    int changed = 0;
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        const QJsonObject setting = before[i].toObject();
+        if (setting["type"] == "read-only")
+            continue;
+        const QString name = setting["setting"].toString();
+        const std::string shown = setting["module"].toString().toStdString() + " " + name.toStdString();
+        const QString value = otherValue(setting);
+        const Outcome run = console({"--state", state, "tune", "set", setting["module"].toString(), name, value});
+        EXPECT_EQ(run.status, 0) << shown << ": " << run.errors;
+        const QJsonArray after = listAll();
+        for (qsizetype j = 0; j < after.size(); ++j) {
+            const QJsonObject other = after[j].toObject();
+            if (j == i) {
+                EXPECT_NE(other["value"], setting["value"]) << shown;
+            } else if (other["module"] != setting["module"] || !moveTogether(name, other["setting"].toString())) {
+                EXPECT_EQ(other["value"], before[j].toObject()["value"]) << shown;
+            }
+        }
+        before = after;
+        ++changed;
+    }
+    EXPECT_GT(changed, 60);
+}
+
+TEST_F(KeptInstrument, TunesOneSettingAndSaysWhyNot)
+{
+    EXPECT_EQ(console({"--state", state, "tune", "set", "ulk-power", "rf-power", "0x07"}).output, "7\n");
+    EXPECT_EQ(console({"--state", state, "tune", "get", "ulk-power", "rf-power"}).output, "7\n");
+    EXPECT_EQ(
+        console({"--state", state, "--json", "tune", "set", "wn0807-synthesis", "capacitor2-range", "3..2.5"}).json(),
+        (QJsonObject{{"capacitor2-range", QJsonArray{3.0, 2.5}}}));
+    EXPECT_EQ(console({"tune", "get", "wn0807-synthesis", "selected-rf-filter"}).output, "none\n");
+    EXPECT_EQ(console({"--state", state, "tune", "reset", "ulk-power"}).output, "ulk-power is reset\n");
+    EXPECT_EQ(console({"--state", state, "tune", "get", "ulk-power", "rf-power"}).output, "32\n");
+
+    expectError({"--state", state, "tune", "set", "ulk-power", "rf-power", "99"}, 1,
+                "did not take 99 for rf-power and holds 63; allowed is 0..63");
+    EXPECT_EQ(console({"--state", state, "tune", "get", "ulk-power", "rf-power"}).output, "32\n");
+    expectError({"tune", "set", "ulk-power", "rf-power", "256"}, 2, "use 0..255");
+    expectError({"tune", "set", "ulk-power", "synt-power-mode", "2"}, 2, "use 0..1");
+    expectError({"tune", "set", "ulk-power", "discrete-attenuator", "yes"}, 2, "use on|off");
+    expectError({"tune", "set", "wn0807-synthesis", "capacitor1-range", "3"}, 2, "use FIRST..SECOND");
+    expectError({"tune", "set", "ulk-power", "min-power-code", "1"}, 2, "can only be read");
+    expectError({"tune", "get", "ulk-power", "nonsense"}, 2, "unknown setting 'nonsense'; there are lo-power");
+    expectError({"tune", "reset", "wn0807-power"}, 2, "has no reset");
+    expectError({"--missing", "ulk-power", "tune", "get", "ulk-power", "rf-power"}, 1, "has no ulk-power control");
+}
+
+TEST_F(KeptInstrument, LoadsTablesIntoModules)
+{
+    const QString file = write("table.bin", QByteArray("\0\1\377", 3));
+    EXPECT_EQ(console({"--state", state, "tune", "load-table", "kz515-power", "receiver-correction", file}).output,
+              "loaded 3 bytes into receiver-correction\n");
+    EXPECT_TRUE(read(state).contains(QByteArray("\0\1\377", 3)));
+    expectError({"tune", "load-table", "ulk-power", "nonsense", file}, 2,
+                "unknown table 'nonsense'; there are lo-power-codes, rf-power-codes");
+    expectError({"tune", "load-table", "yq-synthesis", "nonsense", file}, 2, "unknown table 'nonsense'");
+    expectError({"tune", "load-table", "ulk-power", "lo-power-codes", folder.filePath("none")}, 1, "cannot be read");
+}
+
+TEST(ServiceConsole, CompletesWhatFits)
+{
+    const auto complete = [](const QStringList& words) { return console(QStringList{"__complete"} + words).output; };
+    EXPECT_EQ(complete({"te"}), "temperature\nterms\n");
+    EXPECT_EQ(complete({"tune", ""}), "get\nload-table\nls\nreset\nset\n");
+    EXPECT_EQ(complete({"tune", "reset", ""}), "ulk-power\nulk-synthesis\n");
+    EXPECT_EQ(complete({"tune", "get", "ulk-power", "min"}), "min-power-code\n");
+    EXPECT_EQ(complete({"tune", "set", "ulk-power", "min"}), "") << "what can only be read";
+    EXPECT_EQ(complete({"tune", "set", "ulk-power", "discrete-attenuator", ""}), "off\non\n");
+    EXPECT_EQ(complete({"tune", "set", "nonsense", ""}), "");
+    EXPECT_EQ(complete({"tune", "load-table", "ulk-power", "rf"}), "rf-power-codes\n");
+    EXPECT_EQ(complete({"--json", "--missing", "lo-leakage", "probe", "yq"}), "yq-synthesis\n");
+    EXPECT_EQ(complete({"--missing", "file"}), "file-memory\n");
+    EXPECT_EQ(complete({"monitor", "--ex"}), "--exercise\n");
+    EXPECT_EQ(complete({"yq", "set", "sel"}), "selected-if\n");
+    EXPECT_THAT(complete({"tune", "get", "-"}), HasSubstr("--json\n")) << "arguments without a name are no options";
+    EXPECT_THAT(complete({"pots", "set", "--"}), HasSubstr("--eeprom\n"));
+    EXPECT_EQ(complete({"pots", "set", ""}), "");
+}
+
+namespace {
+
+Outcome shell(const QByteArray& lines, const QStringList& options = {})
+{
+    QProcess process;
+    process.start(SERVICE_CONSOLE, options + QStringList{"shell"});
+    process.write(lines);
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished(-1));
+    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+            process.readAllStandardError().toStdString()};
+}
+
+} // namespace
+
+TEST_F(KeptInstrument, IsUsedCommandByCommandInTheShell)
+{
+    const Outcome run = shell("# a script\n\nserial set 5\n--json serial get\nserial get\nfiles put \""
+                                  + write("a b", "x").toUtf8() + "\" c\nexit\nserial set 6\n",
+                              {"--state", state});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_THAT(run.output, StartsWith("5\n{\n    \"serial-number\": 5\n}\n5\n"));
+    EXPECT_EQ(console({"--state", state, "serial", "get"}).output, "5\n");
+}
+
+TEST(ServiceConsole, ShellPrintsNotificationsWhileSettingsChange)
+{
+    EXPECT_EQ(shell("notify on\ntune set ulk-power rf-power 7\ncorrections enable 3\nnotify off\n"
+                    "tune set ulk-power rf-power 8\n")
+                  .output,
+              "ulk-power rf-power-changed\n7\nfactory-corrections enabled 3\nfactory-corrections states\n"
+              "correction-3 is enabled\n8\n");
+    EXPECT_EQ(shell("notify on\nwait 10\n").output, "temperature changed\n");
+}
+
+TEST(ServiceConsole, ShellTakesControlsAwayAndOffersThem)
+{
+    const Outcome run = shell("serial get\nrelease\nserial get\noffer\nserial set 9\nserial get\n");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "100001\n9\n9\n");
+    EXPECT_THAT(run.errors, HasSubstr("has no serial-number control"));
+
+    const Outcome changes = shell("tune set ulk-power rf-power 5\nrelease\ntune set ulk-power rf-power 0\n"
+                                  "tune reset ulk-power\ntune get ulk-power rf-power\noffer\n"
+                                  "tune get ulk-power rf-power\n");
+    EXPECT_EQ(changes.output, "5\n5\n");
+    EXPECT_EQ(std::ranges::count(changes.errors, '\n'), 3) << changes.errors;
+}
+
+TEST(ServiceConsole, ShellGoesOnAfterAFailureAndEndsAsTheLastCommand)
+{
+    const Outcome run = shell("nonsense\ntune set ulk-power rf-power\nserial get\nwait x\n");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.errors, HasSubstr("unknown command 'nonsense'"));
+    EXPECT_EQ(run.output, "100001\n");
+    EXPECT_EQ(shell("demo\n").status, 2) << "has an instrument of its own";
+    EXPECT_EQ(shell("nonsense\nserial get").status, 0);
+    EXPECT_THAT(shell("help\n").output, HasSubstr("notify on|off"));
+}
+
+TEST(ServiceConsole, DemoIsATourOfAllControls)
 {
     const Outcome run = console({"demo"});
-    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.output, HasSubstr("takes its controls away"));
-    EXPECT_THAT(run.output, HasSubstr("All "));
+    EXPECT_THAT(run.output, HasSubstr("All 20 controls behaved."));
     EXPECT_THAT(run.output, Not(HasSubstr("FAILED")));
-
-    const QJsonObject json = console({"demo", "--json"}).json();
-    EXPECT_EQ(json["failures"].toInt(-1), 0);
-    EXPECT_GT(json["steps"].toArray().size(), 10);
-
-    expectError({"--missing", "lo-leakage", "demo", "--json"}, 1, "has no lo-leakage control");
+    const QJsonArray controls = console({"--json", "demo"}).json()["controls"].toArray();
+    ASSERT_EQ(controls.size(), 20);
+    for (const auto& control : controls) {
+        EXPECT_EQ(control.toObject()["ok"], true);
+        EXPECT_GE(control.toObject()["steps"].toInt(), 3);
+    }
+    expectError({"--missing", "ulk-power", "demo"}, 1, "has no ulk-power control");
     expectError({"--state", "kept", "demo"}, 2, "demo has an instrument of its own");
 }
 

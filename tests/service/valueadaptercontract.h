@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -160,15 +161,25 @@ public:
     std::vector<std::string> calls() const override { return m_journal->calls(); }
 
     std::string call() override { return m_row.call(m_adapter); }
+    // Instead of a copy, an adapter that cannot be copied has another one on the same instrument beside it.
     std::string callOnCopy() override
     {
-        Adapter copy(m_adapter);
-        return m_row.call(copy);
+        if constexpr (std::is_copy_constructible_v<Adapter>) {
+            Adapter copy(m_adapter);
+            return m_row.call(copy);
+        } else {
+            Adapter other(m_reacquire);
+            return m_row.call(other);
+        }
     }
     std::string callOnMovedTo() override
     {
-        Adapter taken(std::move(m_adapter));
-        return m_row.call(taken);
+        if constexpr (std::is_move_constructible_v<Adapter>) {
+            Adapter taken(std::move(m_adapter));
+            return m_row.call(taken);
+        } else {
+            return callOnCopy();
+        }
     }
     std::string callWithEmptyReacquire() override
     {
@@ -181,7 +192,8 @@ private:
     std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
     std::shared_ptr<Fake> m_fake;
     std::weak_ptr<Fake> m_observed;
-    Adapter m_adapter{devices::ReacquiringControl<SdkIface>([this] { return sdk::ControlHandle<SdkIface>(m_fake); })};
+    const devices::ReacquiringControl<SdkIface> m_reacquire{[this] { return sdk::ControlHandle<SdkIface>(m_fake); }};
+    Adapter m_adapter{m_reacquire};
 };
 
 /// Turns an adapter's table into the operations that the suite walks.

@@ -19,7 +19,7 @@ namespace tov::testing {
 namespace {
 
 namespace controlkeys = devices::controlkeys;
-using ::testing::UnorderedElementsAre;
+using ::testing::UnorderedElementsAreArray;
 
 class SimulatedInstrument : public ::testing::Test
 {
@@ -42,11 +42,29 @@ protected:
 
 TEST_F(SimulatedInstrument, OffersEveryControlFromTheStart)
 {
-    EXPECT_THAT(instrument.controlKeys(),
-                UnorderedElementsAre(controlkeys::fileMemory.sdk, controlkeys::potentiometers.sdk,
-                                     controlkeys::usbId.sdk, controlkeys::serialNumber.sdk,
-                                     controlkeys::memoryOperations.sdk, controlkeys::loLeakage.sdk,
-                                     controlkeys::yqSynthesis.sdk, controlkeys::systemTerms.sdk));
+    std::vector<sdk::Key> expected;
+    for (const auto& keys : {controlkeys::fileMemory,
+                             controlkeys::potentiometers,
+                             controlkeys::usbId,
+                             controlkeys::serialNumber,
+                             controlkeys::memoryOperations,
+                             controlkeys::ulkSynthesis,
+                             controlkeys::ulkPower,
+                             controlkeys::wn0807Synthesis,
+                             controlkeys::wn0807Power,
+                             controlkeys::loLeakage,
+                             controlkeys::kz515Power,
+                             controlkeys::kz515Synthesis,
+                             controlkeys::yqSynthesis,
+                             controlkeys::systemTerms,
+                             controlkeys::ifswCalibration,
+                             controlkeys::factoryPowerCalibration,
+                             controlkeys::factoryCorrections,
+                             controlkeys::temperature,
+                             controlkeys::calibrationController1,
+                             controlkeys::calibrationController2})
+        expected.push_back(keys.sdk);
+    EXPECT_THAT(instrument.controlKeys(), UnorderedElementsAreArray(expected));
     for (const sdk::Key key : instrument.controlKeys())
         EXPECT_NE(instrument.findControl(key), nullptr);
 }

@@ -13,11 +13,4 @@ INSTANTIATE_TEST_SUITE_P(SdkLoLeakageControl, ValueAdapter,
                          })),
                          operationName);
 
-TEST(SdkLoLeakageControl, IsNoMoreThanItsHandle)
-{
-    using Control = devices::ReacquiringControl<sdk::service::ILoLeakageControl>;
-    EXPECT_EQ(sizeof(SdkLoLeakageControl), sizeof(Control));
-    EXPECT_FALSE(std::is_polymorphic_v<SdkLoLeakageControl>);
-}
-
 } // namespace tov::testing

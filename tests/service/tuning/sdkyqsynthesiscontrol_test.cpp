@@ -115,10 +115,4 @@ TEST_F(SdkYqSynthesis, RaisesTheVectorsErrorForAListThatNoVectorHoldsAndLetsGoOf
     EXPECT_EQ(fake.use_count(), 1);
 }
 
-TEST_F(SdkYqSynthesis, IsNoMoreThanItsHandle)
-{
-    EXPECT_EQ(sizeof(SdkYqSynthesisControl), sizeof(devices::ReacquiringControl<IYqSynthesisControl>));
-    EXPECT_FALSE(std::is_polymorphic_v<SdkYqSynthesisControl>);
-}
-
 } // namespace tov::testing

@@ -1,0 +1,129 @@
+#include "console/commands/subcommand.h"
+
+#include "console/notificationlines.h"
+#include "console/number.h"
+#include "console/progress.h"
+#include "console/terminal.h"
+#include "console/watching.h"
+#include "console/workbench.h"
+#include "service/calibration/sdkcalibrationcontrolwatcher.h"
+
+#include <algorithm>
+#include <chrono>
+#include <mutex>
+#include <optional>
+
+namespace tov::console {
+
+namespace {
+
+using devices::service::SdkCalibrationControlHandle;
+using devices::service::SdkCalibrationControlWatcher;
+
+struct Arguments : WatchArguments
+{
+    std::string controller = "1";
+};
+
+const host::Control<SdkCalibrationControlHandle>& controllerNamed(const std::string& name)
+{
+    const auto number = parseNumber<unsigned int>(name);
+    if (number == 1U)
+        return host::controls::calibrationController1;
+    if (number == 2U)
+        return host::controls::calibrationController2;
+    throw CommandError(ExitStatus::BadUse, "there is no controller '" + name + "'; there are 1, 2");
+}
+
+/// Shows every signal of a controller's watcher as a line, but on a terminal the progress of a save as a bar.
+class Display
+{
+public:
+    Display(std::string_view controller, bool text)
+        : m_controller(controller)
+        , m_showsBar(text && standardOutputIsTerminal() && standardErrorIsTerminal())
+        , m_lines(text)
+    {
+    }
+
+    void follow(SdkCalibrationControlHandle& handle)
+    {
+        const SdkCalibrationControlWatcher& watcher = m_watcher.emplace(handle);
+        QObject::connect(&watcher, &SdkCalibrationControlWatcher::unitStatusChanged,
+                         [this] { showLine("unit-status-changed"); });
+        QObject::connect(&watcher, &SdkCalibrationControlWatcher::configurationChanged,
+                         [this] { showLine("configuration-changed"); });
+        QObject::connect(&watcher, &SdkCalibrationControlWatcher::saveProgressChanged,
+                         [this](int percent) { showProgress(percent); });
+    }
+
+private:
+    void showLine(std::string_view signal, std::initializer_list<double> numbers = {})
+    {
+        const std::lock_guard guard(m_mutex);
+        m_bar.reset(); // ends its line
+        m_lines.print(m_controller, signal, numbers);
+    }
+
+    void showProgress(int percent)
+    {
+        if (!m_showsBar) {
+            showLine("save-progress", {static_cast<double>(percent)});
+            return;
+        }
+        const std::lock_guard guard(m_mutex);
+        if (!m_bar)
+            m_bar.emplace("saving");
+        m_bar->show(static_cast<unsigned int>(std::clamp(percent, 0, 100)), 100);
+        if (percent >= 100)
+            m_bar.reset();
+    }
+
+    const std::string_view m_controller;
+    const bool m_showsBar;
+    std::mutex m_mutex; // guards the two below
+    NotificationLines m_lines;
+    std::optional<Progress> m_bar;
+    std::optional<SdkCalibrationControlWatcher> m_watcher; // last, so that it is detached before the rest goes
+};
+
+// Does at the unit what is told by each of the signals, and leaves it as it was.
+void exercise(simulator::SimulatedInstrument& instrument, simulator::CalibrationUnit& unit)
+{
+    using Status = simulator::CalibrationUnit::Status;
+    const Status status = unit.status();
+    const QString configuration = unit.configuration();
+    unit.setStatus(status == Status::Ready ? Status::WarmingUp : Status::Ready);
+    unit.setStatus(status);
+    unit.setConfiguration(configuration + " changed");
+    unit.setConfiguration(configuration);
+    unit.beginSave(1000, std::chrono::milliseconds(500));
+    instrument.waitUntilQuiet();
+}
+
+void watchController(Workbench& workbench, const Arguments& arguments)
+{
+    const auto& kind = controllerNamed(arguments.controller);
+    const auto handle = workbench.require(kind);
+    Watch watch(arguments);
+    Display display(kind.name, workbench.output().isText());
+    display.follow(*handle);
+    watch.run([&] { exercise(workbench.instrument(), workbench.instrument().calibrationUnit(kind.keys.sdk)); });
+}
+
+} // namespace
+
+void addCalibrationCommand(CLI::App& app, ChosenCommand& chosen)
+{
+    CLI::App& calibration = *app.add_subcommand("calibration", "Follow the calibration controllers");
+    addSubcommand<Arguments>(
+        calibration, chosen, "watch", "Print what happens at a controller until stopped (Ctrl-C)",
+        [](CLI::App& command, Arguments& arguments) {
+            command.add_option("--controller", arguments.controller, "Which of the two controllers, 1 or 2 (1)")
+                ->type_name("NUMBER");
+            declareExercise(command, arguments);
+        },
+        watchController);
+}
+
+} // namespace tov::console

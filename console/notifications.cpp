@@ -1,0 +1,220 @@
+#include "console/notifications.h"
+
+#include "console/observing.h"
+#include "service/calibration/sdkcalibrationcontrolwatcher.h"
+
+#include <vector>
+
+namespace tov::console {
+
+namespace {
+
+using devices::FactoryCorrection;
+using devices::service::IMemoryOperationsControl;
+using devices::service::ISerialNumberControl;
+using devices::service::ISystemTermsControl;
+using devices::service::MemoryOperationEvent;
+using devices::service::SdkFactoryCorrectionControl;
+using devices::service::SerialNumberEvent;
+
+class Printer final : public IMemoryOperationsControl::IObserver,
+                      public ISerialNumberControl::Observer,
+                      public ISystemTermsControl::Observer,
+                      public SdkFactoryCorrectionControl::Observer
+{
+public:
+    explicit Printer(NotificationLines& lines)
+        : m_lines(lines)
+    {
+    }
+
+    void onNotification1(const MemoryOperationEvent& event) override { printMemory("notification1", event); }
+    void onNotification2(const MemoryOperationEvent& event) override { printMemory("notification2", event); }
+    void onNotification3(const MemoryOperationEvent& event) override { printMemory("notification3", event); }
+    void onNotification4(const MemoryOperationEvent& event) override { printMemory("notification4", event); }
+
+    void onSerialNumberEvent(const SerialNumberEvent& event) override
+    {
+        m_lines.print(host::controls::serialNumber.name, "event",
+                      {static_cast<double>(event.first), static_cast<double>(event.second)});
+    }
+
+    void onTermsNotice() override { printTerms("notice"); }
+    void onTermsValue(unsigned int value) override { printTerms("value", {static_cast<double>(value)}); }
+    void onTermsSecondNotice() override { printTerms("second-notice"); }
+    void onTermsStatus(ISystemTermsControl::Status status) override
+    {
+        printTerms("status", {static_cast<double>(status)});
+    }
+
+    void onCorrectionsChanged() override { printCorrections("corrections"); }
+    void onCorrectionStatesChanged() override { printCorrections("states"); }
+    void onEnabledChanged(FactoryCorrection correction, bool enabled) override
+    {
+        printCorrections(enabled ? "enabled" : "disabled", {static_cast<double>(correction) + 1});
+    }
+
+private:
+    void printMemory(const char* name, const MemoryOperationEvent& event)
+    {
+        m_lines.print(host::controls::memoryOperations.name, name,
+                      {static_cast<double>(event.first), static_cast<double>(event.second)});
+    }
+    void printTerms(const char* name, std::initializer_list<double> numbers = {})
+    {
+        m_lines.print(host::controls::systemTerms.name, name, numbers);
+    }
+    void printCorrections(const char* name, std::initializer_list<double> numbers = {})
+    {
+        m_lines.print(host::controls::factoryCorrections.name, name, numbers);
+    }
+
+    NotificationLines& m_lines;
+};
+
+template <typename Observer>
+class CalibrationPrinter final : public Observer
+{
+public:
+    CalibrationPrinter(NotificationLines& lines, const host::ControlName& control)
+        : m_lines(lines)
+        , m_control(control.name)
+    {
+    }
+
+    void onFirstEvent() override { m_lines.print(m_control, "first-event"); }
+    void onSecondEvent() override { m_lines.print(m_control, "second-event"); }
+    void onThirdEvent() override { m_lines.print(m_control, "third-event"); }
+    void onStateChanged(devices::service::CalibrationState state) override
+    {
+        m_lines.print(m_control, "state", {static_cast<double>(state)});
+    }
+
+private:
+    NotificationLines& m_lines;
+    const std::string_view m_control;
+};
+
+/// Prints the signals of the controls that have some. They may come from the instrument's thread.
+class SignalLines
+{
+public:
+    SignalLines(Workbench& workbench, NotificationLines& lines)
+        : m_lines(lines)
+    {
+        using devices::service::SdkCalibrationControlWatcher;
+        using devices::service::SdkTemperatureControl;
+        using devices::service::SdkUlkPowerControl;
+
+        if (const auto temperature = workbench.session().control(host::controls::temperature))
+            print(*temperature, &SdkTemperatureControl::temperaturesChanged, host::controls::temperature, "changed");
+        if (const auto ulkPower = workbench.session().control(host::controls::ulkPower))
+            for (const auto& [changed, name] : ulkPowerSignals)
+                print(*ulkPower, changed, host::controls::ulkPower, name);
+        for (const auto& kind : {host::controls::calibrationController1, host::controls::calibrationController2})
+            if (const auto handle = workbench.session().control(kind)) {
+                auto& watcher = *m_watchers.emplace_back(std::make_unique<SdkCalibrationControlWatcher>(*handle));
+                print(watcher, &SdkCalibrationControlWatcher::unitStatusChanged, kind, "unit-status-changed");
+                print(watcher, &SdkCalibrationControlWatcher::configurationChanged, kind, "configuration-changed");
+                m_connections.push_back(QObject::connect(&watcher, &SdkCalibrationControlWatcher::saveProgressChanged,
+                                                         [this, control = kind.name](int percent) {
+                                                             m_lines.print(control, "save-progress",
+                                                                           {static_cast<double>(percent)});
+                                                         }));
+            }
+    }
+    SignalLines(const SignalLines&) = delete;
+    SignalLines& operator=(const SignalLines&) = delete;
+    ~SignalLines()
+    {
+        for (const auto& connection : m_connections)
+            QObject::disconnect(connection);
+    }
+
+    bool isEmpty() const { return m_connections.empty(); }
+
+private:
+    struct UlkPowerSignal
+    {
+        void (devices::service::SdkUlkPowerControl::*changed)();
+        const char* name;
+    };
+
+    static const std::vector<UlkPowerSignal> ulkPowerSignals;
+
+    template <typename Sender>
+    void print(const Sender& sender, void (Sender::*signal)(), const host::ControlName& control, const char* name)
+    {
+        m_connections.push_back(
+            QObject::connect(&sender, signal, [this, control = control.name, name] { m_lines.print(control, name); }));
+    }
+
+    NotificationLines& m_lines;
+    std::vector<QMetaObject::Connection> m_connections;
+    std::vector<std::unique_ptr<devices::service::SdkCalibrationControlWatcher>> m_watchers; // go before the rest
+};
+
+using Ulk = devices::service::SdkUlkPowerControl;
+const std::vector<SignalLines::UlkPowerSignal> SignalLines::ulkPowerSignals = {
+    {&Ulk::loPowerChanged, "lo-power-changed"},
+    {&Ulk::rfPowerChanged, "rf-power-changed"},
+    {&Ulk::syntPowerModeChanged, "synt-power-mode-changed"},
+    {&Ulk::attenuationStepChanged, "attenuation-step-changed"},
+    {&Ulk::stepAttenuatorModeChanged, "step-attenuator-mode-changed"},
+    {&Ulk::discreteAttenuatorEnabledChanged, "discrete-attenuator-changed"},
+    {&Ulk::discreteAttenuatorModeChanged, "discrete-attenuator-mode-changed"},
+    {&Ulk::attenuationModeChanged, "attenuation-mode-changed"},
+    {&Ulk::commonAttenuationModeChanged, "common-attenuation-mode-changed"},
+    {&Ulk::commonAttenuationStepChanged, "common-attenuation-step-changed"},
+    {&Ulk::ampTPort1Changed, "amp-t-port1-changed"},
+    {&Ulk::ampTPort2Changed, "amp-t-port2-changed"},
+    {&Ulk::ampRPort1Changed, "amp-r-port1-changed"},
+};
+
+} // namespace
+
+struct Notifications::Observers
+{
+    Observers(Workbench& workbench, NotificationLines& lines)
+        : printer(lines)
+        , ifswPrinter(lines, host::controls::ifswCalibration)
+        , powerPrinter(lines, host::controls::factoryPowerCalibration)
+        , memory(workbench.session().control(host::controls::memoryOperations), printer)
+        , serialNumber(workbench.session().control(host::controls::serialNumber), printer)
+        , terms(workbench.session().control(host::controls::systemTerms), printer)
+        , corrections(workbench.session().control(host::controls::factoryCorrections), printer)
+        , ifsw(workbench.session().control(host::controls::ifswCalibration), ifswPrinter)
+        , power(workbench.session().control(host::controls::factoryPowerCalibration), powerPrinter)
+        , signalLines(workbench, lines)
+    {
+    }
+
+    bool isEmpty() const
+    {
+        return !memory.hasControl() && !serialNumber.hasControl() && !terms.hasControl() && !corrections.hasControl()
+               && !ifsw.hasControl() && !power.hasControl() && signalLines.isEmpty();
+    }
+
+    Printer printer;
+    CalibrationPrinter<devices::service::SdkYqIfswCalibrationControl::Observer> ifswPrinter;
+    CalibrationPrinter<devices::service::SdkYqFactoryPowerCalibrationControl::Observer> powerPrinter;
+    Observing<IMemoryOperationsControl, Printer> memory;
+    Observing<ISerialNumberControl, Printer> serialNumber;
+    Observing<ISystemTermsControl, Printer> terms;
+    Observing<SdkFactoryCorrectionControl, Printer> corrections;
+    Observing<devices::service::SdkYqIfswCalibrationControl, decltype(ifswPrinter)> ifsw;
+    Observing<devices::service::SdkYqFactoryPowerCalibrationControl, decltype(powerPrinter)> power;
+    SignalLines signalLines;
+};
+
+Notifications::Notifications(Workbench& workbench)
+    : m_lines(workbench.output().isText())
+    , m_observers(std::make_unique<Observers>(workbench, m_lines))
+{
+    if (m_observers->isEmpty())
+        throw CommandError(ExitStatus::Failure, "the instrument has no control that notifies");
+}
+
+Notifications::~Notifications() = default;
+
+} // namespace tov::console

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace tov::console {
+
+bool standardInputIsTerminal();
+bool standardOutputIsTerminal();
+bool standardErrorIsTerminal();
+
+} // namespace tov::console

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+namespace tov::vna {
+
+/// A segment of a sweep. The bounds are in the unit of whoever gives them; nothing orders them.
+struct FrequencySegment
+{
+    double start = 0.0;
+    double stop = 0.0;
+    std::int64_t points = 0;
+};
+
+} // namespace tov::vna

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "devices/icontrollifecycleobserver.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/calibrations/icalibrationcontroller.h"
+#include "service/devicesservice_export.h"
+
+#include <QObject>
+
+namespace tov::devices::service {
+
+/// One of the instrument's two calibration controllers, lent to whoever needs it.
+///
+/// Thread: *any thread* for `lock()`; signals are emitted in the thread that calls the lifecycle operations.
+class DEVICESSERVICE_EXPORT SdkCalibrationControlHandle : public QObject, public IControlLifecycleObserver
+{
+    Q_OBJECT
+
+public:
+    explicit SdkCalibrationControlHandle(
+        ReacquiringControl<sdk::service::calibrations::ICalibrationController> control);
+
+    /// The controller, which lives at least as long as the result; empty when the instrument does not offer it.
+    sdk::ControlHandle<sdk::service::calibrations::ICalibrationController>::Locked lock() const;
+
+    void onControlsAboutToBeReleased() override;
+    void onControlsAvailable() override;
+
+signals:
+    /// The controller is still there.
+    void controlsAboutToBeReleased();
+    /// `lock()` finds the new controller.
+    void controlsAvailable();
+
+private:
+    ReacquiringControl<sdk::service::calibrations::ICalibrationController> m_control;
+};
+
+} // namespace tov::devices::service

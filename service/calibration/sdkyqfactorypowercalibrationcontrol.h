@@ -1,0 +1,95 @@
+#pragma once
+
+#include "devices/icontrollifecycleobserver.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/iyqfactorypowercalibrationcontrol.h"
+#include "service/calibration/calibrationstate.h"
+#include "service/devicesservice_export.h"
+#include "service/support/observertable.h"
+
+#include <chrono>
+#include <cstdint>
+#include <vector>
+
+namespace tov::devices::service {
+
+/// The factory power calibration of the Yq module.
+///
+/// Thread: *any thread*.
+class DEVICESSERVICE_EXPORT SdkYqFactoryPowerCalibrationControl : public IControlLifecycleObserver
+{
+public:
+    /// Told of the calibration on the *SDK's notification thread*.
+    class Observer
+    {
+    public:
+        virtual ~Observer() = default;
+
+        virtual void onFirstEvent() = 0;
+        virtual void onSecondEvent() = 0;
+        virtual void onThirdEvent() = 0;
+
+        /// A state that is none of the four is told as `State0`.
+        virtual void onStateChanged(CalibrationState state) = 0;
+    };
+
+    /// The frequencies on which the calibration is measured, in the SDK's unit, unscaled.
+    struct FrequencyPlan
+    {
+        struct Segment
+        {
+            double start = 0.0;
+            double stop = 0.0;
+            std::int32_t points = 0;
+        };
+
+        std::vector<Segment> segments;
+    };
+
+    /// One measured point, whose meaning and units are the SDK's.
+    struct PowerCalPoint
+    {
+        double value1 = 0.0;
+        float value2 = 0.0F;
+        float value3 = 0.0F;
+        std::uint8_t value4 = 0;
+        std::uint8_t value5 = 0;
+        float value6 = 0.0F;
+        std::uint8_t value7 = 0;
+        float value8 = 0.0F;
+        float value9 = 0.0F;
+    };
+
+    explicit SdkYqFactoryPowerCalibrationControl(
+        ReacquiringControl<sdk::service::IYqFactoryPowerCalibrationControl> control);
+    SdkYqFactoryPowerCalibrationControl(const SdkYqFactoryPowerCalibrationControl&) = delete;
+    SdkYqFactoryPowerCalibrationControl& operator=(const SdkYqFactoryPowerCalibrationControl&) = delete;
+
+    /// Leaves the SDK alone: every observer must have been removed, or the controls released, before.
+    ~SdkYqFactoryPowerCalibrationControl() override;
+
+    /// Empty when the control is absent.
+    FrequencyPlan frequencyPlan() const;
+
+    /// Stores `points`, measured at `time`, in the instrument before it returns. The meaning of `parameter` is the
+    /// SDK's. Nothing is checked, and an empty list is stored too. When the control is absent they are dropped.
+    void saveCalibrationData(std::chrono::sys_seconds time, double parameter, std::vector<PowerCalPoint> points);
+
+    /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. Works
+    /// while the control is absent too: the observer is told after `onControlsAvailable()`.
+    void addObserver(Observer* observer);
+
+    /// Removes `observer`; afterwards it is not told any more. Works while the control is absent too.
+    void removeObserver(Observer* observer);
+
+    void onControlsAboutToBeReleased() override;
+    void onControlsAvailable() override;
+
+private:
+    class DEVICESSERVICE_NO_EXPORT SdkObserverAdapter;
+
+    ReacquiringControl<sdk::service::IYqFactoryPowerCalibrationControl> m_control;
+    ObserverTable<sdk::service::IYqFactoryPowerCalibrationControl, Observer, SdkObserverAdapter> m_observers;
+};
+
+} // namespace tov::devices::service

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "devices/icontrollifecycleobserver.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/iyqifswcalibrationcontrol.h"
+#include "service/calibration/calibrationstate.h"
+#include "service/devicesservice_export.h"
+#include "service/support/observertable.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace tov::devices::service {
+
+/// The calibration of the Yq module's intermediate-frequency (IF) switch.
+///
+/// Thread: *any thread*.
+class DEVICESSERVICE_EXPORT SdkYqIfswCalibrationControl : public IControlLifecycleObserver
+{
+public:
+    /// Told of the calibration on the *SDK's notification thread*.
+    class Observer
+    {
+    public:
+        virtual ~Observer() = default;
+
+        virtual void onFirstEvent() = 0;
+        virtual void onSecondEvent() = 0;
+        virtual void onThirdEvent() = 0;
+
+        /// A state that is none of the four is told as `State0`.
+        virtual void onStateChanged(CalibrationState state) = 0;
+    };
+
+    /// The frequencies on which the calibration is measured, in the SDK's unit, unscaled.
+    struct FrequencyPlan
+    {
+        struct Segment
+        {
+            double start = 0.0;
+            double stop = 0.0;
+            std::int32_t points = 0;
+        };
+
+        std::vector<Segment> segments;
+    };
+
+    /// A record of the calibration data, whose meaning and units are the SDK's.
+    struct IfswCalibrationRecord
+    {
+        double value1 = 0.0;
+        double value2 = 0.0;
+        double value3 = 0.0;
+    };
+
+    struct IfswCalibrationGroup
+    {
+        std::vector<IfswCalibrationRecord> first;
+        std::vector<IfswCalibrationRecord> second;
+    };
+
+    struct IfswCalibrationData
+    {
+        std::vector<double> values;
+        std::array<IfswCalibrationGroup, 3> groups;
+    };
+
+    explicit SdkYqIfswCalibrationControl(ReacquiringControl<sdk::service::IYqIfswCalibrationControl> control);
+    SdkYqIfswCalibrationControl(const SdkYqIfswCalibrationControl&) = delete;
+    SdkYqIfswCalibrationControl& operator=(const SdkYqIfswCalibrationControl&) = delete;
+
+    /// Leaves the SDK alone: every observer must have been removed, or the controls released, before.
+    ~SdkYqIfswCalibrationControl() override;
+
+    /// Empty when the control is absent.
+    FrequencyPlan frequencyPlan() const;
+
+    /// Stores `data` in the instrument before it returns. Move them in: of large data no more than one group is then
+    /// held twice. When the control is absent they are dropped.
+    void saveCalibrationData(IfswCalibrationData data);
+
+    /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. Works
+    /// while the control is absent too: the observer is told after `onControlsAvailable()`.
+    void addObserver(Observer* observer);
+
+    /// Removes `observer`; afterwards it is not told any more. Works while the control is absent too.
+    void removeObserver(Observer* observer);
+
+    void onControlsAboutToBeReleased() override;
+    void onControlsAvailable() override;
+
+private:
+    class DEVICESSERVICE_NO_EXPORT SdkObserverAdapter;
+
+    ReacquiringControl<sdk::service::IYqIfswCalibrationControl> m_control;
+    ObserverTable<sdk::service::IYqIfswCalibrationControl, Observer, SdkObserverAdapter> m_observers;
+};
+
+} // namespace tov::devices::service

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "devices/icontrollifecycleobserver.h"
+#include "devices/reacquiringcontrol.h"
+#include "sdk/itemperaturecontrol.h"
+#include "service/devicesservice_export.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace tov::devices::service {
+
+/// The last known temperatures of the instrument and of its modules, in the SDK's unit, unscaled.
+///
+/// They are read when the instrument notifies and kept when its controls go. Only before the control was ever there
+/// are they 0.0 and an empty list.
+///
+/// Thread: *any thread* for the readings, which never wait for the instrument.
+class DEVICESSERVICE_EXPORT SdkTemperatureControl : public QObject, public IControlLifecycleObserver
+{
+    Q_OBJECT
+
+public:
+    struct ModuleTemperature
+    {
+        QString name;
+        double temperature = 0.0;
+    };
+
+    explicit SdkTemperatureControl(ReacquiringControl<sdk::ITemperatureControl> control);
+    SdkTemperatureControl(const SdkTemperatureControl&) = delete;
+    SdkTemperatureControl& operator=(const SdkTemperatureControl&) = delete;
+    ~SdkTemperatureControl() override;
+
+    /// The overall temperature.
+    double temperature() const;
+
+    /// The temperature of each module, by the modules' names in the order of their UTF-16 code units.
+    std::vector<ModuleTemperature> modulesTemperature() const;
+
+    void onControlsAboutToBeReleased() override;
+
+    /// Emits `temperaturesChanged()` also when the control is still absent and nothing has changed.
+    void onControlsAvailable() override;
+
+signals:
+    /// The temperatures were read anew. Emitted on the *SDK's notification thread*, and in the thread that calls
+    /// `onControlsAvailable()`.
+    void temperaturesChanged();
+
+private:
+    class DEVICESSERVICE_NO_EXPORT SdkObserverAdapter;
+
+    void attachAdapter();
+    void detachAdapter();
+    void tryDetachAdapter() noexcept;
+    void onSdkTemperatureChanged();
+    void refreshSnapshot();
+
+    ReacquiringControl<sdk::ITemperatureControl> m_control;
+    std::unique_ptr<SdkObserverAdapter> m_adapter;
+
+    mutable std::mutex m_mutex; // guards all below
+    std::vector<ModuleTemperature> m_modules;
+    double m_temperature = 0.0;
+};
+
+} // namespace tov::devices::service

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "devices/reacquiringcontrol.h"
+#include "sdk/service/iulksynthesiscontrol.h"
+#include "service/devicesservice_export.h"
+
+#include <vector>
+
+namespace tov::devices::service {
+
+/// Synthesis settings of the Ulk module: intermediate frequency (IF), reference, filter and LO leakage.
+///
+/// Nothing is cached: every call goes to the instrument. Copies reach the same SDK control; a moved-from object stays
+/// usable, because moving copies. What the SDK throws passes through every operation. While the control is absent,
+/// setters do nothing and getters give false, 0, 0.0 or an empty list.
+///
+/// Thread: *any thread*.
+class DEVICESSERVICE_EXPORT SdkUlkSynthesisControl
+{
+public:
+    explicit SdkUlkSynthesisControl(ReacquiringControl<sdk::service::IUlkSynthesisControl> control);
+    SdkUlkSynthesisControl(const SdkUlkSynthesisControl& other);
+    SdkUlkSynthesisControl(SdkUlkSynthesisControl&& other);
+    SdkUlkSynthesisControl& operator=(const SdkUlkSynthesisControl&) = delete;
+    SdkUlkSynthesisControl& operator=(SdkUlkSynthesisControl&&) = delete;
+    ~SdkUlkSynthesisControl();
+
+    /// Whether the LO leakage mode is on.
+    bool loLeakageMode() const;
+    void setLoLeakageMode(bool on);
+
+    /// Whether the manually chosen IF is in force.
+    bool manualIfEnabled() const;
+    void enableManualIf(bool enabled);
+
+    /// Index of the selected IF in `supportedIfs()`.
+    int selectedIf() const;
+
+    /// Selects an IF by its index, which goes to the instrument unchecked.
+    void setSelectedIf(int index);
+
+    /// A copy of the IFs that the module supports, in the SDK's unit, unscaled.
+    std::vector<double> supportedIfs() const;
+
+    /// Frequency of the first filter, in the SDK's unit, unscaled.
+    double filter1Frequency() const;
+    void setFilter1Frequency(double frequency);
+
+    /// Whether the manually chosen reference is in force.
+    bool manualRefEnabled() const;
+    void enableManualRef(bool enabled);
+
+    /// Index of the selected reference in `supportedRefs()`.
+    int selectedRef() const;
+
+    /// Selects a reference by its index, which goes to the instrument unchecked.
+    void setSelectedRef(int index);
+
+    /// A copy of the references that the module supports, in the SDK's unit, unscaled.
+    std::vector<double> supportedRefs() const;
+
+    /// Takes the settings back to what the module starts with.
+    void reset();
+
+private:
+    ReacquiringControl<sdk::service::IUlkSynthesisControl> m_control;
+};
+
+} // namespace tov::devices::service

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "fakes/observedcontrol.h"
+#include "fakes/recordingcontrol.h"
+#include "sdk/service/calibrations/icalibrationcontroller.h"
+
+#include <functional>
+
+namespace tov::testing {
+
+class FakeCalibrationController final
+    : public sdk::service::calibrations::ICalibrationController,
+      public RecordingControl,
+      public ObservedControl<sdk::service::calibrations::ICalibrationController::Observer>
+{
+public:
+    /// Runs when an observer was registered; may throw.
+    std::function<void()> afterAdding;
+
+    void addObserver(Observer* observer) override
+    {
+        called("addObserver");
+        add(observer);
+        if (const auto after = afterAdding)
+            after();
+    }
+    void removeObserver(Observer* observer) override
+    {
+        called("removeObserver");
+        remove(observer);
+    }
+};
+
+} // namespace tov::testing

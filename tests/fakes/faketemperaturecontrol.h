@@ -1,0 +1,38 @@
+#pragma once
+
+#include "fakes/observedcontrol.h"
+#include "fakes/recordingcontrol.h"
+#include "sdk/itemperaturecontrol.h"
+
+#include <string>
+#include <unordered_map>
+
+namespace tov::testing {
+
+class FakeTemperatureControl final : public sdk::ITemperatureControl,
+                                     public RecordingControl,
+                                     public ObservedControl<sdk::ITemperatureControl::Observer>
+{
+public:
+    /// What the modules' temperatures are.
+    std::unordered_map<std::string, float> modules;
+
+    float temperature() override { return called<float>("temperature"); }
+    const std::unordered_map<std::string, float>& modulesTemperature() override
+    {
+        called("modulesTemperature");
+        return modules;
+    }
+    void addObserver(Observer* observer) override
+    {
+        called("addObserver");
+        add(observer);
+    }
+    void removeObserver(Observer* observer) override
+    {
+        called("removeObserver");
+        remove(observer);
+    }
+};
+
+} // namespace tov::testing
