@@ -104,13 +104,11 @@ public:
     {
         using devices::service::SdkCalibrationControlWatcher;
         using devices::service::SdkTemperatureControl;
-        using devices::service::SdkUlkPowerControl;
 
         if (const auto temperature = workbench.session().control(host::controls::temperature))
             print(*temperature, &SdkTemperatureControl::temperaturesChanged, host::controls::temperature, "changed");
         if (const auto ulkPower = workbench.session().control(host::controls::ulkPower))
-            for (const auto& [changed, name] : ulkPowerSignals)
-                print(*ulkPower, changed, host::controls::ulkPower, name);
+            printUlkPower(*ulkPower);
         for (const auto& kind : {host::controls::calibrationController1, host::controls::calibrationController2})
             if (const auto handle = workbench.session().control(kind)) {
                 auto& watcher = *m_watchers.emplace_back(std::make_unique<SdkCalibrationControlWatcher>(*handle));
@@ -134,13 +132,27 @@ public:
     bool isEmpty() const { return m_connections.empty(); }
 
 private:
-    struct UlkPowerSignal
+    // One by one: in a table of constants the addresses of a DLL's signals are not those that Qt knows them by.
+    void printUlkPower(const devices::service::SdkUlkPowerControl& sender)
     {
-        void (devices::service::SdkUlkPowerControl::*changed)();
-        const char* name;
-    };
-
-    static const std::vector<UlkPowerSignal> ulkPowerSignals;
+        using Ulk = devices::service::SdkUlkPowerControl;
+        const auto printAs = [&](const char* name, void (Ulk::*signal)()) {
+            print(sender, signal, host::controls::ulkPower, name);
+        };
+        printAs("lo-power-changed", &Ulk::loPowerChanged);
+        printAs("rf-power-changed", &Ulk::rfPowerChanged);
+        printAs("synt-power-mode-changed", &Ulk::syntPowerModeChanged);
+        printAs("attenuation-step-changed", &Ulk::attenuationStepChanged);
+        printAs("step-attenuator-mode-changed", &Ulk::stepAttenuatorModeChanged);
+        printAs("discrete-attenuator-changed", &Ulk::discreteAttenuatorEnabledChanged);
+        printAs("discrete-attenuator-mode-changed", &Ulk::discreteAttenuatorModeChanged);
+        printAs("attenuation-mode-changed", &Ulk::attenuationModeChanged);
+        printAs("common-attenuation-mode-changed", &Ulk::commonAttenuationModeChanged);
+        printAs("common-attenuation-step-changed", &Ulk::commonAttenuationStepChanged);
+        printAs("amp-t-port1-changed", &Ulk::ampTPort1Changed);
+        printAs("amp-t-port2-changed", &Ulk::ampTPort2Changed);
+        printAs("amp-r-port1-changed", &Ulk::ampRPort1Changed);
+    }
 
     template <typename Sender>
     void print(const Sender& sender, void (Sender::*signal)(), const host::ControlName& control, const char* name)
@@ -152,23 +164,6 @@ private:
     NotificationLines& m_lines;
     std::vector<QMetaObject::Connection> m_connections;
     std::vector<std::unique_ptr<devices::service::SdkCalibrationControlWatcher>> m_watchers; // go before the rest
-};
-
-using Ulk = devices::service::SdkUlkPowerControl;
-const std::vector<SignalLines::UlkPowerSignal> SignalLines::ulkPowerSignals = {
-    {&Ulk::loPowerChanged, "lo-power-changed"},
-    {&Ulk::rfPowerChanged, "rf-power-changed"},
-    {&Ulk::syntPowerModeChanged, "synt-power-mode-changed"},
-    {&Ulk::attenuationStepChanged, "attenuation-step-changed"},
-    {&Ulk::stepAttenuatorModeChanged, "step-attenuator-mode-changed"},
-    {&Ulk::discreteAttenuatorEnabledChanged, "discrete-attenuator-changed"},
-    {&Ulk::discreteAttenuatorModeChanged, "discrete-attenuator-mode-changed"},
-    {&Ulk::attenuationModeChanged, "attenuation-mode-changed"},
-    {&Ulk::commonAttenuationModeChanged, "common-attenuation-mode-changed"},
-    {&Ulk::commonAttenuationStepChanged, "common-attenuation-step-changed"},
-    {&Ulk::ampTPort1Changed, "amp-t-port1-changed"},
-    {&Ulk::ampTPort2Changed, "amp-t-port2-changed"},
-    {&Ulk::ampRPort1Changed, "amp-r-port1-changed"},
 };
 
 } // namespace

@@ -107,7 +107,7 @@ float SimulatedTemperatureControl::temperature()
 
 const std::unordered_map<std::string, float>& SimulatedTemperatureControl::modulesTemperature()
 {
-    static thread_local std::unordered_map<std::string, float> readings;
+    auto& readings = m_handedOut.own();
     readings = m_state->modules();
     return readings;
 }

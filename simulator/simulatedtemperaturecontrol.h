@@ -3,6 +3,7 @@
 #include "sdk/itemperaturecontrol.h"
 #include "simulator/audience.h"
 #include "simulator/controlstate.h"
+#include "simulator/perthread.h"
 
 #include <array>
 #include <chrono>
@@ -76,6 +77,7 @@ public:
 
 private:
     const std::shared_ptr<TemperatureState> m_state;
+    PerThread<std::unordered_map<std::string, float>> m_handedOut;
     const std::shared_ptr<ObserverHub<Observer>> m_observers;
 };
 

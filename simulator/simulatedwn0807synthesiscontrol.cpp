@@ -89,10 +89,11 @@ void SimulatedWn0807SynthesisControl::setRfPowerMode(int mode)
 
 std::span<const SimulatedWn0807SynthesisControl::PowerSyntEntry> SimulatedWn0807SynthesisControl::rfPowerRangeTable()
 {
-    static thread_local std::array<PowerSyntEntry, factoryTable.size()> table;
+    auto& table = m_handedOut.own();
+    table.resize(factoryTable.size());
     for (std::size_t row = 0; row < table.size(); ++row)
-        table.at(row) = {m_state->number("rowFrequency" + std::to_string(row)),
-                         static_cast<unsigned char>(m_state->number("rowPower" + std::to_string(row)))};
+        table[row] = {m_state->number("rowFrequency" + std::to_string(row)),
+                      static_cast<unsigned char>(m_state->number("rowPower" + std::to_string(row)))};
     return table;
 }
 

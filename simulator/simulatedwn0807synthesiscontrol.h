@@ -2,10 +2,12 @@
 
 #include "sdk/service/iwn0807synthesiscontrol.h"
 #include "simulator/modulestate.h"
+#include "simulator/perthread.h"
 
 #include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace tov::simulator {
 
@@ -55,6 +57,7 @@ public:
 
 private:
     const std::shared_ptr<ModuleState> m_state;
+    PerThread<std::vector<PowerSyntEntry>> m_handedOut;
 };
 
 } // namespace tov::simulator

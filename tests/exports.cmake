@@ -12,7 +12,7 @@ function(run_tool output)
 endfunction()
 
 set(class "tov::devices::service::Sdk[A-Za-z0-9]+")
-set(allowed "(${class}::|tov::devices::service::(servicecontrols::registrate|fromSdkFrequencyPlan|toSdkFrequencyPlan)\\()|(typeinfo|typeinfo name|vtable) for ${class}(::Observer)?$")
+set(allowed "((non-virtual thunk to )?${class}::|tov::devices::service::(servicecontrols::registrate|fromSdkFrequencyPlan|toSdkFrequencyPlan)\\()|(typeinfo|vtable) for ${class}(::Observer)?$")
 
 run_tool(symbols "${NM}" --dynamic --demangle --defined-only "${LIBRARY}")
 set(functions "")

@@ -11,6 +11,8 @@ SdkCalibrationControlHandle::SdkCalibrationControlHandle(ReacquiringControl<ICal
 {
 }
 
+SdkCalibrationControlHandle::~SdkCalibrationControlHandle() = default;
+
 sdk::ControlHandle<ICalibrationController>::Locked SdkCalibrationControlHandle::lock() const
 {
     return m_control.lock();

@@ -19,6 +19,9 @@ class DEVICESSERVICE_EXPORT SdkCalibrationControlHandle : public QObject, public
 public:
     explicit SdkCalibrationControlHandle(
         ReacquiringControl<sdk::service::calibrations::ICalibrationController> control);
+    SdkCalibrationControlHandle(const SdkCalibrationControlHandle&) = delete;
+    SdkCalibrationControlHandle& operator=(const SdkCalibrationControlHandle&) = delete;
+    ~SdkCalibrationControlHandle() override;
 
     /// The controller, which lives at least as long as the result; empty when the instrument does not offer it.
     sdk::ControlHandle<sdk::service::calibrations::ICalibrationController>::Locked lock() const;

@@ -33,14 +33,19 @@ struct Outcome
     QJsonObject json() const { return QJsonDocument::fromJson(QByteArray::fromStdString(output)).object(); }
 };
 
+// What a program printed, with its lines ended by a line feed whatever the platform's way is.
+std::string linesOf(QByteArray printed)
+{
+    return printed.replace("\r\n", "\n").toStdString();
+}
+
 Outcome console(const QStringList& arguments)
 {
     QProcess process;
     process.start(SERVICE_CONSOLE, arguments);
     EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
+    return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
 }
 
 // One line that begins with the program's name, and nothing on standard output.
@@ -212,7 +217,7 @@ TEST(ServiceConsole, FailsWhenItsAnswerDoesNotGetOut)
         process.start(SERVICE_CONSOLE, arguments);
         ASSERT_TRUE(process.waitForFinished(-1));
         EXPECT_EQ(process.exitCode(), 3);
-        EXPECT_THAT(process.readAllStandardError().toStdString(), HasSubstr("cannot write to standard output"));
+        EXPECT_THAT(linesOf(process.readAllStandardError()), HasSubstr("cannot write to standard output"));
     }
 }
 #endif
@@ -722,8 +727,7 @@ Outcome shell(const QByteArray& lines, const QStringList& options = {})
     process.write(lines);
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished(-1));
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
+    return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
 }
 
 } // namespace

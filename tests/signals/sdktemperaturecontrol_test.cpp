@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <latch>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -220,19 +220,19 @@ TEST_F(SdkTemperature, IsReadWithoutWaitingForTheInstrument)
 {
     create();
     for (const std::string operation : {"modulesTemperature()", "temperature()"}) {
-        std::latch asked(1);
-        std::latch goOn(1);
+        std::promise<void> asked;
+        std::promise<void> goOn;
         fake->duringCall = [&] {
             if (fake->calls().back() == operation) {
-                asked.count_down();
-                goOn.wait();
+                asked.set_value();
+                goOn.get_future().wait();
             }
         };
         std::jthread refreshing([&] { fake->observers().front()->onTemperatureChanged(); });
-        asked.wait();
+        asked.get_future().wait();
         EXPECT_EQ(temperatures->temperature(), 20.0);
         EXPECT_THAT(names(), ElementsAre("one"));
-        goOn.count_down();
+        goOn.set_value();
     }
     fake->duringCall = nullptr;
 }

@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Runs a Windows program: wine.sh PROGRAM [ARGUMENT...]
+# Before many of them:    wine.sh --start, and wine.sh --stop after them
+#
+# Wine keeps its settings beside the sysroot, so that nobody's own are touched. It runs processes of its own besides the
+# program, which would keep the program's pipes open after its end; --start has them running before.
+set -euo pipefail
+
+export WINEPREFIX=${DEVICESSERVICE_WINEPREFIX:-$HOME/.cache/DevicesService/wine}
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES='mscoree,mshtml='
+wine=/usr/lib/wine
+
+mkdir -p "$(dirname "$WINEPREFIX")"
+case ${1-} in
+    --start)
+        "$wine/wineserver64" --persistent
+        "$wine/wine64" wineboot </dev/null >/dev/null 2>&1
+        ;;
+    --stop) "$wine/wineserver64" --kill || true ;;
+    *) exec "$wine/wine64" "$@" ;;
+esac
