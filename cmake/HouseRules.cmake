@@ -20,6 +20,10 @@ if(DEVICESSERVICE_SANITIZE)
     add_link_options(-fsanitize=${DEVICESSERVICE_SANITIZE})
 endif()
 
+# Where headers are installed; below it they have the paths by which they are included.
+include(GNUInstallDirs)
+set(DEVICESSERVICE_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/DevicesService")
+
 # Headers that the build writes (export macros, the version), included as <folder>/<name>.
 set(DEVICESSERVICE_GENERATED_DIR "${PROJECT_BINARY_DIR}/include")
 

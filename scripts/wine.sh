@@ -2,8 +2,9 @@
 # Runs a Windows program: wine.sh PROGRAM [ARGUMENT...]
 # Before many of them:    wine.sh --start, and wine.sh --stop after them
 #
-# Wine keeps its settings beside the sysroot, so that nobody's own are touched. It runs processes of its own besides the
-# program, which would keep the program's pipes open after its end; --start has them running before.
+# Wine keeps its settings beside the sysroot, so that nobody's own are touched. It starts processes of its own when a
+# program needs them, which would keep the program's pipes open after its end; --start has them running before, those of
+# the desktop too.
 set -euo pipefail
 
 export WINEPREFIX=${DEVICESSERVICE_WINEPREFIX:-$HOME/.cache/DevicesService/wine}
@@ -16,6 +17,7 @@ case ${1-} in
     --start)
         "$wine/wineserver64" --persistent
         "$wine/wine64" wineboot </dev/null >/dev/null 2>&1
+        "$wine/wine64" explorer </dev/null >/dev/null 2>&1 &
         ;;
     --stop) "$wine/wineserver64" --kill || true ;;
     *) exec "$wine/wine64" "$@" ;;

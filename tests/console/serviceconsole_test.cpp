@@ -39,10 +39,18 @@ std::string linesOf(QByteArray printed)
     return printed.replace("\r\n", "\n").toStdString();
 }
 
+// Wine refuses to start a process now and then; one that has started is never tried again.
+void start(QProcess& process, const QStringList& arguments)
+{
+    process.start(SERVICE_CONSOLE, arguments);
+    for (int failures = 0; !process.waitForStarted(-1) && failures < 3; ++failures)
+        process.start(SERVICE_CONSOLE, arguments);
+}
+
 Outcome console(const QStringList& arguments)
 {
     QProcess process;
-    process.start(SERVICE_CONSOLE, arguments);
+    start(process, arguments);
     EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
@@ -214,7 +222,7 @@ TEST(ServiceConsole, FailsWhenItsAnswerDoesNotGetOut)
     for (const QStringList& arguments : {QStringList{"info"}, QStringList{"--help"}}) {
         QProcess process;
         process.setStandardOutputFile("/dev/full");
-        process.start(SERVICE_CONSOLE, arguments);
+        start(process, arguments);
         ASSERT_TRUE(process.waitForFinished(-1));
         EXPECT_EQ(process.exitCode(), 3);
         EXPECT_THAT(linesOf(process.readAllStandardError()), HasSubstr("cannot write to standard output"));
@@ -277,7 +285,7 @@ TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
     ASSERT_EQ(kept({"serial", "set", "1000"}).status, 0);
     for (int round = 0; round < 40; ++round) {
         QProcess process;
-        process.start(SERVICE_CONSOLE, {"--state", state, "serial", "set", QString::number(1001 + round)});
+        start(process, {"--state", state, "serial", "set", QString::number(1001 + round)});
         ASSERT_TRUE(process.waitForStarted(-1));
         // Later in each round: from before the program does anything to after it has ended.
         QElapsedTimer sinceStart;
@@ -299,7 +307,7 @@ TEST_F(KeptInstrument, IsUsedByOneCommandAtATime)
 {
     QProcess monitor;
     monitor.setReadChannel(QProcess::StandardError);
-    monitor.start(SERVICE_CONSOLE, {"--state", state, "monitor"});
+    start(monitor, {"--state", state, "monitor"});
     ASSERT_TRUE(monitor.waitForReadyRead(-1));
     expectError({"--state", state, "serial", "get"}, 1, "another command uses this state");
     monitor.kill();
@@ -538,7 +546,7 @@ TEST(ServiceConsole, MonitorsUntilItIsStopped)
 {
     QProcess process;
     process.setReadChannel(QProcess::StandardError);
-    process.start(SERVICE_CONSOLE, {"monitor"});
+    start(process, {"monitor"});
     ASSERT_TRUE(process.waitForStarted(-1));
     ASSERT_TRUE(process.waitForReadyRead(-1)) << "it says that it waits";
     process.terminate();
@@ -723,7 +731,7 @@ namespace {
 Outcome shell(const QByteArray& lines, const QStringList& options = {})
 {
     QProcess process;
-    process.start(SERVICE_CONSOLE, options + QStringList{"shell"});
+    start(process, options + QStringList{"shell"});
     process.write(lines);
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished(-1));

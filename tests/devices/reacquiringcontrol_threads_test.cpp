@@ -1,11 +1,11 @@
 #include "devices/reacquiringcontrol.h"
 #include "fakes/fakeinstrument.h"
+#include "rendezvous.h"
 #include "service/tuning/sdkloleakagecontrol.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <barrier>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -80,11 +80,11 @@ protected:
     template <typename Use>
     void flicker(int rounds, Use use)
     {
-        std::barrier start(threads);
+        Rendezvous start(threads);
         std::vector<std::jthread> users;
         for (int i = 0; i < threads; ++i)
             users.emplace_back([&] {
-                start.arrive_and_wait();
+                start.arriveAndWait();
                 for (int round = 0; round < rounds; ++round) {
                     instrument.release(key);
                     use();
@@ -154,11 +154,11 @@ TEST_F(ReacquiringControlUnderThreads, CopiesAnAdapterWhileItReacquires)
 
 TEST_F(ReacquiringControlUnderThreads, AsksOnceInEachThreadThatFindsTheControlGoneAndKeepsAnAnswer)
 {
-    std::barrier bothAsk(2);
+    Rendezvous bothAsk(2);
     std::atomic<int> asked = -1; // the first time is when it is made
     const Reacquiring control([&] {
         if (++asked > 0)
-            bothAsk.arrive_and_wait();
+            bothAsk.arriveAndWait();
         return find();
     });
     offer();
@@ -177,18 +177,18 @@ TEST_F(ReacquiringControlUnderThreads, DestroysTheControlWithTheLastUserWhenTheI
 {
     offer();
     const Reacquiring control = makeReacquiring();
-    std::barrier released(2);
+    Rendezvous released(2);
 
     std::jthread user([&] {
         auto locked = control.lock();
-        released.arrive_and_wait();
-        released.arrive_and_wait();
+        released.arriveAndWait();
+        released.arriveAndWait();
         locked->setEnabled(true);
         EXPECT_EQ(locked.keepAlive.use_count(), 1);
     });
-    released.arrive_and_wait();
+    released.arriveAndWait();
     instrument.release(key);
-    released.arrive_and_wait();
+    released.arriveAndWait();
     user.join();
 
     EXPECT_EQ(memory.sets, 1);

@@ -3,6 +3,7 @@
 #include "fakes/fakememoryoperationscontrol.h"
 #include "fakes/fakememoryserialnumbercontrol.h"
 #include "fakes/fakesystemtermscontrol.h"
+#include "rendezvous.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <barrier>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -63,11 +63,11 @@ void addAndRemoveWhileNotified(Adapter& adapter, Notify notify)
 
     std::vector<Guarded> observers(2);
     {
-        std::barrier start(2);
+        Rendezvous start(2);
         std::vector<std::jthread> owners;
         for (Guarded& observer : observers)
             owners.emplace_back([&] {
-                start.arrive_and_wait();
+                start.arriveAndWait();
                 for (int round = 0; round < 200 || observer.told == 0; ++round) {
                     observer.added = true;
                     adapter.addObserver(&observer);

@@ -1,0 +1,96 @@
+# What is installed, in components:
+#
+#   library      the library and its neighbour's stand-in
+#   development  headers under the paths by which they are included, the CMake package, pkg-config files
+#   simulator    the simulated instrument: library and headers
+#   host         the host library: library and headers
+#   tools        service-console with its manual page and its completion for bash
+#
+# The tree may be moved as a whole.
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/DevicesService")
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+install(TARGETS Devices DevicesService EXPORT library
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
+install(TARGETS sdk_zvl_devices devices_framework EXPORT library)
+install(TARGETS devices_simulator EXPORT simulator
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT simulator)
+install(TARGETS devices_host EXPORT host
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
+install(TARGETS service-console
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
+
+install(EXPORT library NAMESPACE DevicesService:: FILE DevicesServiceTargets.cmake
+    DESTINATION "${package_dir}" COMPONENT development)
+foreach(component IN ITEMS simulator host)
+    install(EXPORT ${component} NAMESPACE DevicesService:: FILE DevicesService-${component}.cmake
+        DESTINATION "${package_dir}" COMPONENT ${component})
+endforeach()
+
+# Programs find the libraries from where they are.
+set_target_properties(service-console PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set_target_properties(Devices DevicesService PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(WIN32)
+    install(FILES ${windows_runtime_dlls} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library)
+endif()
+
+function(install_headers component folder)
+    cmake_path(GET folder FILENAME name)
+    install(DIRECTORY "${folder}/" DESTINATION "${DEVICESSERVICE_INCLUDE_DIR}/${name}" COMPONENT ${component}
+        FILES_MATCHING ${ARGN})
+endfunction()
+install_headers(development "${PROJECT_SOURCE_DIR}/platform/sdk" PATTERN "*.h")
+foreach(folder IN ITEMS devices utils vna)
+    install_headers(development "${PROJECT_SOURCE_DIR}/platform/application/${folder}" PATTERN "*.h")
+endforeach()
+install_headers(development "${PROJECT_SOURCE_DIR}/devices" PATTERN "*.h")
+install_headers(development "${PROJECT_SOURCE_DIR}/service"
+    PATTERN "calibrationobserveradapter.h" EXCLUDE
+    PATTERN "readfrequencyplan.h" EXCLUDE
+    REGEX "/support/" EXCLUDE # but for what a public header includes, below
+    PATTERN "*.h")
+install(FILES "${PROJECT_SOURCE_DIR}/service/support/observertable.h"
+    DESTINATION "${DEVICESSERVICE_INCLUDE_DIR}/service/support" COMPONENT development)
+foreach(folder IN ITEMS devices service)
+    install_headers(development "${DEVICESSERVICE_GENERATED_DIR}/${folder}" PATTERN "*.h")
+endforeach()
+install_headers(host "${PROJECT_SOURCE_DIR}/host" PATTERN "*.h")
+install_headers(simulator "${PROJECT_SOURCE_DIR}/simulator"
+    PATTERN "simulatedinstrument.h"
+    PATTERN "audience.h"
+    PATTERN "calibrationunit.h"
+    PATTERN "controlstate.h"
+    PATTERN "faults.h"
+    PATTERN "machine.h"
+    PATTERN "observerhub.h"
+    PATTERN "stored*.h"
+    PATTERN "timing.h")
+
+include(CMakePackageConfigHelpers)
+configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/DevicesServiceConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/DevicesServiceConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/DevicesServiceConfigVersion.cmake"
+    COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/DevicesServiceConfig.cmake"
+    "${PROJECT_BINARY_DIR}/DevicesServiceConfigVersion.cmake"
+    DESTINATION "${package_dir}" COMPONENT development)
+
+# pkg-config files, each of what to link and what else it requires.
+file(RELATIVE_PATH prefix_from_pkgconfig "/${pkgconfig_dir}" "/")
+function(install_pkgconfig name component description libraries requires)
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/package.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkgconfig_dir}" COMPONENT ${component})
+endfunction()
+install_pkgconfig(DevicesService development "${PROJECT_DESCRIPTION}" "-lDevicesService -lDevices" "Qt6Core")
+install_pkgconfig(DevicesService-simulator simulator "Simulated instrument for DevicesService"
+    "-ldevices_simulator" "DevicesService")
+install_pkgconfig(DevicesService-host host "What a host program of DevicesService needs"
+    "-ldevices_host" "DevicesService")
+
+install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
+install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1"
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)

@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# Installs build/package into an empty prefix, builds and runs examples/minimal-host against it three ways, moves the
+# prefix and does it again; then installs the Debian packages into a clean root, runs the console there and removes them.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+scratch=$(mktemp --directory)
+trap 'rm -rf "$scratch"' EXIT
+project=$PWD
+
+quietly() {
+    "$@" >"$scratch/log" 2>&1 || { cat "$scratch/log" >&2; echo "error: failed: $*" >&2; exit 1; }
+}
+expect() { # TEXT COMMAND...
+    local text=$1 shown
+    shift
+    shown=$("$@") || { echo "error: failed: $*" >&2; exit 1; }
+    grep --quiet --fixed-strings "$text" <<<"$shown" || { echo "error: no '$text' in: $shown" >&2; exit 1; }
+}
+build_example() { # NAME OPTION...
+    local folder=$scratch/$1
+    shift
+    quietly cmake -G Ninja -S examples/minimal-host -B "$folder" -DCMAKE_BUILD_TYPE=Debug "$@"
+    quietly cmake --build "$folder" --target minimal-host
+}
+
+try_prefix() { # NAME FOLDER
+    local name=$1 prefix=$2 libraries flags
+    libraries=$(dirname "$(find "$prefix" -name libDevicesService.so)")
+    build_example "$name-find-package" -DCMAKE_PREFIX_PATH="$prefix"
+    expect "temperature: " "$scratch/$name-find-package/minimal-host"
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs DevicesService-host DevicesService-simulator)
+    # shellcheck disable=SC2086
+    quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" -o "$scratch/by-pkg-config"
+    expect "temperature: " "$scratch/by-pkg-config"
+    expect "4711" "$prefix/bin/service-console" serial set 4711
+    MANPATH=$prefix/share/man quietly man --local-file "$prefix/share/man/man1/service-console.1"
+    echo "$name: the example builds and runs by find_package and by pkg-config"
+}
+
+quietly cmake --install build/package --prefix "$scratch/prefix"
+[ -z "$(grep --recursive --files-with-matches --binary-files=without-match "$project" "$scratch/prefix")" ] ||
+    { echo "error: the installed tree names the source tree" >&2; exit 1; }
+try_prefix installed "$scratch/prefix"
+mv "$scratch/prefix" "$scratch/moved"
+try_prefix moved "$scratch/moved"
+build_example add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project"
+expect "temperature: " "$scratch/add-subdirectory/minimal-host"
+echo "add_subdirectory: the example builds and runs"
+
+rm -rf build/package/packages
+(cd build/package && quietly cpack)
+ls build/package/packages/*.tar.gz >/dev/null
+
+# A clean Debian without anything of a compiler: what the packages do not depend on is not there.
+root=$scratch/root
+version=$(sed --quiet 's/.*VERSION_CODENAME=//p' /etc/os-release)
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" | sed --quiet 1p)
+quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
+mkdir "$root/packages"
+cp build/package/packages/*.deb "$root/packages"
+in_root() {
+    chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
+}
+tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb | sed 's|^|/|')
+# shellcheck disable=SC2086
+quietly in_root apt-get install --yes --no-install-recommends $tools
+expect "All 20 controls behaved" in_root service-console demo
+expect "1.0" in_root service-console --version
+quietly in_root dpkg --purge devicesservice-tools libdevicesservice1
+[ -z "$(find "$root/usr" -iname '*devicesservice*' -not -path '*/packages/*')" ] ||
+    { echo "error: removing the packages leaves files behind" >&2; exit 1; }
+echo "Debian packages: the console runs in a clean root, and nothing stays behind"

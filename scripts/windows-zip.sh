@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Packs the Windows build and tries the ZIP: the console runs from it with nothing else to find its DLLs in.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+scratch=$(mktemp --directory)
+trap 'rm -rf "$scratch"' EXIT
+
+rm -rf build/windows/packages
+(cd build/windows && cpack -G ZIP >"$scratch/log" 2>&1) || { cat "$scratch/log" >&2; exit 1; }
+zip=$(echo build/windows/packages/*.zip)
+(cd "$scratch" && cmake -E tar xf "$OLDPWD/$zip")
+unpacked=$(echo "$scratch"/DevicesService-*)
+
+for file in bin/DevicesService.dll bin/Devices.dll bin/Qt6Core.dll bin/service-console.exe \
+        include/DevicesService/service/servicecontrols.h lib/libDevicesService.dll.a \
+        lib/cmake/DevicesService/DevicesServiceConfig.cmake; do
+    [ -f "$unpacked/$file" ] || { echo "error: $zip lacks $file" >&2; exit 1; }
+done
+
+console() {
+    env --chdir="$scratch" WINEPATH= "$PWD/scripts/wine.sh" "$unpacked/bin/service-console.exe" "$@" | tr --delete '\r'
+}
+[ "$(console --state kept.cbor serial set 4711)" = 4711 ]
+[ "$(console --state kept.cbor serial get)" = 4711 ]
+console info | grep --quiet 'loaded from .*bin.DevicesService.dll'
+console demo | grep --quiet '^All 20 controls behaved'
+if rm "$unpacked/bin/Qt6Core.dll" && console info >/dev/null 2>&1; then
+    echo "error: the console found a DLL elsewhere than in the ZIP" >&2
+    exit 1
+fi
+echo "$zip: $(du --apparent-size -h "$zip" | cut --fields=1), the console runs from it"
