@@ -50,7 +50,7 @@ install_headers(development "${PROJECT_SOURCE_DIR}/devices" PATTERN "*.h")
 install_headers(development "${PROJECT_SOURCE_DIR}/service"
     PATTERN "calibrationobserveradapter.h" EXCLUDE
     PATTERN "readfrequencyplan.h" EXCLUDE
-    REGEX "/support/" EXCLUDE # but for what a public header includes, below
+    PATTERN "support" EXCLUDE # but for what a public header includes, below
     PATTERN "*.h")
 install(FILES "${PROJECT_SOURCE_DIR}/service/support/observertable.h"
     DESTINATION "${DEVICESSERVICE_INCLUDE_DIR}/service/support" COMPONENT development)

@@ -21,6 +21,7 @@ else()
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
     set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+    set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
     set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS OFF)
 
     set(library_package libdevicesservice${PROJECT_VERSION_MAJOR})
@@ -39,11 +40,12 @@ else()
     endforeach()
     set(CPACK_COMPONENT_LIBRARY_GROUP library)
     set(CPACK_COMPONENT_TOOLS_GROUP tools)
-    set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "${PROJECT_DESCRIPTION}: the library")
-    set(CPACK_COMPONENT_GROUP_LIBRARY_DESCRIPTION "${PROJECT_DESCRIPTION}: the library")
-    set(CPACK_COMPONENT_GROUP_DEVELOPMENT_DESCRIPTION
-        "${PROJECT_DESCRIPTION}: headers, simulated instrument and host library")
-    set(CPACK_COMPONENT_GROUP_TOOLS_DESCRIPTION "${PROJECT_DESCRIPTION}: service-console")
+    set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "service controls of vector network analysers
+The plug-in library through which an application reaches the service functions of an instrument.")
+    set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "service controls of vector network analysers - development
+Headers, CMake package and pkg-config files, the simulated instrument and the host library.")
+    set(CPACK_DEBIAN_TOOLS_DESCRIPTION "service controls of vector network analysers - tools
+service-console, a program for production and service engineers.")
 endif()
 
 include(CPack)

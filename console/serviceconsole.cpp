@@ -1,11 +1,12 @@
 #include "console/serviceconsole.h"
 
+#include "console/arguments.h"
 #include "console/commandline.h"
 #include "console/failure.h"
+#include "console/terminal.h"
 #include "console/workbench.h"
 
 #include <iostream>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,8 @@ ExitStatus complete(const std::vector<std::string>& words)
 
 ExitStatus runServiceConsole(int argc, char** argv)
 try {
-    const std::span given(argv, static_cast<std::size_t>(argc));
-    std::vector<std::string> arguments(given.begin() + 1, given.end());
+    prepareTerminal();
+    std::vector<std::string> arguments = programArguments(argc, argv);
     if (!arguments.empty() && arguments.front() == "__complete") {
         arguments.erase(arguments.begin());
         return complete(arguments);

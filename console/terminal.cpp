@@ -4,6 +4,7 @@
 
 #ifdef Q_OS_WIN
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -22,6 +23,20 @@ bool isTerminal(int descriptor)
 }
 
 } // namespace
+
+void prepareTerminal()
+{
+#ifdef Q_OS_WIN
+    SetConsoleOutputCP(CP_UTF8);
+    SetConsoleCP(CP_UTF8);
+    for (const DWORD stream : {STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
+        HANDLE const handle = GetStdHandle(stream);
+        DWORD mode = 0;
+        if (GetConsoleMode(handle, &mode))
+            SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
+#endif
+}
 
 bool standardInputIsTerminal()
 {

@@ -5,6 +5,8 @@
 #include <QFileInfo>
 
 #ifdef Q_OS_WIN
+#include <array>
+
 #include <windows.h>
 #else
 #include <dlfcn.h>
@@ -22,9 +24,9 @@ QString loadedLibraryPath()
     if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                             static_cast<LPCWSTR>(inside), &module))
         return {};
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameW(module, path, MAX_PATH);
-    return QString::fromWCharArray(path, static_cast<int>(length));
+    std::array<wchar_t, 32768> path; // as long as one can be
+    const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+    return QString::fromWCharArray(path.data(), static_cast<int>(length));
 #else
     Dl_info library{};
     if (dladdr(inside, &library) == 0)

@@ -4,8 +4,12 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+if [ "$(id -u)" -ne 0 ]; then
+    echo "error: only root can try the Debian packages in a root of their own" >&2
+    exit 1
+fi
 scratch=$(mktemp --directory)
-trap 'rm -rf "$scratch"' EXIT
+trap 'rm -rf --one-file-system "$scratch"' EXIT
 project=$PWD
 
 quietly() {
@@ -28,34 +32,38 @@ try_prefix() { # NAME FOLDER
     local name=$1 prefix=$2 libraries flags
     libraries=$(dirname "$(find "$prefix" -name libDevicesService.so)")
     build_example "$name-find-package" -DCMAKE_PREFIX_PATH="$prefix"
-    expect "temperature: " "$scratch/$name-find-package/minimal-host"
+    expect "temperature: " timeout 60 "$scratch/$name-find-package/minimal-host"
     flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs DevicesService-host DevicesService-simulator)
     # shellcheck disable=SC2086
     quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" -o "$scratch/by-pkg-config"
-    expect "temperature: " "$scratch/by-pkg-config"
+    expect "temperature: " timeout 60 "$scratch/by-pkg-config"
     expect "4711" "$prefix/bin/service-console" serial set 4711
     MANPATH=$prefix/share/man quietly man --local-file "$prefix/share/man/man1/service-console.1"
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
 
 quietly cmake --install build/package --prefix "$scratch/prefix"
-[ -z "$(grep --recursive --files-with-matches --binary-files=without-match "$project" "$scratch/prefix")" ] ||
-    { echo "error: the installed tree names the source tree" >&2; exit 1; }
+if grep --recursive --text --fixed-strings --files-with-matches "$project/build" "$scratch/prefix"; then
+    echo "error: these installed files name the build tree" >&2
+    exit 1
+fi
 try_prefix installed "$scratch/prefix"
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
 build_example add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project"
-expect "temperature: " "$scratch/add-subdirectory/minimal-host"
+expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
 echo "add_subdirectory: the example builds and runs"
 
 rm -rf build/package/packages
 (cd build/package && quietly cpack)
-ls build/package/packages/*.tar.gz >/dev/null
+mkdir "$scratch/archive"
+tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/package/packages/*.tar.gz
+expect "4711" "$scratch/archive/bin/service-console" serial set 4711
 
 # A clean Debian without anything of a compiler: what the packages do not depend on is not there.
 root=$scratch/root
 version=$(sed --quiet 's/.*VERSION_CODENAME=//p' /etc/os-release)
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" | sed --quiet 1p)
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" "Origin: Debian" | sed --quiet 1p)
 quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
 mkdir "$root/packages"
 cp build/package/packages/*.deb "$root/packages"
@@ -66,8 +74,12 @@ tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesse
 # shellcheck disable=SC2086
 quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
-expect "1.0" in_root service-console --version
-quietly in_root dpkg --purge devicesservice-tools libdevicesservice1
-[ -z "$(find "$root/usr" -iname '*devicesservice*' -not -path '*/packages/*')" ] ||
-    { echo "error: removing the packages leaves files behind" >&2; exit 1; }
+expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/package/CMakeCache.txt)" in_root service-console --version
+quietly in_root sh -c "apt-get install --simulate /packages/libdevicesservice*.deb"
+library=$(basename build/package/packages/libdevicesservice[0-9]*.deb | cut --delimiter=_ --fields=1)
+installed=$(in_root dpkg --listfiles "$library" devicesservice-tools | grep -E '(/bin/|/man1/|/completions/|\.so).')
+quietly in_root dpkg --purge devicesservice-tools "$library"
+for file in $installed; do
+    [ ! -e "$root$file" ] || { echo "error: removing the packages leaves $file behind" >&2; exit 1; }
+done
 echo "Debian packages: the console runs in a clean root, and nothing stays behind"

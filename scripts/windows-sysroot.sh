@@ -9,12 +9,17 @@ set -euo pipefail
 
 recipe=$(readlink -f "${BASH_SOURCE[0]}")
 toolchain=$(dirname "$recipe")/../cmake/toolchains/windows-mingw.cmake
-sysroot=$1
+sysroot=$(realpath --canonicalize-missing "$1")
+marker=$sysroot/made-by-windows-sysroot
 
 source_version() {
     dpkg-query --show --showformat='${source:Version}' "$1"
 }
 qt_version=$(source_version qt6-base-dev)
+
+mkdir -p "$(dirname "$sysroot")"
+exec 9>"$sysroot.lock" # one at a time
+flock 9
 
 stamp=$(
     cat "$recipe" "$toolchain" | sha256sum | cut --delimiter=' ' --fields=1
@@ -24,10 +29,15 @@ if [ "$(cat "$sysroot/stamp" 2>/dev/null)" = "$stamp" ]; then
     exit
 fi
 
-echo "Building Qt Core and the test libraries for Windows into $sysroot; this takes some minutes" >&2
+if [ -n "$(ls -A "$sysroot" 2>/dev/null)" ] && [ ! -e "$marker" ]; then
+    echo "error: $sysroot holds something else than what this script makes" >&2
+    exit 1
+fi
 scratch=$(mktemp --directory)
 trap 'rm -rf "$scratch"' EXIT
 rm -rf "$sysroot"
+mkdir "$sysroot"
+touch "$marker"
 
 # Apt with a list of source packages of its own, so that the machine's is not touched.
 mkdir -p "$scratch/sources" "$scratch/lists/partial"
@@ -35,7 +45,7 @@ for file in /etc/apt/sources.list.d/*.sources; do
     [ -f "$file" ] && sed 's/^Types:.*/Types: deb-src/' "$file" >"$scratch/sources/$(basename "$file")"
 done
 for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-    [ -f "$file" ] && sed --quiet 's/^deb /deb-src /p' "$file" >"$scratch/sources/$(basename "$file" .list).list"
+    [ -f "$file" ] && sed --quiet 's/^deb /deb-src /p' "$file" >>"$scratch/sources/all.list"
 done
 source_apt() {
     apt-get -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$scratch/sources" \

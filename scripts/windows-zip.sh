@@ -21,11 +21,18 @@ done
 console() {
     env --chdir="$scratch" WINEPATH= "$PWD/scripts/wine.sh" "$unpacked/bin/service-console.exe" "$@" | tr --delete '\r'
 }
-[ "$(console --state kept.cbor serial set 4711)" = 4711 ]
-[ "$(console --state kept.cbor serial get)" = 4711 ]
-console info | grep --quiet 'loaded from .*bin.DevicesService.dll'
-console demo | grep --quiet '^All 20 controls behaved'
-if rm "$unpacked/bin/Qt6Core.dll" && console info >/dev/null 2>&1; then
+expect() { # PATTERN ARGUMENT...
+    local pattern=$1 shown
+    shift
+    shown=$(console "$@") && grep --quiet "$pattern" <<<"$shown" ||
+        { echo "error: service-console $*: no '$pattern' in: $shown" >&2; exit 1; }
+}
+expect '^4711$' --state kept.cbor serial set 4711
+expect '^4711$' --state kept.cbor serial get
+expect 'loaded from .*bin.DevicesService.dll' info
+expect '^All 20 controls behaved' demo
+rm "$unpacked/bin/Qt6Core.dll"
+if console info >/dev/null 2>&1; then
     echo "error: the console found a DLL elsewhere than in the ZIP" >&2
     exit 1
 fi

@@ -363,6 +363,15 @@ TEST_F(KeptInstrument, AnswersNothingWhenItCannotBeKept)
 }
 #endif
 
+TEST_F(KeptInstrument, TakesNamesOfAnyScript)
+{
+    const QString name = QStringLiteral("Größe-周波数.txt");
+    EXPECT_EQ(kept({"files", "put", write(name, "x")}).status, 0);
+    EXPECT_THAT(kept({"files", "ls"}).output, HasSubstr(name.toStdString()));
+    EXPECT_EQ(kept({"files", "get", name, folder.filePath("copy")}).status, 0);
+    EXPECT_EQ(read(folder.filePath("copy")), "x");
+}
+
 TEST_F(KeptInstrument, SaysWhyAFileCannotBeCopied)
 {
     expectError({"files", "put", folder.filePath("nothing")}, 1, "cannot be read");

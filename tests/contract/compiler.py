@@ -26,7 +26,8 @@ class Compiler:
     def __init__(self, layout, flags=(), overlay=None):
         roots = ([overlay] if overlay else []) + headers.INCLUDE_ROOTS
         self._layout = layout
-        self._command = [_CLANG, "-std=c++23", *(f"-I{root}" for root in roots)]
+        # Some classes are named with private ones.
+        self._command = [_CLANG, "-std=c++23", "-fno-access-control", *(f"-I{root}" for root in roots)]
         if layout == "msvc":
             self._command += ["--target=x86_64-pc-windows-msvc", "-nostdlibinc"]
         else:
@@ -56,7 +57,8 @@ class Compiler:
     def _stand_in(folder):
         """Has every header of the standard library, of Qt and of the build include the stand-ins."""
         wanted = re.findall(r"#include <([\w]+)>", "".join(
-            path.read_text() for root in headers.INCLUDE_ROOTS for path in root.glob("[!t]*/**/*.h")))
+            path.read_text() for folder in ("platform", "devices", "service")
+            for path in (headers.ROOT / folder).glob("**/*.h")))
         for name in {*wanted, "type_traits"}:
             path = folder / name
             path.parent.mkdir(parents=True, exist_ok=True)

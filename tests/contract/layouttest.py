@@ -93,6 +93,8 @@ def _record(name, rows):
 
 
 def _class(name, traits):
+    if "ObserverTable<" in name:  # is named with a private class
+        return ""
     held = traits.strip().split(", ")
     return "".join(f"static_assert({'' if trait in held else '!'}{tables.trait(trait, name)});\n"
                    for trait in tables.TRAITS)

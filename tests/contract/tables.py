@@ -8,12 +8,14 @@ import headers
 from compiler import Failure
 
 NAMES = ("interfaces", "records", "classes")
+_FOLDER = pathlib.Path(__file__).resolve().parent
 
 # What is more than an interface or a record. A template is pinned by one instance.
 _CLASS = re.compile(
     r"tov::devices::service::Sdk\w+"
     r"|tov::devices::ControlRegistry(::ControlEntry(Base|<sdk::IVna>))?"
     r"|tov::devices::ReacquiringControl<sdk::service::ILoLeakageControl>"
+    r"|tov::devices::service::ObserverTable<sdk::service::IYqIfswCalibrationControl, .*>"
     r"|sdk::ControlHandle<sdk::service::ILoLeakageControl>(::Locked)?")
 _RECORD_INSTANCE = "tov::utils::Range<double>"
 _INSTANCES = f"""
@@ -29,10 +31,15 @@ def trait(name, class_name):
     return f"std::is_{name.replace('-', '_')}_v<{class_name}>"
 
 
-def read(table):
+def file_of(table):
+    """Where a table is written."""
+    return _FOLDER / f"{table}.table"
+
+
+def read(table, folder=None):
     """The sections of a table: class to rows."""
     sections = {}
-    for line in _file(table).read_text().splitlines():
+    for line in ((folder or _FOLDER) / file_of(table).name).read_text().splitlines():
         if line.startswith("["):
             rows = sections.setdefault(line[1:-1], [])
         elif line and not line.startswith("#"):
@@ -42,8 +49,8 @@ def read(table):
 
 def write(table, sections):
     """Replaces the sections of a table and keeps its introduction."""
-    introduction = [line for line in _file(table).read_text().splitlines() if line.startswith("#")]
-    _file(table).write_text("\n".join([*introduction, "", _shown(sections)]))
+    introduction = [line for line in file_of(table).read_text().splitlines() if line.startswith("#")]
+    file_of(table).write_text("\n".join([*introduction, "", _shown(sections)]))
 
 
 def differences(laid_out):
@@ -91,10 +98,6 @@ def lay_out(compiler):
         "records": {name: _record(name, layout, values) for name, layout in records.items()},
         "classes": {name: _class(name, layout, values) for name, layout in classes.items()},
     }
-
-
-def _file(table):
-    return pathlib.Path(__file__).resolve().parent / f"{table}.table"
 
 
 def _shown(sections):
