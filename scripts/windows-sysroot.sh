@@ -10,7 +10,6 @@ set -euo pipefail
 recipe=$(readlink -f "${BASH_SOURCE[0]}")
 toolchain=$(dirname "$recipe")/../cmake/toolchains/windows-mingw.cmake
 sysroot=$(realpath --canonicalize-missing "$1")
-marker=$sysroot/made-by-windows-sysroot
 
 source_version() {
     dpkg-query --show --showformat='${source:Version}' "$1"
@@ -29,7 +28,7 @@ if [ "$(cat "$sysroot/stamp" 2>/dev/null)" = "$stamp" ]; then
     exit
 fi
 
-if [ -n "$(ls -A "$sysroot" 2>/dev/null)" ] && [ ! -e "$marker" ]; then
+if [ -n "$(ls -A "$sysroot" 2>/dev/null)" ] && [ ! -e "$sysroot/stamp" ]; then
     echo "error: $sysroot holds something else than what this script makes" >&2
     exit 1
 fi
@@ -37,7 +36,7 @@ scratch=$(mktemp --directory)
 trap 'rm -rf "$scratch"' EXIT
 rm -rf "$sysroot"
 mkdir "$sysroot"
-touch "$marker"
+touch "$sysroot/stamp" # empty until all is built
 
 # Apt with a list of source packages of its own, so that the machine's is not touched.
 mkdir -p "$scratch/sources" "$scratch/lists/partial"

@@ -105,7 +105,7 @@ void watchController(Workbench& workbench, const Arguments& arguments)
 {
     const auto& kind = controllerNamed(arguments.controller);
     const auto handle = workbench.require(kind);
-    Watch watch(arguments);
+    const Watch watch(arguments);
     Display display(kind.name, workbench.output().isText());
     display.follow(*handle);
     watch.run([&] { exercise(workbench.instrument(), workbench.instrument().calibrationUnit(kind.keys.sdk)); });

@@ -33,7 +33,7 @@ void exercise(Workbench& workbench)
 void monitor(Workbench& workbench, const WatchArguments& arguments)
 {
     const Notifications notifications(workbench);
-    Watch watch(arguments);
+    const Watch watch(arguments);
     watch.run([&] { exercise(workbench); });
 }
 
