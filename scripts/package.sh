@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Installs build/package into an empty prefix, builds and runs examples/minimal-host against it three ways, moves the
 # prefix and does it again; then installs the Debian packages into a clean root, runs the console there and removes them.
-set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 if [ "$(id -u)" -ne 0 ]; then
     echo "error: only root can try the Debian packages in a root of their own" >&2
@@ -10,11 +9,7 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 scratch=$(mktemp --directory)
 trap 'rm -rf --one-file-system "$scratch"' EXIT
-project=$PWD
 
-quietly() {
-    "$@" >"$scratch/log" 2>&1 || { cat "$scratch/log" >&2; echo "error: failed: $*" >&2; exit 1; }
-}
 expect() { # TEXT COMMAND...
     local text=$1 shown
     shift
@@ -43,14 +38,14 @@ try_prefix() { # NAME FOLDER
 }
 
 quietly cmake --install build/package --prefix "$scratch/prefix"
-if grep --recursive --text --fixed-strings --files-with-matches "$project/build" "$scratch/prefix"; then
+if grep --recursive --text --fixed-strings --files-with-matches "$project_dir/build" "$scratch/prefix"; then
     echo "error: these installed files name the build tree" >&2
     exit 1
 fi
 try_prefix installed "$scratch/prefix"
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
-build_example add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project"
+build_example add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
 expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
 echo "add_subdirectory: the example builds and runs"
 

@@ -60,17 +60,21 @@ def recorded_tables():
     return {name: tables.read(name, _FOLDER) for name in tables.NAMES}
 
 
-def record_of(library):
-    """The types and symbols of a library as text, which only one with debug information has."""
+def require_debug_information(library):
+    """Ends with an error for a library of which only the symbols could be compared."""
     if ".debug_info" not in _output_of("readelf", "--section-headers", "--wide", library):
         sys.exit(f"error: {library} has no debug information, so its types cannot be compared")
+
+
+def record_of(library):
+    """The types and symbols of a library as text."""
     return _output_of("abidw", "--exported-interfaces-only", "--no-comp-dir-path", "--no-corpus-path", "--no-show-locs",
                       "--no-parameter-names", "--type-id-style", "hash", library)
 
 
 def compare(version, library):
     """Prints what differs from what is recorded; whether `version` says so."""
-    record_of(library)
+    require_debug_information(library)
     recorded = _VERSION.read_text().strip()
     part, report = _with_file(lzma.decompress(_RECORD.read_bytes()), lambda record: library_change(record, library))
     print(report, end="")
@@ -120,6 +124,7 @@ def renew(version, library):
     """Records library and tables, unless what they change is more than the version says."""
     if _RECORD.exists() and not compare(version, library):
         return False
+    require_debug_information(library)
     _FOLDER.mkdir(exist_ok=True)
     _RECORD.write_bytes(lzma.compress(record_of(library).encode(), preset=9))
     for name in tables.NAMES:
