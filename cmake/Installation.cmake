@@ -1,10 +1,11 @@
 # What is installed, in components:
 #
-#   library      the library and its neighbour's stand-in
-#   development  headers under the paths by which they are included, the CMake package, pkg-config files
-#   simulator    the simulated instrument: library and headers
-#   host         the host library: library and headers
-#   tools        service-console with its manual page and its completion for bash
+#   library        the library and its neighbour's stand-in
+#   development    headers under the paths by which they are included, the CMake package, pkg-config files, examples
+#   simulator      the simulated instrument: library and headers
+#   host           the host library: library and headers
+#   tools          service-console with its manual page and its completion for bash
+#   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.
 
@@ -94,3 +95,10 @@ install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
 install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${PROJECT_NAME}"
+    COMPONENT development)
+if(DEVICESSERVICE_DOCS)
+    install(DIRECTORY "${PROJECT_BINARY_DIR}/docs/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${PROJECT_NAME}"
+        COMPONENT documentation)
+endif()

@@ -19,8 +19,14 @@ template <typename T>
 class ReacquiringControl
 {
 public:
+    /// Weak handle to the control.
     using Handle = sdk::ControlHandle<T>;
+
+    /// A control that is lent, or none.
     using Locked = typename Handle::Locked;
+
+    /// Asks the instrument for the control; an empty handle says that it does not offer it. Any number of threads may
+    /// call it at the same time.
     using Reacquire = std::function<Handle()>;
 
     /// Stores `reacquire` and calls it once for the first handle. An empty function is allowed: the
@@ -31,6 +37,7 @@ public:
     {
     }
 
+    /// Reaches the same control as `other`.
     ReacquiringControl(const ReacquiringControl& other)
         : m_reacquire(other.m_reacquire)
         , m_handle(other.handle())

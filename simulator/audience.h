@@ -19,8 +19,10 @@ template <typename Observer>
 class Audience
 {
 public:
+    /// The observers of one control object.
     using Hub = ObserverHub<Observer>;
 
+    /// Notifies on the thread of `machine`, which it keeps alive.
     explicit Audience(std::shared_ptr<Machine> machine)
         : m_machine(std::move(machine))
     {

@@ -20,12 +20,20 @@ namespace tov::simulator {
 class CalibrationUnit final : public ControlState
 {
 public:
+    /// Who is told of the unit.
     using Observer = sdk::service::calibrations::ICalibrationController::Observer;
 
-    enum class Status : int { Disconnected, WarmingUp, Ready };
+    /// Status of the unit, by the numbers that a file keeps. Nothing in the simulator depends on it.
+    enum class Status : int {
+        Disconnected, ///< there is no unit at the controller
+        WarmingUp,    ///< the unit is not to be used yet
+        Ready,        ///< the unit may be used
+    };
 
+    /// A unit that is ready and has no configuration. It notifies on the thread of `machine`, which it keeps alive.
     explicit CalibrationUnit(const std::shared_ptr<Machine>& machine);
 
+    /// What `setStatus()` or a file said last.
     Status status() const;
 
     /// Tells that the unit's status has changed, if it has.

@@ -8,46 +8,46 @@
 
 namespace tov::simulator {
 
-/// The operations of the simulated instrument that may be made to misbehave. Those of the second group do not
-/// answer by a callback and can only throw.
+/// The operations of the simulated instrument that may be made to misbehave. Those from `PotentiometerList` on do
+/// not answer by a callback and can only throw.
 enum class Operation {
-    FileList,
-    FileSpace,
-    FileRead,
-    FileWrite,
-    FileDelete,
-    MemoryRead,
-    MemoryWrite,
-    MemoryErase,
-    MemoryCheck,
-    PotentiometerReadEeprom,
-    PotentiometerWriteRam,
-    PotentiometerWriteEeprom,
-    SerialNumberRead,
-    SerialNumberWrite,
-    UsbIdWrite,
+    FileList,                 ///< `IFileMemoryControl::fileList()`
+    FileSpace,                ///< `IFileMemoryControl::spaceInfo()`
+    FileRead,                 ///< `IFileMemoryControl::readFile()`
+    FileWrite,                ///< `IFileMemoryControl::writeFile()`
+    FileDelete,               ///< `IFileMemoryControl::deleteFile()`
+    MemoryRead,               ///< `IMemoryOperationsControl::read()`
+    MemoryWrite,              ///< `IMemoryOperationsControl::write()`
+    MemoryErase,              ///< `IMemoryOperationsControl::erase()`
+    MemoryCheck,              ///< `IMemoryOperationsControl::integrityCheck()`
+    PotentiometerReadEeprom,  ///< `IPotentiometersControl::readFromEeprom()`
+    PotentiometerWriteRam,    ///< `IPotentiometersControl::writeToRam()`
+    PotentiometerWriteEeprom, ///< `IPotentiometersControl::writeToEeprom()`
+    SerialNumberRead,         ///< `IMemorySerialNumberControl::readSerialNumber()`
+    SerialNumberWrite,        ///< `IMemorySerialNumberControl::writeSerialNumber()`
+    UsbIdWrite,               ///< `IMemoryUsbIdControl::writeUsbId()`
 
-    PotentiometerList,
-    UsbIdRead,
-    UsbIdList,
-    TermsRead,
-    TermsWrite,
-    TermsFlag,
-    IfswPlan,
-    IfswSave,
-    FactoryPowerPlan,
-    FactoryPowerSave,
-    CorrectionsRead,
-    CorrectionSwitch,
+    PotentiometerList, ///< `IPotentiometersControl::potentiometers()`
+    UsbIdRead,         ///< `IMemoryUsbIdControl::usbId()`
+    UsbIdList,         ///< `IMemoryUsbIdControl::usbIds()`
+    TermsRead,         ///< `ISystemTermsControl::termsRecords()`
+    TermsWrite,        ///< `ISystemTermsControl::writeSystemTerms()`, with records and without
+    TermsFlag,         ///< `ISystemTermsControl::systemTermsFlag()`
+    IfswPlan,          ///< `IYqIfswCalibrationControl::frequencyPlan()`
+    IfswSave,          ///< `IYqIfswCalibrationControl::saveCalibrationData()`
+    FactoryPowerPlan,  ///< `IYqFactoryPowerCalibrationControl::frequencyPlan()`
+    FactoryPowerSave,  ///< `IYqFactoryPowerCalibrationControl::saveCalibrationData()`
+    CorrectionsRead,   ///< the four queries of `IFactoryCorrectionControl`
+    CorrectionSwitch,  ///< `IFactoryCorrectionControl::setEnabled()`
 };
 
 /// What is wrong with an operation.
 struct Fault
 {
-    std::optional<std::error_code> error;
-    std::optional<std::chrono::microseconds> delay;
-    bool throws = false;
-    bool releasesControls = false;
+    std::optional<std::error_code> error;           ///< what it answers with, if that is forced
+    std::optional<std::chrono::microseconds> delay; ///< how late it answers, whatever the timing says
+    bool throws = false;                            ///< whether it throws instead
+    bool releasesControls = false;                  ///< whether it releases the controls just before it answers
 };
 
 /// What is wrong with the instrument, operation by operation: each verb holds for every later call until

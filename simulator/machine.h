@@ -29,8 +29,11 @@ public:
     Machine(const Timing& timing, std::function<void()> releaseControls);
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
+
+    /// Does what `stop()` does.
     ~Machine();
 
+    /// What is wrong with the operations; lives as long as the machine.
     Faults& faults() noexcept { return m_faults; }
 
     /// Throws if `operation`, which does not answer by a callback, was told to.

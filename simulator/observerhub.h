@@ -17,6 +17,7 @@ template <typename Observer>
 class ObserverHub
 {
 public:
+    /// Registers `observer`, which is not owned and must not be null.
     void add(Observer* observer)
     {
         const std::lock_guard guard(m_mutex);
@@ -24,6 +25,7 @@ public:
             m_observers.push_back(observer);
     }
 
+    /// Removes `observer`; one that is not registered is ignored.
     void remove(Observer* observer)
     {
         const std::lock_guard guard(m_mutex);

@@ -31,12 +31,12 @@ class PotentiometersState;
 class SystemTermsState;
 class TemperatureState;
 
-/// What a simulated instrument is like.
+/// What a simulated instrument is like when it is new; `SimulatedInstrument::load()` brings sizes of its own.
 struct Configuration
 {
-    Timing timing;
-    std::uint64_t fileCapacity = 256ULL * 1024; // bytes
-    std::size_t memorySize = 64ULL * 1024;      // bytes
+    Timing timing;                              ///< when and where its operations answer
+    std::uint64_t fileCapacity = 256ULL * 1024; ///< room for the contents of all files, in bytes
+    std::size_t memorySize = 64ULL * 1024;      ///< size of the memory, in bytes
 };
 
 /// An instrument without hardware, to develop and test applications against.
@@ -56,6 +56,8 @@ public:
     explicit SimulatedInstrument(const Configuration& configuration = {});
     SimulatedInstrument(const SimulatedInstrument&) = delete;
     SimulatedInstrument& operator=(const SimulatedInstrument&) = delete;
+
+    /// Answers and tells at once what is still waiting; a control that is still locked answers at once from then on.
     ~SimulatedInstrument() override;
 
     /// The control that `key` names; empty while it is released, when it is unfitted, and for a key

@@ -10,19 +10,22 @@ namespace tov::simulator {
 /// Notifications always come on the simulator's own thread.
 struct Timing
 {
+    /// On which thread an operation answers, and whether at once.
     enum class Answers {
         AtOnce, ///< on the caller's thread, before the operation returns
         Later,  ///< on the simulator's own thread
     };
+
+    /// Whether answers that come `Later` keep the order of their questions.
     enum class Order {
         AsAsked,  ///< each answer after the same delay
         Shuffled, ///< each after a delay of its own, from none to twice `delay`, that `seed` determines
     };
 
-    Answers answers = Answers::AtOnce;
-    std::chrono::microseconds delay{0};
-    Order order = Order::AsAsked;
-    std::uint32_t seed = 1;
+    Answers answers = Answers::AtOnce;  ///< at once or later
+    std::chrono::microseconds delay{0}; ///< from the question to the answer, if that comes `Later`
+    Order order = Order::AsAsked;       ///< of the answers, if they come `Later`
+    std::uint32_t seed = 1;             ///< of the `Shuffled` delays, and of the noise of the temperatures
 };
 
 } // namespace tov::simulator

@@ -18,8 +18,8 @@ public:
     /// `control` is null exactly when `keepAlive` is empty, in a moved-from value too.
     struct Locked
     {
-        std::shared_ptr<T> keepAlive;
-        T* control = nullptr;
+        std::shared_ptr<T> keepAlive; ///< what keeps the control alive
+        T* control = nullptr;         ///< the control to call; lives as long as `keepAlive`
 
         Locked() noexcept = default;
 
@@ -32,23 +32,36 @@ public:
                 keepAlive.reset();
         }
 
+        /// Keeps the same control alive.
         Locked(const Locked&) noexcept = default;
+
+        /// Takes the control over; `other` is empty then.
         Locked(Locked&& other) noexcept
             : keepAlive(std::move(other.keepAlive))
             , control(std::exchange(other.control, nullptr))
         {
         }
+
+        /// Gives up its control and keeps the same one alive.
         Locked& operator=(const Locked&) noexcept = default;
+
+        /// Gives up its control and takes the other one over; `other` is empty then.
         Locked& operator=(Locked&& other) noexcept
         {
             keepAlive = std::move(other.keepAlive);
             control = std::exchange(other.control, nullptr);
             return *this;
         }
+
         ~Locked() = default;
 
+        /// The control; null if there is none.
         T* operator->() const noexcept { return control; }
+
+        /// The control, which must be there.
         T& operator*() const noexcept { return *control; }
+
+        /// Whether there is a control.
         explicit operator bool() const noexcept { return control != nullptr; }
     };
 

@@ -5,7 +5,7 @@
 
 namespace sdk {
 
-/// The temperatures of the instrument and of its modules.
+/// The temperatures of the instrument and of its modules, in the instrument's unit.
 ///
 /// Thread: *any thread*.
 class ITemperatureControl
@@ -17,21 +17,26 @@ public:
     public:
         virtual ~Observer() = default;
 
+        /// The temperatures must be read again. The library does so during this call.
         virtual void onTemperatureChanged() = 0;
     };
 
     virtual ~ITemperatureControl() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
+    /// The overall temperature.
     virtual float temperature() = 0;
 
-    /// The temperature of each module by its name. The reference stays valid while the control lives.
+    /// The temperature of each module by its name in UTF-8. The reference stays valid while the control lives; what the
+    /// calling thread sees through it does not change before that thread asks again.
     virtual const std::unordered_map<std::string, float>& modulesTemperature() = 0;
 
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
     virtual void addObserver(Observer* observer) = 0;
 
-    /// No notification reaches `observer` once this has returned.
+    /// No notification reaches `observer` once this has returned. One that is not registered is ignored.
     virtual void removeObserver(Observer* observer) = 0;
 };
 

@@ -12,6 +12,7 @@ class IVna
 public:
     virtual ~IVna() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
     /// The control that `key` names, or an empty pointer when the instrument does not offer it now.

@@ -7,8 +7,9 @@ namespace sdk {
 /// Names one control of an instrument. Opaque: compared for equality only.
 struct Key
 {
-    std::uint64_t value = 0;
+    std::uint64_t value = 0; ///< the whole of the key
 
+    /// Whether both name the same control.
     friend bool operator==(Key, Key) = default;
 };
 

@@ -13,6 +13,7 @@ template <typename SdkObserver, typename Observer>
 class CalibrationObserverAdapter : public SdkObserver
 {
 public:
+    /// Tells `observer`, which is not owned; nobody when it is null.
     explicit CalibrationObserverAdapter(Observer* observer)
         : m_observer(observer)
     {

@@ -17,6 +17,7 @@ class DEVICESSERVICE_EXPORT SdkCalibrationControlHandle : public QObject, public
     Q_OBJECT
 
 public:
+    /// Reaches the SDK's controller through `control`.
     explicit SdkCalibrationControlHandle(
         ReacquiringControl<sdk::service::calibrations::ICalibrationController> control);
     SdkCalibrationControlHandle(const SdkCalibrationControlHandle&) = delete;

@@ -23,6 +23,8 @@ public:
     explicit SdkCalibrationControlWatcher(SdkCalibrationControlHandle& handle, QObject* parent = nullptr);
     SdkCalibrationControlWatcher(const SdkCalibrationControlWatcher&) = delete;
     SdkCalibrationControlWatcher& operator=(const SdkCalibrationControlWatcher&) = delete;
+
+    /// Detaches from the controller, if the instrument offers it.
     ~SdkCalibrationControlWatcher() override;
 
 signals:

@@ -15,6 +15,8 @@ namespace tov::devices::service {
 
 /// The factory corrections of the instrument.
 ///
+/// Nothing is cached: every query goes to the instrument. What the SDK throws passes through every operation.
+///
 /// Thread: *any thread* for the queries and `setEnabled()`. Observers are added and removed and the lifecycle
 /// operations called in the *owner's thread*.
 class DEVICESSERVICE_EXPORT SdkFactoryCorrectionControl : public IControlLifecycleObserver
@@ -29,13 +31,17 @@ public:
 
         /// Everything must be read again.
         virtual void onCorrectionsChanged() = 0;
+
         /// What is valid, enabled or modifiable must be read again.
         virtual void onCorrectionStatesChanged() = 0;
-        /// Not told of corrections that the application does not know.
+
+        /// `correction` was switched on or off. Not told of corrections that the application does not know.
         virtual void onEnabledChanged(FactoryCorrection correction, bool enabled) = 0;
     };
 
+    /// Reaches the SDK's control through `control`; registers nothing.
     explicit SdkFactoryCorrectionControl(ReacquiringControl<sdk::IFactoryCorrectionControl> control);
+
     SdkFactoryCorrectionControl(const SdkFactoryCorrectionControl&) = delete;
     SdkFactoryCorrectionControl& operator=(const SdkFactoryCorrectionControl&) = delete;
 
@@ -49,13 +55,13 @@ public:
     /// Whether the data of `correction` are valid; false when the control is absent.
     bool isValid(FactoryCorrection correction) const;
 
-    /// False when the control is absent.
+    /// Whether `correction` is switched on; false when the control is absent.
     bool isEnabled(FactoryCorrection correction) const;
 
     /// Whether the user may switch `correction`; false when the control is absent.
     bool isModifiable(FactoryCorrection correction) const;
 
-    /// Switches `correction`. Does nothing unless it is valid and modifiable, nor when the control is absent.
+    /// Switches `correction` on or off. Does nothing unless it is valid and modifiable, nor when the control is absent.
     void setEnabled(FactoryCorrection correction, bool enable);
 
     /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. While

@@ -19,47 +19,54 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkYqFactoryPowerCalibrationControl : public IControlLifecycleObserver
 {
 public:
-    /// Told of the calibration on the *SDK's notification thread*.
+    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's.
     class Observer
     {
     public:
         virtual ~Observer() = default;
 
+        /// The SDK's first event.
         virtual void onFirstEvent() = 0;
+
+        /// The SDK's second event.
         virtual void onSecondEvent() = 0;
+
+        /// The SDK's third event.
         virtual void onThirdEvent() = 0;
 
-        /// A state that is none of the four is told as `State0`.
+        /// The calibration is in `state` now.
         virtual void onStateChanged(CalibrationState state) = 0;
     };
 
     /// The frequencies on which the calibration is measured, in the SDK's unit, unscaled.
     struct FrequencyPlan
     {
+        /// The points from one frequency to another, as the SDK gives them: nothing is ordered or checked.
         struct Segment
         {
-            double start = 0.0;
-            double stop = 0.0;
-            std::int32_t points = 0;
+            double start = 0.0;      ///< first bound
+            double stop = 0.0;       ///< second bound
+            std::int32_t points = 0; ///< number of points
         };
 
-        std::vector<Segment> segments;
+        std::vector<Segment> segments; ///< in the SDK's order
     };
 
     /// One measured point, whose meaning and units are the SDK's.
     struct PowerCalPoint
     {
-        double value1 = 0.0;
-        float value2 = 0.0F;
-        float value3 = 0.0F;
-        std::uint8_t value4 = 0;
-        std::uint8_t value5 = 0;
-        float value6 = 0.0F;
-        std::uint8_t value7 = 0;
-        float value8 = 0.0F;
-        float value9 = 0.0F;
+        double value1 = 0.0;     ///< the SDK's first value
+        float value2 = 0.0F;     ///< the SDK's second value
+        float value3 = 0.0F;     ///< the SDK's third value
+        std::uint8_t value4 = 0; ///< the SDK's fourth value
+        std::uint8_t value5 = 0; ///< the SDK's fifth value
+        float value6 = 0.0F;     ///< the SDK's sixth value
+        std::uint8_t value7 = 0; ///< the SDK's seventh value
+        float value8 = 0.0F;     ///< the SDK's eighth value
+        float value9 = 0.0F;     ///< the SDK's ninth value
     };
 
+    /// Reaches the SDK's control through `control`; registers nothing.
     explicit SdkYqFactoryPowerCalibrationControl(
         ReacquiringControl<sdk::service::IYqFactoryPowerCalibrationControl> control);
     SdkYqFactoryPowerCalibrationControl(const SdkYqFactoryPowerCalibrationControl&) = delete;

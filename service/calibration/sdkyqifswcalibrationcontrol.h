@@ -19,53 +19,62 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkYqIfswCalibrationControl : public IControlLifecycleObserver
 {
 public:
-    /// Told of the calibration on the *SDK's notification thread*.
+    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's.
     class Observer
     {
     public:
         virtual ~Observer() = default;
 
+        /// The SDK's first event.
         virtual void onFirstEvent() = 0;
+
+        /// The SDK's second event.
         virtual void onSecondEvent() = 0;
+
+        /// The SDK's third event.
         virtual void onThirdEvent() = 0;
 
-        /// A state that is none of the four is told as `State0`.
+        /// The calibration is in `state` now.
         virtual void onStateChanged(CalibrationState state) = 0;
     };
 
     /// The frequencies on which the calibration is measured, in the SDK's unit, unscaled.
     struct FrequencyPlan
     {
+        /// The points from one frequency to another, as the SDK gives them: nothing is ordered or checked.
         struct Segment
         {
-            double start = 0.0;
-            double stop = 0.0;
-            std::int32_t points = 0;
+            double start = 0.0;      ///< first bound
+            double stop = 0.0;       ///< second bound
+            std::int32_t points = 0; ///< number of points
         };
 
-        std::vector<Segment> segments;
+        std::vector<Segment> segments; ///< in the SDK's order
     };
 
     /// A record of the calibration data, whose meaning and units are the SDK's.
     struct IfswCalibrationRecord
     {
-        double value1 = 0.0;
-        double value2 = 0.0;
-        double value3 = 0.0;
+        double value1 = 0.0; ///< the SDK's first value
+        double value2 = 0.0; ///< the SDK's second value
+        double value3 = 0.0; ///< the SDK's third value
     };
 
+    /// Two lists of records.
     struct IfswCalibrationGroup
     {
-        std::vector<IfswCalibrationRecord> first;
-        std::vector<IfswCalibrationRecord> second;
+        std::vector<IfswCalibrationRecord> first;  ///< the SDK's first list
+        std::vector<IfswCalibrationRecord> second; ///< the SDK's second list
     };
 
+    /// The calibration data, whose meaning and units are the SDK's. Lists may be of any length: nothing is checked.
     struct IfswCalibrationData
     {
-        std::vector<double> values;
-        std::array<IfswCalibrationGroup, 3> groups;
+        std::vector<double> values;                 ///< the SDK's single values
+        std::array<IfswCalibrationGroup, 3> groups; ///< the SDK's three groups, in its order
     };
 
+    /// Reaches the SDK's control through `control`; registers nothing.
     explicit SdkYqIfswCalibrationControl(ReacquiringControl<sdk::service::IYqIfswCalibrationControl> control);
     SdkYqIfswCalibrationControl(const SdkYqIfswCalibrationControl&) = delete;
     SdkYqIfswCalibrationControl& operator=(const SdkYqIfswCalibrationControl&) = delete;

@@ -13,25 +13,26 @@ namespace tov::devices::service {
 ///
 /// Every operation blocks until the instrument has answered, without a time limit. A failure is the text
 /// that the instrument gives for it; an absent or unavailable store is "File memory control is unavailable".
-/// Arguments go to the instrument unchecked.
+/// Arguments go to the instrument unchecked; what it throws passes through.
 ///
 /// Thread: *any thread*, but not the *SDK's notification thread*.
 class IFileMemoryControl
 {
 public:
+    /// A file as the instrument lists it; what the two words mean is the instrument's.
     struct FileInfo
     {
-        QString name;
-        std::int32_t word1 = 0; // as the instrument gives it
-        std::int32_t word2 = 0; // as the instrument gives it
+        QString name;           ///< the file's name
+        std::int32_t word1 = 0; ///< the instrument's first word
+        std::int32_t word2 = 0; ///< the instrument's second word
     };
 
-    /// Three figures as the instrument gives them.
+    /// Three figures as the instrument gives them; their meaning and unit are the instrument's.
     struct SpaceInfo
     {
-        std::uint64_t value1 = 0;
-        std::uint64_t value2 = 0;
-        std::uint64_t value3 = 0;
+        std::uint64_t value1 = 0; ///< first figure
+        std::uint64_t value2 = 0; ///< second figure
+        std::uint64_t value3 = 0; ///< third figure
     };
 
     virtual ~IFileMemoryControl() = default;

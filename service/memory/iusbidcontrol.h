@@ -6,21 +6,22 @@
 
 namespace tov::devices::service {
 
-/// The USB identifier in the instrument's memory.
+/// The USB identifier in the instrument's memory. What the instrument throws passes through every operation.
 ///
 /// Thread: *any thread*, but writing not on the *SDK's notification thread*.
 class IUsbIdControl
 {
 public:
+    /// The three words of an identifier and what the instrument gives with them.
     struct UsbId
     {
-        std::uint16_t id1 = 0;
-        std::uint16_t id2 = 0;
-        std::uint16_t id3 = 0;
-        std::string modelName; // UTF-8, as the application shows the model
-        std::int32_t tag = 1;
-        std::uint64_t data1 = 0; // as the instrument gives it
-        std::uint64_t data2 = 0; // as the instrument gives it
+        std::uint16_t id1 = 0;   ///< first word
+        std::uint16_t id2 = 0;   ///< second word
+        std::uint16_t id3 = 0;   ///< third word
+        std::string modelName;   ///< name of the instrument's model, UTF-8, as the application shows it
+        std::int32_t tag = 1;    ///< as the instrument gives it
+        std::uint64_t data1 = 0; ///< as the instrument gives it, bit for bit
+        std::uint64_t data2 = 0; ///< as the instrument gives it, bit for bit
     };
 
     virtual ~IUsbIdControl() = default;

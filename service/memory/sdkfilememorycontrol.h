@@ -8,10 +8,11 @@
 namespace tov::devices::service {
 
 /// The file store, reached through the SDK. Names cross as UTF-8, contents byte by byte. Copies reach the
-/// same SDK control.
+/// same SDK control; a moved-from object finds no new control once the present one is gone.
 class DEVICESSERVICE_EXPORT SdkFileMemoryControl : public IFileMemoryControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkFileMemoryControl(ReacquiringControl<sdk::service::IFileMemoryControl> control);
 
     std::expected<QList<FileInfo>, QString> fileList() override;

@@ -18,9 +18,14 @@ class DEVICESSERVICE_EXPORT SdkMemoryOperationsControl : public IMemoryOperation
                                                          public IControlLifecycleObserver
 {
 public:
+    /// Observes the SDK's control that `control` lends; if there is none, `onControlsAvailable()` does. What the SDK
+    /// throws passes through.
     explicit SdkMemoryOperationsControl(ReacquiringControl<sdk::service::IMemoryOperationsControl> control);
+
     SdkMemoryOperationsControl(const SdkMemoryOperationsControl&) = delete;
     SdkMemoryOperationsControl& operator=(const SdkMemoryOperationsControl&) = delete;
+
+    /// Detaches itself from the SDK; should that throw, the program ends. The application's observers are not told.
     ~SdkMemoryOperationsControl() override;
 
     std::expected<std::vector<std::byte>, Error> read() override;

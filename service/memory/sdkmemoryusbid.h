@@ -7,10 +7,12 @@
 
 namespace tov::devices::service {
 
-/// The USB identifier, reached through the SDK. Copies reach the same SDK control.
+/// The USB identifier, reached through the SDK. Copies reach the same SDK control; a moved-from object finds no
+/// new control once the present one is gone.
 class DEVICESSERVICE_EXPORT SdkMemoryUsbId : public IUsbIdControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkMemoryUsbId(ReacquiringControl<sdk::service::IMemoryUsbIdControl> control);
 
     UsbId usbId() override;

@@ -11,9 +11,15 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkPotentiometersControl : public IPotentiometersControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkPotentiometersControl(ReacquiringControl<sdk::service::IPotentiometersControl> control);
+
+    /// Reaches the same SDK control as `other`.
     SdkPotentiometersControl(const SdkPotentiometersControl& other);
+
+    /// The same; `other` finds no new control once the present one is gone.
     SdkPotentiometersControl(SdkPotentiometersControl&& other);
+
     SdkPotentiometersControl& operator=(const SdkPotentiometersControl&) = delete;
     SdkPotentiometersControl& operator=(SdkPotentiometersControl&&) = delete;
     ~SdkPotentiometersControl() override;

@@ -17,9 +17,14 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkSerialNumberControl : public ISerialNumberControl, public IControlLifecycleObserver
 {
 public:
+    /// Observes the SDK's control that `control` lends; if there is none, `onControlsAvailable()` does. What the SDK
+    /// throws passes through.
     explicit SdkSerialNumberControl(ReacquiringControl<sdk::service::IMemorySerialNumberControl> control);
+
     SdkSerialNumberControl(const SdkSerialNumberControl&) = delete;
     SdkSerialNumberControl& operator=(const SdkSerialNumberControl&) = delete;
+
+    /// Detaches itself from the SDK; should that throw, the program ends. The application's observers are not told.
     ~SdkSerialNumberControl() override;
 
     std::expected<unsigned int, Error> serialNumber() const override;

@@ -17,9 +17,14 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkSystemTermsControl : public ISystemTermsControl, public IControlLifecycleObserver
 {
 public:
+    /// Observes the SDK's control that `control` lends; if there is none, `onControlsAvailable()` does. What the SDK
+    /// throws passes through.
     explicit SdkSystemTermsControl(ReacquiringControl<sdk::service::ISystemTermsControl> control);
+
     SdkSystemTermsControl(const SdkSystemTermsControl&) = delete;
     SdkSystemTermsControl& operator=(const SdkSystemTermsControl&) = delete;
+
+    /// Detaches itself from the SDK; should that throw, the program ends. The application's observers are not told.
     ~SdkSystemTermsControl() override;
 
     std::vector<TermsRecord> termsRecords() override;

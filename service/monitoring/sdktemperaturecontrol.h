@@ -16,8 +16,8 @@ namespace tov::devices::service {
 
 /// The last known temperatures of the instrument and of its modules, in the SDK's unit, unscaled.
 ///
-/// They are read when the instrument notifies and kept when its controls go. Only before the control was ever there
-/// are they 0.0 and an empty list.
+/// They are read on construction, when the instrument's controls come and when it notifies, and the last are kept when
+/// the controls go. Only before the control was ever there are they 0.0 and an empty list.
 ///
 /// Thread: *any thread* for the readings, which never wait for the instrument.
 class DEVICESSERVICE_EXPORT SdkTemperatureControl : public QObject, public IControlLifecycleObserver
@@ -25,15 +25,21 @@ class DEVICESSERVICE_EXPORT SdkTemperatureControl : public QObject, public ICont
     Q_OBJECT
 
 public:
+    /// The temperature of one module.
     struct ModuleTemperature
     {
-        QString name;
-        double temperature = 0.0;
+        QString name;             ///< as the SDK names the module
+        double temperature = 0.0; ///< in the SDK's unit, unscaled
     };
 
+    /// Observes the SDK's control and reads the temperatures, if the control is there. Has no parent and emits nothing;
+    /// what the SDK throws passes through.
     explicit SdkTemperatureControl(ReacquiringControl<sdk::ITemperatureControl> control);
+
     SdkTemperatureControl(const SdkTemperatureControl&) = delete;
     SdkTemperatureControl& operator=(const SdkTemperatureControl&) = delete;
+
+    /// Detaches from the control, if the instrument offers it.
     ~SdkTemperatureControl() override;
 
     /// The overall temperature.

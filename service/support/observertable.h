@@ -23,6 +23,7 @@ template <typename SdkControl, typename Observer, typename Adapter>
 class ObserverTable
 {
 public:
+    /// How the SDK's control is reached; every operation is given the way to the same one.
     using Control = ReacquiringControl<SdkControl>;
 
     /// Registers `observer`, now or when the controls are available; one that is registered already and a null

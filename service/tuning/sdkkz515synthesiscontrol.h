@@ -18,14 +18,26 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkKz515SynthesisControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkKz515SynthesisControl(ReacquiringControl<sdk::service::IKZ515SynthesisControl> control);
+
+    /// Reaches the same SDK control as `other`.
     SdkKz515SynthesisControl(const SdkKz515SynthesisControl& other);
+
+    /// The same; `other` stays usable.
     SdkKz515SynthesisControl(SdkKz515SynthesisControl&& other);
+
     SdkKz515SynthesisControl& operator=(const SdkKz515SynthesisControl&) = delete;
     SdkKz515SynthesisControl& operator=(SdkKz515SynthesisControl&&) = delete;
     ~SdkKz515SynthesisControl();
+
+    /// The reference frequencies that the module can use, in the SDK's order.
     std::vector<double> availableReferenceFrequencies() const;
+
+    /// The reference frequency that is in force.
     double currentReferenceFrequency() const;
+
+    /// Sets the reference frequency, which goes to the instrument unchecked.
     void setReferenceFrequency(double frequency);
 
 private:

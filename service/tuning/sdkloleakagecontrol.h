@@ -15,9 +15,15 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkLoLeakageControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkLoLeakageControl(ReacquiringControl<sdk::service::ILoLeakageControl> control);
+
+    /// Reaches the same SDK control as `other`.
     SdkLoLeakageControl(const SdkLoLeakageControl& other);
+
+    /// The same; `other` stays usable.
     SdkLoLeakageControl(SdkLoLeakageControl&& other);
+
     SdkLoLeakageControl& operator=(const SdkLoLeakageControl&) = delete;
     SdkLoLeakageControl& operator=(SdkLoLeakageControl&&) = delete;
     ~SdkLoLeakageControl();

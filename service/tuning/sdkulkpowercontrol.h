@@ -13,7 +13,8 @@ namespace tov::devices::service {
 /// Power settings of the Ulk module: powers, attenuation and amplifiers. Powers are the module's own codes.
 ///
 /// Every setter emits its signal after the instrument has taken the value, whether or not it is another one; nothing
-/// tells of changes that others make. A number that is none of an enumeration's counts as 0, read and sent.
+/// tells of changes that others make. Codes, steps and tables go to the instrument unchecked. Enumerators stand for the
+/// module's numbers, whose meaning this library does not know; any other number counts as 0, read and sent.
 ///
 /// Nothing is cached: every call goes to the instrument. What the SDK throws passes through every operation, and
 /// nothing is emitted then. While the control is absent, setters do nothing and emit nothing, and getters give 0,
@@ -25,68 +26,169 @@ class DEVICESSERVICE_EXPORT SdkUlkPowerControl : public QObject
     Q_OBJECT
 
 public:
-    enum class AmpGain : int { Gain0, Gain1 };
-    enum class SyntPowerMode : int { Mode0, Mode1 };
-    enum class AttenuationMode : int { Mode0, Mode1 };
-    enum class CommonAttenuationMode : int { Mode0, Mode1 };
-    enum class DiscreteAttenuatorMode : int { Mode0, Mode1 };
-    enum class StepAttenuatorMode : int { Mode0, Mode1, Mode2, Mode3 };
+    /// Gains of an amplifier; any other counts as `Gain0`.
+    enum class AmpGain : int {
+        Gain0, ///< the SDK's 0
+        Gain1  ///< the SDK's 1
+    };
 
+    /// Modes of the synthesiser's power; any other counts as `Mode0`.
+    enum class SyntPowerMode : int {
+        Mode0, ///< the SDK's 0
+        Mode1  ///< the SDK's 1
+    };
+
+    /// Modes of the attenuation; any other counts as `Mode0`.
+    enum class AttenuationMode : int {
+        Mode0, ///< the SDK's 0
+        Mode1  ///< the SDK's 1
+    };
+
+    /// Modes of the common attenuation; any other counts as `Mode0`.
+    enum class CommonAttenuationMode : int {
+        Mode0, ///< the SDK's 0
+        Mode1  ///< the SDK's 1
+    };
+
+    /// Modes of the discrete attenuator; any other counts as `Mode0`.
+    enum class DiscreteAttenuatorMode : int {
+        Mode0, ///< the SDK's 0
+        Mode1  ///< the SDK's 1
+    };
+
+    /// Modes of the step attenuator; any other counts as `Mode0`.
+    enum class StepAttenuatorMode : int {
+        Mode0, ///< the SDK's 0
+        Mode1, ///< the SDK's 1
+        Mode2, ///< the SDK's 2
+        Mode3  ///< the SDK's 3
+    };
+
+    /// Reaches the SDK's control through `control`; has no parent.
     explicit SdkUlkPowerControl(ReacquiringControl<sdk::service::IUlkPowerControl> control);
+
     ~SdkUlkPowerControl() override;
 
+    /// Power of the LO.
     unsigned char loPower() const;
+    /// Sets the power of the LO; emits loPowerChanged().
     void setLoPower(unsigned char code);
+
+    /// RF power.
     unsigned char rfPower() const;
+    /// Sets the RF power; emits rfPowerChanged().
     void setRfPower(unsigned char code);
-    /// The smallest power code.
+
+    /// The smallest power code that the module has.
     unsigned char minPowerCode() const;
-    /// The largest power code.
+    /// The largest power code that the module has.
     unsigned char maxPowerCode() const;
+
+    /// Mode of the synthesiser's power.
     SyntPowerMode syntPowerMode() const;
+    /// Sets the mode of the synthesiser's power; emits syntPowerModeChanged().
     void setSyntPowerMode(SyntPowerMode mode);
+
+    /// Mode of the attenuation.
     AttenuationMode attenuationMode() const;
+    /// Sets the mode of the attenuation; emits attenuationModeChanged().
     void setAttenuationMode(AttenuationMode mode);
+
+    /// Attenuation as the module's step number.
     int attenuationStep() const;
+    /// Sets the attenuation as the module's step number; emits attenuationStepChanged().
     void setAttenuationStep(int step);
+
+    /// Default of the attenuation as the module's step number.
     int defaultAttenuationStep() const;
+
+    /// Mode of the step attenuator.
     StepAttenuatorMode stepAttenuatorMode() const;
+    /// Sets the mode of the step attenuator; emits stepAttenuatorModeChanged().
     void setStepAttenuatorMode(StepAttenuatorMode mode);
+
+    /// Whether the discrete attenuator is on.
     bool discreteAttenuatorEnabled() const;
+    /// Switches the discrete attenuator on or off; emits discreteAttenuatorEnabledChanged().
     void enableDiscreteAttenuator(bool enabled);
+
+    /// Mode of the discrete attenuator.
     DiscreteAttenuatorMode discreteAttenuatorMode() const;
+    /// Sets the mode of the discrete attenuator; emits discreteAttenuatorModeChanged().
     void setDiscreteAttenuatorMode(DiscreteAttenuatorMode mode);
+
+    /// Mode of the common attenuation.
     CommonAttenuationMode commonAttenuationMode() const;
+    /// Sets the mode of the common attenuation; emits commonAttenuationModeChanged().
     void setCommonAttenuationMode(CommonAttenuationMode mode);
+
+    /// Common attenuation as the module's step number.
     int commonAttenuationStep() const;
+    /// Sets the common attenuation as the module's step number; emits commonAttenuationStepChanged().
     void setCommonAttenuationStep(int step);
+
+    /// Gain of the T port 1 amplifier.
     AmpGain ampTPort1() const;
+    /// Sets the gain of the T port 1 amplifier; emits ampTPort1Changed().
     void setAmpTPort1(AmpGain gain);
+
+    /// Gain of the T port 2 amplifier.
     AmpGain ampTPort2() const;
+    /// Sets the gain of the T port 2 amplifier; emits ampTPort2Changed().
     void setAmpTPort2(AmpGain gain);
+
+    /// Gain of the R port 1 amplifier.
     AmpGain ampRPort1() const;
+    /// Sets the gain of the R port 1 amplifier; emits ampRPort1Changed().
     void setAmpRPort1(AmpGain gain);
 
-    /// Each loads a table of power codes into the module; no signal tells of it.
+    /// Loads the table of LO power codes into the module; no signal tells of it.
     void setLoPowerCodes(const std::vector<unsigned char>& codes);
+
+    /// Loads the table of RF power codes into the module; no signal tells of it.
     void setRfPowerCodes(const std::vector<unsigned char>& codes);
 
-    /// Takes the settings back to what the module starts with, and emits all signals.
+    /// Takes the settings back to what the module starts with, and emits all signals in the order of their declaration.
     void reset();
 
 signals:
+    /// The power of the LO was set or reset through this object.
     void loPowerChanged();
+
+    /// The RF power was set or reset through this object.
     void rfPowerChanged();
+
+    /// The mode of the synthesiser's power was set or reset through this object.
     void syntPowerModeChanged();
+
+    /// The attenuation step was set or reset through this object.
     void attenuationStepChanged();
+
+    /// The mode of the step attenuator was set or reset through this object.
     void stepAttenuatorModeChanged();
+
+    /// The discrete attenuator was switched on or off, or reset, through this object.
     void discreteAttenuatorEnabledChanged();
+
+    /// The mode of the discrete attenuator was set or reset through this object.
     void discreteAttenuatorModeChanged();
+
+    /// The mode of the attenuation was set or reset through this object.
     void attenuationModeChanged();
+
+    /// The mode of the common attenuation was set or reset through this object.
     void commonAttenuationModeChanged();
+
+    /// The step of the common attenuation was set or reset through this object.
     void commonAttenuationStepChanged();
+
+    /// The gain of the T port 1 amplifier was set or reset through this object.
     void ampTPort1Changed();
+
+    /// The gain of the T port 2 amplifier was set or reset through this object.
     void ampTPort2Changed();
+
+    /// The gain of the R port 1 amplifier was set or reset through this object.
     void ampRPort1Changed();
 
 private:

@@ -18,19 +18,29 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkUlkSynthesisControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkUlkSynthesisControl(ReacquiringControl<sdk::service::IUlkSynthesisControl> control);
+
+    /// Reaches the same SDK control as `other`.
     SdkUlkSynthesisControl(const SdkUlkSynthesisControl& other);
+
+    /// The same; `other` stays usable.
     SdkUlkSynthesisControl(SdkUlkSynthesisControl&& other);
+
     SdkUlkSynthesisControl& operator=(const SdkUlkSynthesisControl&) = delete;
     SdkUlkSynthesisControl& operator=(SdkUlkSynthesisControl&&) = delete;
     ~SdkUlkSynthesisControl();
 
     /// Whether the LO leakage mode is on.
     bool loLeakageMode() const;
+
+    /// Switches the LO leakage mode on or off.
     void setLoLeakageMode(bool on);
 
     /// Whether the manually chosen IF is in force.
     bool manualIfEnabled() const;
+
+    /// Switches the manually chosen IF on or off.
     void enableManualIf(bool enabled);
 
     /// Index of the selected IF in `supportedIfs()`.
@@ -39,15 +49,20 @@ public:
     /// Selects an IF by its index, which goes to the instrument unchecked.
     void setSelectedIf(int index);
 
-    /// A copy of the IFs that the module supports, in the SDK's unit, unscaled.
+    /// A copy of the IFs that the module supports, in the SDK's unit, unscaled. Throws `std::bad_alloc` or
+    /// `std::length_error` when the copy cannot be made.
     std::vector<double> supportedIfs() const;
 
     /// Frequency of the first filter, in the SDK's unit, unscaled.
     double filter1Frequency() const;
+
+    /// Sets the frequency of the first filter, in the SDK's unit, unscaled and unchecked.
     void setFilter1Frequency(double frequency);
 
     /// Whether the manually chosen reference is in force.
     bool manualRefEnabled() const;
+
+    /// Switches the manually chosen reference on or off.
     void enableManualRef(bool enabled);
 
     /// Index of the selected reference in `supportedRefs()`.
@@ -56,7 +71,8 @@ public:
     /// Selects a reference by its index, which goes to the instrument unchecked.
     void setSelectedRef(int index);
 
-    /// A copy of the references that the module supports, in the SDK's unit, unscaled.
+    /// A copy of the references that the module supports, in the SDK's unit, unscaled. Throws `std::bad_alloc` or
+    /// `std::length_error` when the copy cannot be made.
     std::vector<double> supportedRefs() const;
 
     /// Takes the settings back to what the module starts with.

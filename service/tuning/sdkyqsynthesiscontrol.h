@@ -18,9 +18,15 @@ namespace tov::devices::service {
 class DEVICESSERVICE_EXPORT SdkYqSynthesisControl
 {
 public:
+    /// Reaches the SDK's control through `control`.
     explicit SdkYqSynthesisControl(ReacquiringControl<sdk::service::IYqSynthesisControl> control);
+
+    /// Reaches the same SDK control as `other`.
     SdkYqSynthesisControl(const SdkYqSynthesisControl& other);
+
+    /// The same; `other` stays usable.
     SdkYqSynthesisControl(SdkYqSynthesisControl&& other);
+
     SdkYqSynthesisControl& operator=(const SdkYqSynthesisControl&) = delete;
     SdkYqSynthesisControl& operator=(SdkYqSynthesisControl&&) = delete;
     ~SdkYqSynthesisControl();
@@ -38,7 +44,7 @@ public:
     /// control is absent.
     void setSelectedIf(int index);
 
-    /// A copy of the IFs that the module supports, in the instrument's unit, unscaled; empty when the
+    /// A copy of the IFs that the module supports, in the SDK's unit, unscaled; empty when the
     /// control is absent. Throws `std::bad_alloc` or `std::length_error` when the copy cannot be made.
     std::vector<double> supportedIfs() const;
 

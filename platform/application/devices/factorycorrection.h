@@ -8,18 +8,18 @@
 
 namespace tov::devices {
 
-/// The factory corrections that the application knows. Instruments have some that it does not know.
+/// The factory corrections that the application knows, by the SDK's flags. Instruments have some that it does not know.
 enum class FactoryCorrection : std::uint8_t {
-    Correction1,
-    Correction2,
-    Correction3,
-    Correction4,
-    Correction5,
-    Correction6,
-    Correction7,
-    Correction8,
-    Correction9,
-    Correction10,
+    Correction1,  ///< the SDK's 0x0001
+    Correction2,  ///< the SDK's 0x0002
+    Correction3,  ///< the SDK's 0x0004
+    Correction4,  ///< the SDK's 0x0008
+    Correction5,  ///< the SDK's 0x0020
+    Correction6,  ///< the SDK's 0x0040
+    Correction7,  ///< the SDK's 0x0100
+    Correction8,  ///< the SDK's 0x0200
+    Correction9,  ///< the SDK's 0x1000
+    Correction10, ///< the SDK's 0x8000
 };
 
 /// The flag of `correction`; no flag at all for a value that is none of the above.

@@ -6,8 +6,8 @@ namespace tov::utils {
 template <typename Number>
 struct Range
 {
-    Number first{};
-    Number second{};
+    Number first{};  ///< first bound
+    Number second{}; ///< second bound
 };
 
 } // namespace tov::utils

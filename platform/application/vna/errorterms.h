@@ -10,30 +10,31 @@ namespace tov::vna {
 /// Every list of values has one value per frequency.
 struct ErrorTerms
 {
+    /// One value per frequency.
     using Values = std::vector<std::complex<double>>;
 
     /// Terms of one port as source and receiver of a reflection measurement.
     struct Port
     {
-        int port = 0;
-        Values directivity;
-        Values sourceMatch;
-        Values reflectionTracking;
+        int port = 0;              ///< number of the port
+        Values directivity;        ///< what is received without a reflection
+        Values sourceMatch;        ///< reflection by the port as the source
+        Values reflectionTracking; ///< frequency response of the reflection
     };
 
     /// Terms of a transmission measurement from one port to another.
     struct PortPair
     {
-        int sourcePort = 0;
-        int receiverPort = 0;
-        Values loadMatch;
-        Values transmissionTracking;
-        Values isolation;
+        int sourcePort = 0;          ///< number of the port that transmits
+        int receiverPort = 0;        ///< number of the port that receives
+        Values loadMatch;            ///< reflection by the receiving port
+        Values transmissionTracking; ///< frequency response of the transmission
+        Values isolation;            ///< crosstalk from port to port
     };
 
-    std::vector<double> frequencies; // Hz
-    std::vector<Port> ports;
-    std::vector<PortPair> portPairs;
+    std::vector<double> frequencies; ///< the grid, in Hz
+    std::vector<Port> ports;         ///< terms of each port
+    std::vector<PortPair> portPairs; ///< terms of each pair of ports
 };
 
 } // namespace tov::vna

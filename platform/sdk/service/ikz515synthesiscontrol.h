@@ -4,7 +4,7 @@
 
 namespace sdk::service {
 
-/// Reference frequency of the Kz515 module.
+/// Reference frequency of the Kz515 module, in the instrument's unit.
 ///
 /// Thread: *any thread*.
 class IKZ515SynthesisControl
@@ -12,15 +12,16 @@ class IKZ515SynthesisControl
 public:
     virtual ~IKZ515SynthesisControl() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
-    /// In the instrument's unit.
+    /// The reference frequencies that the module can use.
     virtual std::vector<double> availableReferenceFrequencies() = 0;
 
-    /// In the instrument's unit.
+    /// The reference frequency that is in force.
     virtual double currentReferenceFrequency() = 0;
 
-    /// In the instrument's unit.
+    /// Sets the reference frequency, which may be one that is not available.
     virtual void setReferenceFrequency(double frequency) = 0;
 };
 

@@ -10,6 +10,7 @@ class ILoLeakageControl
 public:
     virtual ~ILoLeakageControl() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
     /// Whether the function is on.

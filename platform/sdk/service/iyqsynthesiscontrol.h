@@ -12,6 +12,7 @@ class IYqSynthesisControl
 public:
     virtual ~IYqSynthesisControl() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
     /// Switches the manually chosen IF on or off.
@@ -20,7 +21,7 @@ public:
     /// Whether the manually chosen IF is in force.
     virtual bool manualIfEnabled() = 0;
 
-    /// Selects an IF by its index in `supportedIfs()`.
+    /// Selects an IF by its index in `supportedIfs()`; the index may be any number.
     virtual void setSelectedIf(int index) = 0;
 
     /// Index of the selected IF.

@@ -13,8 +13,8 @@ public:
     /// How far a save has come.
     struct SaveProgress
     {
-        std::uint64_t done = 0;
-        std::uint64_t total = 0;
+        std::uint64_t done = 0;  ///< how much is done, in the unit of `total`
+        std::uint64_t total = 0; ///< how much there is to do; 0 as long as nobody knows
     };
 
     /// Told of the unit on the SDK's notification thread.
@@ -23,18 +23,26 @@ public:
     public:
         virtual ~Observer() = default;
 
+        /// The status of the unit must be read again.
         virtual void onUnitStatusChanged() = 0;
+
+        /// A save has come so far. The library does not use `save`.
         virtual void onSaveProgress(int save, const SaveProgress& progress) = 0;
+
+        /// The configuration must be read again.
         virtual void onConfigurationChanged() = 0;
     };
 
     virtual ~ICalibrationController() = default;
 
+    /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
     virtual void addObserver(Observer* observer) = 0;
 
-    /// No notification reaches `observer` once this has returned.
+    /// No notification reaches `observer` once this has returned. One that is not registered is ignored: the library
+    /// removes its observer before it adds it, lest it be told twice.
     virtual void removeObserver(Observer* observer) = 0;
 };
 
