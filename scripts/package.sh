@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs build/package into an empty prefix, builds and runs examples/minimal-host against it three ways, moves the
-# prefix and does it again; then installs the Debian packages into a clean root, runs the console there and removes them.
+# prefix and does it again; then installs the Debian packages into a clean root, runs the console there, does what the
+# guide's first page shows, and removes them.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 if [ "$(id -u)" -ne 0 ]; then
@@ -16,18 +17,20 @@ expect() { # TEXT COMMAND...
     shown=$("$@") || { echo "error: failed: $*" >&2; exit 1; }
     grep --quiet --fixed-strings "$text" <<<"$shown" || { echo "error: no '$text' in: $shown" >&2; exit 1; }
 }
-build_example() { # NAME OPTION...
-    local folder=$scratch/$1
-    shift
-    quietly cmake -G Ninja -S examples/minimal-host -B "$folder" -DCMAKE_BUILD_TYPE=Debug "$@"
-    quietly cmake --build "$folder" --target minimal-host
+build_example() { # EXAMPLE NAME OPTION...
+    local example=$1 folder=$scratch/$2
+    shift 2
+    quietly cmake -G Ninja -S "examples/$example" -B "$folder" -DCMAKE_BUILD_TYPE=Debug "$@"
+    quietly cmake --build "$folder" --target "$example"
 }
 
 try_prefix() { # NAME FOLDER
     local name=$1 prefix=$2 libraries flags
     libraries=$(dirname "$(find "$prefix" -name libDevicesService.so)")
-    build_example "$name-find-package" -DCMAKE_PREFIX_PATH="$prefix"
+    build_example minimal-host "$name-find-package" -DCMAKE_PREFIX_PATH="$prefix"
     expect "temperature: " timeout 60 "$scratch/$name-find-package/minimal-host"
+    build_example own-registry "$name-own-registry" -DCMAKE_PREFIX_PATH="$prefix"
+    expect "is still 4711" timeout 60 "$scratch/$name-own-registry/own-registry"
     flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs DevicesService-host DevicesService-simulator)
     # shellcheck disable=SC2086
     quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" -o "$scratch/by-pkg-config"
@@ -45,7 +48,7 @@ fi
 try_prefix installed "$scratch/prefix"
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
-build_example add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
+build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
 expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
 echo "add_subdirectory: the example builds and runs"
 
@@ -70,11 +73,16 @@ tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesse
 quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
 expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/package/CMakeCache.txt)" in_root service-console --version
-quietly in_root sh -c "apt-get install --simulate /packages/libdevicesservice*.deb"
-library=$(basename build/package/packages/libdevicesservice[0-9]*.deb | cut --delimiter=_ --fields=1)
-installed=$(in_root dpkg --listfiles "$library" devicesservice-tools | grep -E '(/bin/|/man1/|/completions/|\.so).')
-quietly in_root dpkg --purge devicesservice-tools "$library"
-for file in $installed; do
+
+# The guide's first page, on this machine that has only the packages.
+papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
+
+packages=$(cd build/package/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
+# shellcheck disable=SC2086
+installed=$(in_root dpkg --listfiles $packages | while read -r file; do [ -d "$root$file" ] || echo "$file"; done)
+# shellcheck disable=SC2086
+quietly in_root dpkg --purge $packages
+for file in $installed /usr/share/doc/DevicesService; do
     [ ! -e "$root$file" ] || { echo "error: removing the packages leaves $file behind" >&2; exit 1; }
 done
-echo "Debian packages: the console runs in a clean root, and nothing stays behind"
+echo "Debian packages: they install, run and build in a clean root, and nothing stays behind"

@@ -2,6 +2,7 @@
 #
 #   require_packages GROUP...   makes sure that the packages of these groups of packages.txt are installed
 #   build_preset PRESET         configures (once) and builds build/PRESET, quietly when all goes well
+#   papers [ARGUMENT...]        checks README and guide (tests/docs/check.py)
 
 set -euo pipefail
 
@@ -72,4 +73,9 @@ build_preset() {
     [ -f "build/$1/build.ninja" ] || echo "Building build/$1; the first time takes a minute or two" >&2
     quietly cmake --preset "$1"
     quietly cmake --build --preset "$1"
+}
+
+# By Debian's Python, for which its packages are.
+papers() {
+    /usr/bin/python3 -B tests/docs/check.py "$@"
 }

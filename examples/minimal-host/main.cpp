@@ -35,9 +35,9 @@ int main(int argc, char** argv)
         if (temperature->temperature() > 24.0)
             QCoreApplication::quit();
         else
-            instrument->passTime(std::chrono::seconds(10));
+            instrument->passTime(std::chrono::seconds(2));
     });
 
-    instrument->passTime(std::chrono::seconds(10));
+    instrument->passTime(std::chrono::seconds(2));
     return QCoreApplication::exec();
 }

@@ -42,8 +42,11 @@ def _every_check():
 
 
 def _is_left_to_ci(command, run_by_ci):
+    """Whether another check runs the command; recording the contract again is a part of checking it."""
     if not command.startswith("./check"):
         return False
+    if command == "./check renew-abi":
+        return "./check abi" in run_by_ci
     wanted = _every_check() if command == "./check all" else set(_checks_of(command))
     return wanted <= run_by_ci
 
