@@ -96,8 +96,8 @@ install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
 install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
 
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${PROJECT_NAME}"
-    COMPONENT development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"
+    COMPONENT development FILES_MATCHING PATTERN "*.cpp" PATTERN "CMakeLists.txt" PATTERN "build" EXCLUDE)
 if(DEVICESSERVICE_DOCS)
     install(DIRECTORY "${PROJECT_BINARY_DIR}/docs/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${PROJECT_NAME}"
         COMPONENT documentation)

@@ -14,7 +14,7 @@ struct ControlKeys
 };
 
 /// The keys of every kind of control, fixed for ever and not derived from anything. With each goes the type of the
-/// control that the registry creates: its `std::any` holds a `std::shared_ptr` of exactly this type.
+/// control: the `std::any` that the registry gives holds a `std::shared_ptr` of exactly this type.
 namespace controlkeys {
 
 /// File memory: `service::IFileMemoryControl`.
@@ -68,7 +68,7 @@ inline constexpr ControlKeys factoryPowerCalibration{0xA95918A8462C534C, {0x4797
 /// Factory corrections: `service::SdkFactoryCorrectionControl`.
 inline constexpr ControlKeys factoryCorrections{0x1A94C41B6C234D42, {0xC425CF06760CA2B4}};
 
-/// Temperatures of the modules: `service::SdkTemperatureControl`.
+/// Temperatures of the instrument and of its modules: `service::SdkTemperatureControl`.
 inline constexpr ControlKeys temperature{0xEBA4BA7306E6B9A2, {0xDDCECFEBDB4F5570}};
 
 /// First calibration controller: `service::SdkCalibrationControlHandle`.

@@ -16,7 +16,8 @@ public:
     /// The instrument is about to release its controls; they still live during this call.
     virtual void onControlsAboutToBeReleased() = 0;
 
-    /// The instrument offers its controls again; they can be obtained from now on.
+    /// The instrument offers its controls again; they can be obtained from now on. To be called once for each release:
+    /// some adapters register with the SDK again at each call.
     virtual void onControlsAvailable() = 0;
 };
 

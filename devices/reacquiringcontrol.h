@@ -25,8 +25,8 @@ public:
     /// A control that is lent, or none.
     using Locked = typename Handle::Locked;
 
-    /// Asks the instrument for the control; an empty handle says that it does not offer it. Any number of threads may
-    /// call it at the same time.
+    /// Asks the instrument for the control; an empty or expired handle says that it does not offer it. It must bear
+    /// being called by several threads at the same time.
     using Reacquire = std::function<Handle()>;
 
     /// Stores `reacquire` and calls it once for the first handle. An empty function is allowed: the

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs build/package into an empty prefix, builds and runs examples/minimal-host against it three ways, moves the
-# prefix and does it again; then installs the Debian packages into a clean root, runs the console there, does what the
-# guide's first page shows, and removes them.
+# Installs build/package into an empty prefix and builds and runs the examples by find_package and by pkg-config, moves
+# the prefix and does it again, and builds one by add_subdirectory; then installs the Debian packages into a clean root,
+# runs the console there, does what the guide's first page shows, and removes them.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 if [ "$(id -u)" -ne 0 ]; then
@@ -26,14 +26,17 @@ build_example() { # EXAMPLE NAME OPTION...
 
 try_prefix() { # NAME FOLDER
     local name=$1 prefix=$2 libraries flags
-    libraries=$(dirname "$(find "$prefix" -name libDevicesService.so)")
+    libraries=$(find "$prefix" -name libDevicesService.so -printf '%h')
+    [ -d "$libraries" ] || { echo "error: there is no library in $prefix" >&2; exit 1; }
     build_example minimal-host "$name-find-package" -DCMAKE_PREFIX_PATH="$prefix"
     expect "temperature: " timeout 60 "$scratch/$name-find-package/minimal-host"
     build_example own-registry "$name-own-registry" -DCMAKE_PREFIX_PATH="$prefix"
     expect "is still 4711" timeout 60 "$scratch/$name-own-registry/own-registry"
-    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs DevicesService-host DevicesService-simulator)
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs \
+        DevicesService-host DevicesService-simulator)
     # shellcheck disable=SC2086
-    quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" -o "$scratch/by-pkg-config"
+    quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" \
+        -o "$scratch/by-pkg-config"
     expect "temperature: " timeout 60 "$scratch/by-pkg-config"
     expect "4711" "$prefix/bin/service-console" serial set 4711
     MANPATH=$prefix/share/man quietly man --local-file "$prefix/share/man/man1/service-console.1"
@@ -41,8 +44,8 @@ try_prefix() { # NAME FOLDER
 }
 
 quietly cmake --install build/package --prefix "$scratch/prefix"
-if grep --recursive --text --fixed-strings --files-with-matches "$project_dir/build" "$scratch/prefix"; then
-    echo "error: these installed files name the build tree" >&2
+if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "$scratch/prefix"; then
+    echo "error: these installed files name the source tree" >&2
     exit 1
 fi
 try_prefix installed "$scratch/prefix"
@@ -77,12 +80,19 @@ expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/package/CMakeCache
 # The guide's first page, on this machine that has only the packages.
 papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
 
+for file in bin/service-console share/man/man1/service-console.1 share/bash-completion/completions/service-console \
+    share/doc/DevicesService/html/index.html; do
+    for prefix in "$root/usr" "$scratch/moved" "$scratch/archive"; do
+        [ -e "$prefix/$file" ] || { echo "error: $file is not installed into $prefix" >&2; exit 1; }
+    done
+done
+
 packages=$(cd build/package/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
 # shellcheck disable=SC2086
 installed=$(in_root dpkg --listfiles $packages | while read -r file; do [ -d "$root$file" ] || echo "$file"; done)
 # shellcheck disable=SC2086
 quietly in_root dpkg --purge $packages
-for file in $installed /usr/share/doc/DevicesService; do
+for file in $installed /usr/share/doc/DevicesService /usr/share/DevicesService; do
     [ ! -e "$root$file" ] || { echo "error: removing the packages leaves $file behind" >&2; exit 1; }
 done
 echo "Debian packages: they install, run and build in a clean root, and nothing stays behind"

@@ -1,4 +1,5 @@
-# Sourced by ./demo, ./check and ./bench: what they share.
+# shellcheck shell=bash
+# Sourced by ./demo, ./check, ./bench and scripts/package.sh: what they share.
 #
 #   require_packages GROUP...   makes sure that the packages of these groups of packages.txt are installed
 #   build_preset PRESET         configures (once) and builds build/PRESET, quietly when all goes well
@@ -75,7 +76,7 @@ build_preset() {
     quietly cmake --build --preset "$1"
 }
 
-# By Debian's Python, for which its packages are.
+# By Debian's own Python: markdown-it is installed for no other.
 papers() {
     /usr/bin/python3 -B tests/docs/check.py "$@"
 }

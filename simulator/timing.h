@@ -23,7 +23,7 @@ struct Timing
     };
 
     Answers answers = Answers::AtOnce;  ///< at once or later
-    std::chrono::microseconds delay{0}; ///< from the question to the answer, if that comes `Later`
+    std::chrono::microseconds delay{0}; ///< from question to answer, `Later`; the mean of it when `Shuffled`
     Order order = Order::AsAsked;       ///< of the answers, if they come `Later`
     std::uint32_t seed = 1;             ///< of the `Shuffled` delays, and of the noise of the temperatures
 };

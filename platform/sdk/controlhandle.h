@@ -18,8 +18,8 @@ public:
     /// `control` is null exactly when `keepAlive` is empty, in a moved-from value too.
     struct Locked
     {
-        std::shared_ptr<T> keepAlive; ///< what keeps the control alive
-        T* control = nullptr;         ///< the control to call; lives as long as `keepAlive`
+        std::shared_ptr<T> keepAlive; ///< strong reference; empty without a control
+        T* control = nullptr;         ///< the control to call; lives at least as long as `keepAlive`
 
         Locked() noexcept = default;
 
@@ -42,10 +42,10 @@ public:
         {
         }
 
-        /// Gives up its control and keeps the same one alive.
+        /// Gives up its control and keeps that of the other alive.
         Locked& operator=(const Locked&) noexcept = default;
 
-        /// Gives up its control and takes the other one over; `other` is empty then.
+        /// Gives up its control and takes that of `other` over, which is empty then.
         Locked& operator=(Locked&& other) noexcept
         {
             keepAlive = std::move(other.keepAlive);

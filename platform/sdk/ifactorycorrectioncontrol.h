@@ -18,10 +18,10 @@ public:
     public:
         virtual ~IObserver() = default;
 
-        /// Everything must be read again.
+        /// The corrections have changed and are to be read again.
         virtual void onCorrectionsChanged() = 0;
 
-        /// What is valid, enabled or modifiable must be read again.
+        /// The states of the corrections have changed and are to be read again.
         virtual void onCorrectionStatesChanged() = 0;
 
         /// The correction of `flag` was switched on or off.
@@ -48,7 +48,8 @@ public:
     /// Switches the correction of `flag`. The library has just found it valid and modifiable, which may have changed.
     virtual void setEnabled(CorrectionFlag flag, bool enabled) = 0;
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. It may come again for one
+    /// that is registered: what that does is the SDK's.
     virtual void addObserver(IObserver* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored.

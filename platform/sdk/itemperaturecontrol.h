@@ -17,7 +17,8 @@ public:
     public:
         virtual ~Observer() = default;
 
-        /// The temperatures must be read again. The library does so during this call.
+        /// The temperatures must be read again. The library does so during this call; what fails then is thrown out of
+        /// it.
         virtual void onTemperatureChanged() = 0;
     };
 
@@ -29,11 +30,12 @@ public:
     /// The overall temperature.
     virtual float temperature() = 0;
 
-    /// The temperature of each module by its name in UTF-8. The reference stays valid while the control lives; what the
-    /// calling thread sees through it does not change before that thread asks again.
+    /// The temperature of each module by its name in UTF-8. The reference stays valid while the control lives. The
+    /// library copies at once; until then the map must not change, also when other threads call.
     virtual const std::unordered_map<std::string, float>& modulesTemperature() = 0;
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. It may come again for one
+    /// that is registered: what that does is the SDK's.
     virtual void addObserver(Observer* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored.

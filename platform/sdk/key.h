@@ -7,7 +7,7 @@ namespace sdk {
 /// Names one control of an instrument. Opaque: compared for equality only.
 struct Key
 {
-    std::uint64_t value = 0; ///< the whole of the key
+    std::uint64_t value = 0; ///< an opaque number
 
     /// Whether both name the same control.
     friend bool operator==(Key, Key) = default;

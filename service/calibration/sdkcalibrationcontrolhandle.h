@@ -24,16 +24,18 @@ public:
     SdkCalibrationControlHandle& operator=(const SdkCalibrationControlHandle&) = delete;
     ~SdkCalibrationControlHandle() override;
 
-    /// The controller, which lives at least as long as the result; empty when the instrument does not offer it.
+    /// The controller, which lives at least as long as the result; empty when the instrument does not offer it. Not to
+    /// be kept over a release: as long as it is, this object and its watchers stay with that controller. What the
+    /// instrument throws passes through.
     sdk::ControlHandle<sdk::service::calibrations::ICalibrationController>::Locked lock() const;
 
     void onControlsAboutToBeReleased() override;
     void onControlsAvailable() override;
 
 signals:
-    /// The controller is still there.
+    /// The application announced that the controls go; a controller that was there is still there.
     void controlsAboutToBeReleased();
-    /// `lock()` finds the new controller.
+    /// The application announced that the controls can be obtained; `lock()` may still be empty.
     void controlsAvailable();
 
 private:

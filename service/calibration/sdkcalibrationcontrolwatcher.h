@@ -12,7 +12,8 @@ class SdkCalibrationControlHandle;
 
 /// Follows a calibration controller by signals, also when the instrument takes it away and offers it again.
 ///
-/// Thread: made and destroyed in one thread, which need not be the one that calls the handle's lifecycle operations.
+/// Thread: made and destroyed in one thread. If that is not the one that calls the handle's lifecycle operations, it
+/// needs an event loop, and the watcher lets go of a controller only when that runs, maybe after the release.
 /// What the SDK throws when it is told of the watcher passes through its constructor; later it must not throw then.
 class DEVICESSERVICE_EXPORT SdkCalibrationControlWatcher : public QObject
 {
@@ -24,16 +25,17 @@ public:
     SdkCalibrationControlWatcher(const SdkCalibrationControlWatcher&) = delete;
     SdkCalibrationControlWatcher& operator=(const SdkCalibrationControlWatcher&) = delete;
 
-    /// Detaches from the controller, if the instrument offers it.
+    /// Detaches from the controller, if the instrument offers it; should that throw, the program ends.
     ~SdkCalibrationControlWatcher() override;
 
 signals:
     /// The status of the calibration unit must be read again. Emitted on the *SDK's notification thread*, and in
-    /// the watcher's thread when the controller was offered again.
+    /// the watcher's thread when the controls were announced, even if this controller is absent.
     void unitStatusChanged();
 
-    /// A save has come so far; 0 as long as nobody knows how much there is to do. Emitted on the *SDK's
-    /// notification thread*. Not limited to 100.
+    /// How far a save has come, in percent without the fraction; 0 when the instrument gives no total. Not limited to
+    /// 100: the instrument's figures are multiplied in 64 bits and the low 32 bits of the quotient sent, so very large
+    /// figures give wrong and also negative numbers. Emitted on the *SDK's notification thread*.
     void saveProgressChanged(int percent);
 
     /// The configuration must be read again. Emitted like `unitStatusChanged()`.

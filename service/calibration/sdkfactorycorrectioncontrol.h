@@ -29,10 +29,10 @@ public:
     public:
         virtual ~Observer() = default;
 
-        /// Everything must be read again.
+        /// The corrections have changed and are to be read again.
         virtual void onCorrectionsChanged() = 0;
 
-        /// What is valid, enabled or modifiable must be read again.
+        /// The states of the corrections have changed and are to be read again; which, is the SDK's.
         virtual void onCorrectionStatesChanged() = 0;
 
         /// `correction` was switched on or off. Not told of corrections that the application does not know.
@@ -61,7 +61,8 @@ public:
     /// Whether the user may switch `correction`; false when the control is absent.
     bool isModifiable(FactoryCorrection correction) const;
 
-    /// Switches `correction` on or off. Does nothing unless it is valid and modifiable, nor when the control is absent.
+    /// Switches `correction` on or off if the control is there and it is valid and modifiable; otherwise does nothing.
+    /// The controls may be released between these checks and the switching.
     void setEnabled(FactoryCorrection correction, bool enable);
 
     /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. While
@@ -75,7 +76,7 @@ public:
     void onControlsAboutToBeReleased() override;
 
     /// Registers every observer with the new control and has it read everything again. Not to be called twice
-    /// without a release in between: the SDK would tell every observer twice.
+    /// without a release in between: every observer would be registered with the SDK twice.
     void onControlsAvailable() override;
 
 private:

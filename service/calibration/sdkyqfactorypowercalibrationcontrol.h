@@ -15,11 +15,14 @@ namespace tov::devices::service {
 
 /// The factory power calibration of the Yq module.
 ///
+/// Nothing is cached: the plan is asked for at each call. What the SDK throws passes through every operation.
+///
 /// Thread: *any thread*.
 class DEVICESSERVICE_EXPORT SdkYqFactoryPowerCalibrationControl : public IControlLifecycleObserver
 {
 public:
-    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's.
+    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's. It may add
+    /// and remove observers of the same control; one that removes itself must live until the notification has ended.
     class Observer
     {
     public:
@@ -78,15 +81,17 @@ public:
     /// Empty when the control is absent.
     FrequencyPlan frequencyPlan() const;
 
-    /// Stores `points`, measured at `time`, in the instrument before it returns. The meaning of `parameter` is the
-    /// SDK's. Nothing is checked, and an empty list is stored too. When the control is absent they are dropped.
+    /// Hands `points` with their time stamp to the SDK to be stored and returns when the SDK has. The meaning of
+    /// `parameter` is the SDK's. Nothing is checked, and an empty list is handed over too. When the control is absent
+    /// they are dropped.
     void saveCalibrationData(std::chrono::sys_seconds time, double parameter, std::vector<PowerCalPoint> points);
 
     /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. Works
     /// while the control is absent too: the observer is told after `onControlsAvailable()`.
     void addObserver(Observer* observer);
 
-    /// Removes `observer`; afterwards it is not told any more. Works while the control is absent too.
+    /// Removes `observer`; afterwards it is not told any more, also when the SDK throws. Works while the control is
+    /// absent too.
     void removeObserver(Observer* observer);
 
     void onControlsAboutToBeReleased() override;

@@ -15,11 +15,14 @@ namespace tov::devices::service {
 
 /// The calibration of the Yq module's intermediate-frequency (IF) switch.
 ///
+/// Nothing is cached: the plan is asked for at each call. What the SDK throws passes through every operation.
+///
 /// Thread: *any thread*.
 class DEVICESSERVICE_EXPORT SdkYqIfswCalibrationControl : public IControlLifecycleObserver
 {
 public:
-    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's.
+    /// Told of the calibration on the *SDK's notification thread*. What the three events mean is the SDK's. It may add
+    /// and remove observers of the same control; one that removes itself must live until the notification has ended.
     class Observer
     {
     public:
@@ -85,15 +88,16 @@ public:
     /// Empty when the control is absent.
     FrequencyPlan frequencyPlan() const;
 
-    /// Stores `data` in the instrument before it returns. Move them in: of large data no more than one group is then
-    /// held twice. When the control is absent they are dropped.
+    /// Hands `data` to the SDK to be stored and returns when the SDK has. Move them in: of large data no more than one
+    /// group is then held twice. When the control is absent they are dropped.
     void saveCalibrationData(IfswCalibrationData data);
 
     /// Registers `observer`, which is not owned, once however often it is added; a null pointer is ignored. Works
     /// while the control is absent too: the observer is told after `onControlsAvailable()`.
     void addObserver(Observer* observer);
 
-    /// Removes `observer`; afterwards it is not told any more. Works while the control is absent too.
+    /// Removes `observer`; afterwards it is not told any more, also when the SDK throws. Works while the control is
+    /// absent too.
     void removeObserver(Observer* observer);
 
     void onControlsAboutToBeReleased() override;

@@ -22,7 +22,7 @@ public:
     /// A file as the instrument lists it; what the two words mean is the instrument's.
     struct FileInfo
     {
-        QString name;           ///< the file's name
+        QString name;           ///< as the instrument lists it
         std::int32_t word1 = 0; ///< the instrument's first word
         std::int32_t word2 = 0; ///< the instrument's second word
     };

@@ -45,8 +45,9 @@ public:
     /// Replaces the number; it is not read back.
     virtual std::expected<void, Error> writeSerialNumber(unsigned int serialNumber) = 0;
 
-    /// Appends `observer`, which must not be null and is not owned; it is told once for each time it was added.
-    /// Works while the control is absent too.
+    /// Appends `observer`, which must not be null and is not owned. Observers are told in the order in which they were
+    /// added, once for each time. Waits for a notification that is being delivered. Works while the control is absent
+    /// too.
     virtual void addObserver(Observer* observer) = 0;
 
     /// Removes every entry of `observer`; waits for a notification that is being delivered.

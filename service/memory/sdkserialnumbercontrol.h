@@ -14,6 +14,8 @@ namespace tov::devices::service {
 ///
 /// Observers of the application stay when the SDK's control goes; they are told again after
 /// `onControlsAvailable()`.
+///
+/// Thread: as its interface says; the lifecycle operations in the *owner's thread*.
 class DEVICESSERVICE_EXPORT SdkSerialNumberControl : public ISerialNumberControl, public IControlLifecycleObserver
 {
 public:

@@ -17,9 +17,11 @@ namespace tov::devices::service {
 /// The last known temperatures of the instrument and of its modules, in the SDK's unit, unscaled.
 ///
 /// They are read on construction, when the instrument's controls come and when it notifies, and the last are kept when
-/// the controls go. Only before the control was ever there are they 0.0 and an empty list.
+/// the controls go. Only before the control was ever there are they 0.0 and an empty list. Each call gives one reading
+/// whole; two calls may give two different ones.
 ///
-/// Thread: *any thread* for the readings, which never wait for the instrument.
+/// Thread: *any thread* for the readings, which never wait for the instrument; the lifecycle operations in the *owner's
+/// thread*.
 class DEVICESSERVICE_EXPORT SdkTemperatureControl : public QObject, public IControlLifecycleObserver
 {
     Q_OBJECT
@@ -39,7 +41,7 @@ public:
     SdkTemperatureControl(const SdkTemperatureControl&) = delete;
     SdkTemperatureControl& operator=(const SdkTemperatureControl&) = delete;
 
-    /// Detaches from the control, if the instrument offers it.
+    /// Detaches from the control, if the instrument offers it; should that throw, the program ends.
     ~SdkTemperatureControl() override;
 
     /// The overall temperature.
@@ -54,8 +56,8 @@ public:
     void onControlsAvailable() override;
 
 signals:
-    /// The temperatures were read anew. Emitted on the *SDK's notification thread*, and in the thread that calls
-    /// `onControlsAvailable()`.
+    /// The temperatures may have changed: the instrument told so, or its controls were announced. Emitted on the *SDK's
+    /// notification thread*, and in the thread that calls `onControlsAvailable()`.
     void temperaturesChanged();
 
 private:

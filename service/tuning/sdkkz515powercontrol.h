@@ -90,12 +90,12 @@ public:
 
     /// Reference gain as the module's code.
     unsigned char referenceGain() const;
-    /// Sets the reference gain, meant to be one of `availableGains()`.
+    /// Sets the reference gain as the module's code.
     void setReferenceGain(unsigned char gain);
 
     /// Signal gain as the module's code.
     unsigned char signalGain() const;
-    /// Sets the signal gain, meant to be one of `availableGains()`.
+    /// Sets the signal gain as the module's code.
     void setSignalGain(unsigned char gain);
 
     /// Loads the receiver correction table into the module, in the module's own format.

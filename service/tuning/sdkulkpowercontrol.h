@@ -12,13 +12,14 @@ namespace tov::devices::service {
 
 /// Power settings of the Ulk module: powers, attenuation and amplifiers. Powers are the module's own codes.
 ///
-/// Every setter emits its signal after the instrument has taken the value, whether or not it is another one; nothing
-/// tells of changes that others make. Codes, steps and tables go to the instrument unchecked. Enumerators stand for the
-/// module's numbers, whose meaning this library does not know; any other number counts as 0, read and sent.
+/// Every setter but those of the code tables emits its signal when the SDK has returned, whether or not the value is a
+/// new one or the module took it; nothing tells of changes that others make. Codes, steps and tables go to the
+/// instrument unchecked. Enumerators stand for the module's numbers, whose meaning this library does not know; any
+/// other number counts as 0, read and sent.
 ///
 /// Nothing is cached: every call goes to the instrument. What the SDK throws passes through every operation, and
-/// nothing is emitted then. While the control is absent, setters do nothing and emit nothing, and getters give 0,
-/// false or the value 0 of the enumeration.
+/// nothing is emitted then. While the control is absent, setters and `reset()` do nothing and emit nothing, and getters
+/// give 0, false or the value 0 of the enumeration.
 ///
 /// Thread: *any thread*. Signals are emitted in the caller's thread, while the SDK's control is still held.
 class DEVICESSERVICE_EXPORT SdkUlkPowerControl : public QObject
@@ -26,37 +27,37 @@ class DEVICESSERVICE_EXPORT SdkUlkPowerControl : public QObject
     Q_OBJECT
 
 public:
-    /// Gains of an amplifier; any other counts as `Gain0`.
+    /// Gains of an amplifier.
     enum class AmpGain : int {
         Gain0, ///< the SDK's 0
         Gain1  ///< the SDK's 1
     };
 
-    /// Modes of the synthesiser's power; any other counts as `Mode0`.
+    /// Modes of the synthesiser's power.
     enum class SyntPowerMode : int {
         Mode0, ///< the SDK's 0
         Mode1  ///< the SDK's 1
     };
 
-    /// Modes of the attenuation; any other counts as `Mode0`.
+    /// Modes of the attenuation.
     enum class AttenuationMode : int {
         Mode0, ///< the SDK's 0
         Mode1  ///< the SDK's 1
     };
 
-    /// Modes of the common attenuation; any other counts as `Mode0`.
+    /// Modes of the common attenuation.
     enum class CommonAttenuationMode : int {
         Mode0, ///< the SDK's 0
         Mode1  ///< the SDK's 1
     };
 
-    /// Modes of the discrete attenuator; any other counts as `Mode0`.
+    /// Modes of the discrete attenuator.
     enum class DiscreteAttenuatorMode : int {
         Mode0, ///< the SDK's 0
         Mode1  ///< the SDK's 1
     };
 
-    /// Modes of the step attenuator; any other counts as `Mode0`.
+    /// Modes of the step attenuator.
     enum class StepAttenuatorMode : int {
         Mode0, ///< the SDK's 0
         Mode1, ///< the SDK's 1
@@ -148,7 +149,7 @@ public:
     /// Loads the table of RF power codes into the module; no signal tells of it.
     void setRfPowerCodes(const std::vector<unsigned char>& codes);
 
-    /// Takes the settings back to what the module starts with, and emits all signals in the order of their declaration.
+    /// Resets the settings, to what is the module's, and emits all signals in the order of their declaration.
     void reset();
 
 signals:

@@ -12,7 +12,7 @@ namespace tov::devices::service {
 ///
 /// Nothing is cached: every call goes to the instrument. Copies reach the same SDK control; a moved-from object stays
 /// usable, because moving copies. What the SDK throws passes through every operation. While the control is absent,
-/// setters do nothing and getters give false, 0, 0.0 or an empty list.
+/// setters and `reset()` do nothing and getters give false, 0, 0.0 or an empty list.
 ///
 /// Thread: *any thread*.
 class DEVICESSERVICE_EXPORT SdkUlkSynthesisControl
@@ -43,7 +43,7 @@ public:
     /// Switches the manually chosen IF on or off.
     void enableManualIf(bool enabled);
 
-    /// Index of the selected IF in `supportedIfs()`.
+    /// Index of the selected IF in `supportedIfs()`; 0, too, when the control is absent.
     int selectedIf() const;
 
     /// Selects an IF by its index, which goes to the instrument unchecked.
@@ -65,7 +65,7 @@ public:
     /// Switches the manually chosen reference on or off.
     void enableManualRef(bool enabled);
 
-    /// Index of the selected reference in `supportedRefs()`.
+    /// Index of the selected reference in `supportedRefs()`; 0, too, when the control is absent.
     int selectedRef() const;
 
     /// Selects a reference by its index, which goes to the instrument unchecked.
@@ -75,7 +75,7 @@ public:
     /// `std::length_error` when the copy cannot be made.
     std::vector<double> supportedRefs() const;
 
-    /// Takes the settings back to what the module starts with.
+    /// Resets the settings, to what is the module's.
     void reset();
 
 private:

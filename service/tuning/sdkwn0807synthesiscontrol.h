@@ -125,7 +125,7 @@ public:
     /// Sets the mode of the IF.
     void setIfMode(IfMode mode);
 
-    /// Index of the selected IF in `supportedIfs()`.
+    /// Index of the selected IF in `supportedIfs()`; 0, too, when the control is absent.
     int selectedIf() const;
     /// Selects an IF by its index.
     void setSelectedIf(int index);
@@ -139,10 +139,10 @@ public:
     /// Sets the mode of `capacitor`.
     void setCapacitanceMode(Capacitor capacitor, CapacitorMode mode);
 
-    /// Range of the capacitance, in the SDK's unit, unscaled; nothing when the capacitor has no range or the control is
+    /// Range of `capacitor`, in the SDK's unit, unscaled; nothing when the capacitor has no range or the control is
     /// absent.
     std::optional<utils::Range<double>> capacitanceRange(Capacitor capacitor) const;
-    /// Sets the range of the capacitance, in the SDK's unit, unscaled.
+    /// Sets the range of `capacitor`, in the SDK's unit, unscaled.
     void setCapacitanceRange(Capacitor capacitor, const utils::Range<double>& range);
 
     /// Mode of the RF filters.

@@ -37,7 +37,7 @@ public:
     /// Switches the manually chosen IF on or off; does nothing when the control is absent.
     void enableManualIf(bool enabled);
 
-    /// Index of the selected IF in `supportedIfs()`; -1 when the control is absent.
+    /// Index of the selected IF in `supportedIfs()`; -1 when the control is absent, and if the SDK says so.
     int selectedIf() const;
 
     /// Selects an IF by its index, which goes to the instrument unchecked; does nothing when the

@@ -1,10 +1,11 @@
 """Checks the papers: README.md, CONTRIBUTING.md and the guide in docs/. Usage:
 
 check.py                              everything but the transcripts of pages that other checks run
-check.py transcripts PAGE [SHELL...]  runs the commands of one page, by another shell than bash's
+check.py transcripts PAGE [SHELL...]  runs the commands of one page, in SHELL instead of bash
 check.py renew PAGE...                writes what the commands of these pages print into them
 """
 
+import fnmatch
 import os
 import pathlib
 import re
@@ -17,42 +18,34 @@ import pages
 import transcripts
 
 _CI = pages.PROJECT / ".ci" / "run"
-# Pages with commands that are run by other checks, where there is what they need.
-_RUN_ELSEWHERE = {"index.md": "scripts/package.sh", "windows.md": "check"}
-# Pages about the sources show commands that are run in them; those of the others leave nothing behind.
+_CHECK = pages.PROJECT / "check"
+# Pages with commands that another check runs, where there is what they need, and the file that has it do so.
+_RUN_ELSEWHERE = {"index.md": pages.PROJECT / "scripts" / "package.sh", "windows.md": _CHECK}
+# The commands of these pages run in the source tree, those of the others in an empty folder.
 _ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract.md", "adding-an-adapter.md"}
 
 
-def _checks_of(line):
-    """The commands that a line of the shell stands for: each check that ./check is to run for itself."""
-    words = line.split()
-    if words[0] != "./check":
-        return [line.strip()]
-    return [f"./check {word}" for word in words[1:] or ["dev"]]
-
-
 def _run_by_ci():
-    lines = [line for line in _CI.read_text().splitlines() if line.startswith("./")]
-    return {command for line in lines for command in _checks_of(line)}
+    """The words with which CI runs ./check."""
+    lines = [line.split() for line in _CI.read_text().splitlines() if line.startswith("./check")]
+    return {word for line in lines for word in line[1:] or ["dev"]}
 
 
-def _every_check():
-    every = re.search(r'\[ "\$\*" = all \] && set -- (.*)', (pages.PROJECT / "check").read_text()).group(1)
-    return {f"./check {word}" for word in every.split()}
+def _checks():
+    """The words that ./check takes."""
+    listed = re.search(r"for what in .*?case \$what in\n\s+(.*?)\) ;;", _CHECK.read_text(), re.DOTALL).group(1)
+    return set(listed.split(" | "))
 
 
-def _is_left_to_ci(command, run_by_ci):
-    """Whether another check runs the command; recording the contract again is a part of checking it."""
-    if not command.startswith("./check"):
-        return False
+def _is_left_to_ci(command):
+    """Whether CI runs the command; recording the contract again is a part of checking it."""
     if command == "./check renew-abi":
-        return "./check abi" in run_by_ci
-    wanted = _every_check() if command == "./check all" else set(_checks_of(command))
-    return wanted <= run_by_ci
+        return "abi" in _run_by_ci()
+    return command.split()[0] == "./check" and set(command.split()[1:] or ["dev"]) <= _run_by_ci()
 
 
 def environment():
-    """That of the user, with the console of the debug build, but without what would change its answers."""
+    """The user's, with the console of the debug build first in the path, and without what would change its answers."""
     environment = {name: value for name, value in os.environ.items() if not name.startswith(("LC_", "LANG"))}
     environment["LC_ALL"] = "C.UTF-8"
     environment["PATH"] = f"{pages.PROJECT / 'build' / 'dev' / 'bin'}:{environment['PATH']}"
@@ -61,57 +54,116 @@ def environment():
 
 def _run(page, shell=("bash",)):
     """The steps of a page that are run here, and what they print."""
-    run_by_ci = _run_by_ci()
-    found = [step for step in transcripts.steps(page) if not _is_left_to_ci(step.command, run_by_ci)]
+    found = [step for step in transcripts.steps(page) if not _is_left_to_ci(step.command)]
     with tempfile.TemporaryDirectory() as scratch:
         folder = pages.PROJECT if page.name in _ABOUT_SOURCES else scratch
         return found, transcripts.run(found, shell, folder, environment())
 
 
 def transcript_findings(page, shell=("bash",)):
+    for step in transcripts.steps(page):
+        if _is_left_to_ci(step.command) and step.shown != ["..."]:
+            yield f"{pages.name(page)}:{step.line}: nobody compares what '{step.command}' prints: show ..."
     found, results = _run(page, shell)
-    print(f"{pages.name(page)}: {len(results)} commands run")
-    return transcripts.findings(page, found, results)
+    yield from transcripts.findings(page, found, results)
+    if found and page.is_relative_to(pages.PROJECT):
+        print(f"{pages.name(page)}: {len(results)} commands run")
+
+
+def lone_transcript_findings(page, shell):
+    """The same for a page that must have something to run."""
+    if not transcripts.steps(page):
+        yield f"{pages.name(page)}: shows no command"
+    yield from transcript_findings(page, shell)
+
+
+def elsewhere_findings(page_name, runner):
+    if f"papers transcripts docs/{page_name}" not in runner.read_text():
+        yield f"docs/{page_name}: nobody runs its commands, {pages.name(runner)} does not"
 
 
 def quote_findings(page, sources):
-    """Code that stands in no file of the project: it would not be compiled. Indentation may differ as a whole."""
+    """Code that stands in no file of the project, word for word: it would not be compiled."""
     for fence in pages.fences(page):
-        if fence.language in ("cpp", "cmake") and not any(fence.text in source for source in sources[fence.language]):
-            yield f"{pages.name(page)}:{fence.line}: this code stands in no file of the project"
-        elif fence.language not in ("cpp", "cmake", "console", "text"):
-            yield f"{pages.name(page)}:{fence.line}: a block of code is cpp, cmake, console or text"
+        place = f"{pages.name(page)}:{fence.line}"
+        if fence.language in ("cpp", "cmake"):
+            if not fence.text.strip() or not any("\n" + fence.text in source for source in sources[fence.language]):
+                yield f"{place}: this code stands in no file of the project"
+        elif fence.language == "text":
+            if re.search(r"^[$#] ", fence.text, re.MULTILINE):
+                yield f"{place}: commands are shown in a block of the language console"
+        elif fence.language != "console":
+            yield f"{place}: a block of code is cpp, cmake, console or text"
 
 
-def _sources():
-    tracked = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=pages.PROJECT,
-                             stdout=subprocess.PIPE, text=True, check=True).stdout.splitlines()
+def _files():
+    """What git tracks, or would: paths in the project."""
+    listed = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=pages.PROJECT,
+                            stdout=subprocess.PIPE, text=True, check=True).stdout.splitlines()
+    return [file for file in listed if (pages.PROJECT / file).is_file()]
+
+
+def _sources(files):
     def texts(*endings):
-        return [(pages.PROJECT / file).read_text() for file in tracked
-                if file.endswith(endings) and (pages.PROJECT / file).is_file()]
+        return ["\n" + (pages.PROJECT / file).read_text() for file in files if file.endswith(endings)]
     return {"cpp": texts(".cpp", ".h"), "cmake": texts("CMakeLists.txt", ".cmake")}
 
 
 def link_findings(page):
-    for link in pages.links(page):
-        if re.match(r"[a-z]+:", link):
+    for link in pages.links(page) + pages.images(page):
+        target = (page.parent / link).resolve()
+        if re.match(r"[a-z]+:", link) or not target.is_relative_to(page.parent.parent):
             yield f"{pages.name(page)}: {link} leads out of the project"
-        elif not (page.parent / link.split("#")[0]).exists():
-            yield f"{pages.name(page)}: {link} leads nowhere"
+        elif not target.exists():
+            yield f"{pages.name(page)}: {link} leads nowhere (pages are linked as a whole)"
 
 
 def command_findings(page, program):
     """Commands in the text, which must exist: those of service-console, and what ./check can run."""
-    run_by_ci = _run_by_ci()
-    words = {command.split()[1] for command in run_by_ci if command.startswith("./check")}
-    words |= {"all", "renew-abi", "renew-docs"}
     for span in pages.code_spans(page):
         if span.startswith("service-console "):
             yield from (f"{pages.name(page)}: `{span}`: {problem}" for problem in program.problems(span))
-        elif span.startswith("./check ") and not set(span.split()[1:]) <= words:
+        elif span.startswith("./check ") and not set(span.split()[1:]) <= _checks() | {"all"}:
             yield f"{pages.name(page)}: `{span}`: there is no such check"
-        elif span.startswith(("./", "scripts/")) and not (pages.PROJECT / span.split()[0]).is_file():
-            yield f"{pages.name(page)}: `{span}`: there is no such file"
+        elif span.startswith("./") and span.split()[0] not in _CI.read_text():
+            yield f"{pages.name(page)}: `{span}`: CI does not run this"
+
+
+def path_findings(page, files):
+    """Paths in the text that are not in the project, though their first folder is."""
+    folders = {file.split("/")[0] for file in files if "/" in file}
+    for span in pages.code_spans(page):
+        if re.fullmatch(r"[\w.*-]+(/[\w.*-]+)+/?", span) and span.split("/")[0] in folders:
+            path = span.rstrip("/")
+            if not any(fnmatch.fnmatchcase(file, path) or file.startswith(path + "/") for file in files):
+                yield f"{pages.name(page)}: there is no {span}"
+
+
+def guide_findings(page):
+    """A page of the guide that the manual does not have, or that its first page does not name."""
+    if f'/{page.name}"' not in (pages.PROJECT / "docs" / "Doxyfile.in").read_text():
+        yield f"{pages.name(page)}: is not in docs/Doxyfile.in"
+    if page.name != "index.md" and page.name not in pages.links(pages.PROJECT / "docs" / "index.md"):
+        yield f"{pages.name(page)}: docs/index.md does not name it"
+
+
+def _registrations():
+    """Key, SDK interface and created type of each control that the library registers."""
+    text = (pages.PROJECT / "service" / "servicecontrols.cpp").read_text()
+    found = re.findall(r"add<([\w:]+),\s+(\w+)(?:,\s+\w+)?>\(\s*\*registry,\s+controlkeys::(\w+)\)", text)
+    if len(found) != text.count("controlkeys::"):
+        raise ValueError("service/servicecontrols.cpp is not understood")
+    return [(key, interface, created) for interface, created, key in found]
+
+
+def control_findings(page, column):
+    """Controls that no row of the page shows with the SDK's interface (column 1) or the created type (column 2)."""
+    lines = page.read_text().splitlines()
+    for registration in _registrations():
+        key, quoted = f"`controlkeys::{registration[0]}`", registration[column]
+        wanted = f"`{quoted}`" if column == 1 else f"`std::shared_ptr<{quoted}>`"
+        if not any(key in line and wanted in line for line in lines):
+            yield f"{pages.name(page)}: no row has {key} and {wanted}"
 
 
 def _build_options():
@@ -121,21 +173,31 @@ def _build_options():
 
 
 def option_findings(page):
-    """Build options that the page does not name."""
-    for name in sorted(_build_options() - set(pages.code_spans(page))):
-        yield f"{pages.name(page)}: the build option {name} is not named"
+    """Build options that the page does not name, and those that there are not."""
+    named = {span for span in pages.code_spans(page) if re.fullmatch(r"DEVICESSERVICE_\w+", span)}
+    for name in sorted(_build_options() ^ named):
+        yield f"{pages.name(page)}: the build option {name} is {'unknown' if name in named else 'not named'}"
 
 
 def everything():
     program = console.Program(environment())
-    sources = _sources()
+    files = _files()
+    sources = _sources(files)
     for page in pages.ALL:
         yield from quote_findings(page, sources)
         yield from link_findings(page)
         yield from command_findings(page, program)
+        yield from path_findings(page, files)
+        if page in pages.GUIDE:
+            yield from guide_findings(page)
         if page.name not in _RUN_ELSEWHERE:
             yield from transcript_findings(page)
+    for name, runner in _RUN_ELSEWHERE.items():
+        yield from elsewhere_findings(name, runner)
     yield from program.findings(pages.PROJECT / "docs" / "console.md")
+    yield from program.page_findings(pages.PROJECT / "console" / "service-console.1")
+    yield from control_findings(pages.PROJECT / "docs" / "sdk-implementation.md", 1)
+    yield from control_findings(pages.PROJECT / "docs" / "writing-a-host.md", 2)
     yield from option_findings(pages.README)
 
 
@@ -145,7 +207,7 @@ def main(arguments):
             transcripts.renew(page.resolve(), *_run(page.resolve()))
         return 0
     if arguments[:1] == ["transcripts"]:
-        found = transcript_findings(pathlib.Path(arguments[1]).resolve(), arguments[2:] or ("bash",))
+        found = lone_transcript_findings(pathlib.Path(arguments[1]).resolve(), arguments[2:] or ("bash",))
     elif not arguments:
         found = everything()
     else:

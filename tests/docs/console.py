@@ -13,18 +13,18 @@ class Program:
 
     def __init__(self, environment):
         self._environment = environment
-        self._subcommands = {}
+        self._helps = {}
 
     def _help(self, path):
-        done = subprocess.run(["service-console", *path, "--help"], env=self._environment, stdout=subprocess.PIPE,
-                              stdin=subprocess.DEVNULL, text=True, check=True)
-        return done.stdout
+        if path not in self._helps:
+            done = subprocess.run(["service-console", *path, "--help"], env=self._environment, stdout=subprocess.PIPE,
+                                  stdin=subprocess.DEVNULL, text=True, check=True)
+            self._helps[path] = done.stdout
+        return self._helps[path]
 
     def subcommands(self, path):
-        if path not in self._subcommands:
-            listed = re.search(r"^Subcommands:\n((?:  .*\n)+)", self._help(path), re.MULTILINE)
-            self._subcommands[path] = re.findall(r"^  (\S+)", listed.group(1), re.MULTILINE) if listed else []
-        return self._subcommands[path]
+        listed = re.search(r"^Subcommands:\n((?:  .*\n)+)", self._help(path), re.MULTILINE)
+        return re.findall(r"^  (\S+)", listed.group(1), re.MULTILINE) if listed else []
 
     def commands(self, path=()):
         """The commands that do something, each as a tuple of words."""
@@ -55,7 +55,21 @@ class Program:
         return words
 
     def problems(self, line):
-        return self.path_of(line)[1]
+        """What is wrong with a line of a synopsis: unknown commands and options."""
+        paths, problems = self.path_of(line)
+        yield from problems
+        for path in paths:
+            for option in re.findall(r"--[a-z][a-z-]*", line):
+                if not re.search(rf"{option}\b", self._help(()) + self._help(path)):
+                    yield f"'{' '.join(path)}' has no option {option}"
+
+    def page_findings(self, page):
+        """Commands of the first level that the manual page does not name, and options of all."""
+        text = page.read_text().replace("\\-", "-")
+        words = set(re.findall(r"[\w-]+", text))
+        for name in [*self.subcommands(()), *re.findall(r"--[a-z]+", self._help(()).split("Subcommands:")[0])]:
+            if name not in words:
+                yield f"{pages.name(page)}: does not name {name}"
 
     def findings(self, page):
         """Commands that the synopses of `page` lack, and those that there are none of."""
@@ -65,9 +79,8 @@ class Program:
                 continue
             for line in fence.text.splitlines():
                 if line.startswith("service-console "):
-                    paths, problems = self.path_of(line)
-                    shown |= set(paths)
-                    yield from (f"{pages.name(page)}: '{line}': {problem}" for problem in problems)
+                    shown |= set(self.path_of(line)[0])
+                    yield from (f"{pages.name(page)}: '{line}': {problem}" for problem in self.problems(line))
         for command in self.commands():
             if command not in shown:
                 yield f"{pages.name(page)}: the command '{' '.join(command)}' is not in the synopsis"

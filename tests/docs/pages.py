@@ -39,6 +39,10 @@ def _inline(page, kind):
                 yield child
 
 
+def images(page):
+    return [image.attrGet("src") for image in _inline(page, "image")]
+
+
 def code_spans(page):
     return [span.content for span in _inline(page, "code_inline")]
 

@@ -1,12 +1,13 @@
 """Runs the commands that a page shows and compares what they print with what the page shows.
 
-In a block of the language `console` a line that begins with `$ ` or, for root, `# ` is a command, `> ` continues it, and
-what follows is what it prints: exactly, but for `...`, which stands for anything in a line, and in a line of its own for
-any lines. A command must succeed unless the next one is `echo $?`. The commands of a page share one shell.
+In a block of the language `console` a line that begins with `$ ` or, for root, `# ` is a command, `> ` continues it,
+and what follows is what it prints: exactly, but for `...`, which stands for anything in a line, and in a line of its
+own for any lines. A command must succeed unless the next one is `echo $?`. The commands of a page share one shell.
 """
 
 import dataclasses
 import re
+import shlex
 import subprocess
 
 import pages
@@ -42,8 +43,9 @@ def steps(page):
 
 
 def _script(found):
-    return "".join(f"{{ {step.command}\n}} </dev/null 2>&1; status=$?; printf '{_SEPARATOR}%d{_SEPARATOR}' $status; "
-                   "(exit $status)\n" for step in found)
+    """Each by `eval`, so that a syntax error stays with its own step."""
+    return "".join(f"eval -- {shlex.quote(step.command)} </dev/null 2>&1; status=$?; "
+                   f"printf '{_SEPARATOR}%d{_SEPARATOR}' $status; (exit $status)\n" for step in found)
 
 
 def run(found, shell, folder, environment):

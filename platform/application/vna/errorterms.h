@@ -7,7 +7,7 @@ namespace tov::vna {
 
 /// The system error terms of an analyser: complex values on one grid of frequencies.
 ///
-/// Every list of values has one value per frequency.
+/// Every list of values is meant to have one value per frequency; nothing checks it.
 struct ErrorTerms
 {
     /// One value per frequency.

@@ -34,7 +34,7 @@ struct PathTerms
 /// length, and values need not be finite.
 struct ErrorTerms
 {
-    std::vector<double> frequencies; ///< the grid, in Hz
+    std::vector<double> frequencies; ///< the grid, as the application gives it: in Hz
     std::vector<PortTerms> ports;    ///< terms of each port
     std::vector<PathTerms> paths;    ///< terms of each path
 };

@@ -11,7 +11,7 @@ namespace sdk::service {
 /// The small file store in the instrument's memory. Every operation but `isAvailable()` answers through
 /// its callback, exactly once, on any thread, before or after it returns.
 ///
-/// An error code of the number 0 is a success, whatever its category. The application shows the message of any other
+/// An error code of the number 0 is a success, whatever its category. The application gets the message of any other
 /// one, read as UTF-8; what comes with it is not looked at. Arguments come unchecked. What an operation throws instead
 /// of answering reaches the application.
 ///
@@ -22,7 +22,7 @@ public:
     /// A file. The library passes the two words on without knowing what they mean.
     struct FileInfo
     {
-        std::string name;       ///< the file's name, UTF-8
+        std::string name;       ///< in UTF-8
         std::int32_t word1 = 0; ///< first word
         std::int32_t word2 = 0; ///< second word
     };

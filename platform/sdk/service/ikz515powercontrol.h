@@ -74,12 +74,12 @@ public:
 
     /// Reference gain as the module's code.
     virtual unsigned char referenceGain() = 0;
-    /// Sets the reference gain, meant to be one of `availableGains()`.
+    /// Sets the reference gain as the module's code.
     virtual void setReferenceGain(unsigned char gain) = 0;
 
     /// Signal gain as the module's code.
     virtual unsigned char signalGain() = 0;
-    /// Sets the signal gain, meant to be one of `availableGains()`.
+    /// Sets the signal gain as the module's code.
     virtual void setSignalGain(unsigned char gain) = 0;
 
     /// Loads the receiver correction table into the module, in the module's own format.

@@ -54,7 +54,8 @@ public:
     /// Answers with a success when the memory is intact.
     virtual void integrityCheck(std::function<void(std::error_code)> answer) = 0;
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. It may come again for one
+    /// that is registered: what that does is the SDK's. If this throws, `observer` is not registered.
     virtual void addObserver(IObserver* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored.

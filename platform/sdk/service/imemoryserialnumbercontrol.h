@@ -37,7 +37,8 @@ public:
     /// Replaces the number, which comes unchecked.
     virtual void writeSerialNumber(unsigned int serialNumber, std::function<void(std::error_code)> answer) = 0;
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. It may come again for one
+    /// that is registered: what that does is the SDK's. If this throws, `observer` is not registered.
     virtual void addObserver(Observer* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored.

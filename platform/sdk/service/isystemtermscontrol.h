@@ -47,7 +47,8 @@ public:
     /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. It may come again for one
+    /// that is registered: what that does is the SDK's. If this throws, `observer` is not registered.
     virtual void addObserver(Observer* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored.
@@ -61,8 +62,8 @@ public:
     /// Not used by this library; keeps its slot.
     virtual void reserved6() {}
 
-    /// Stores `terms` with a list of records, of which there is at least one. Nothing answers: all is stored when this
-    /// returns. The library passes `parameter` on without knowing what it means.
+    /// Takes `terms` to be stored with a list of records, of which there is at least one. Nothing answers later. The
+    /// library passes `parameter` on without knowing what it means.
     TOV_OVERLOADS_IN_SLOT_ORDER(virtual void writeSystemTerms(long long secondsSinceEpoch, double parameter,
                                                               std::vector<TermsRecord> records,
                                                               corrections::ErrorTerms terms) = 0,
@@ -70,7 +71,7 @@ public:
                                                               corrections::ErrorTerms terms) = 0);
 
     /// \fn void writeSystemTerms(long long secondsSinceEpoch, double parameter, corrections::ErrorTerms terms)
-    /// Stores `terms` without records. Nothing answers: all is stored when this returns.
+    /// Takes `terms` to be stored without records. Nothing answers later.
 
     /// A flag of the stored terms, which the library passes on without knowing what it means.
     virtual bool systemTermsFlag() = 0;

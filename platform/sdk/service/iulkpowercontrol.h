@@ -97,7 +97,7 @@ public:
     /// Loads the table of LO power codes into the module; `codes` need not live longer than the call.
     virtual void setLoPowerCodes(const std::vector<unsigned char>& codes) = 0;
 
-    /// Takes the settings back to what the module starts with.
+    /// Resets the settings.
     virtual void reset() = 0;
 };
 

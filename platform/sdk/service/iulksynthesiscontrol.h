@@ -34,6 +34,7 @@ public:
     virtual int selectedIf() = 0;
 
     /// The IFs that the module supports, in the instrument's unit. The view stays valid while the control lives.
+    /// The library copies it at once; until then it must not change, also when other threads call.
     virtual std::span<const double> supportedIfs() = 0;
 
     /// Sets the frequency of the first filter, in the instrument's unit.
@@ -55,9 +56,10 @@ public:
     virtual int selectedRef() = 0;
 
     /// The references that the module supports, in the instrument's unit. The view stays valid while the control lives.
+    /// The library copies it at once; until then it must not change, also when other threads call.
     virtual std::span<const double> supportedRefs() = 0;
 
-    /// Takes the settings back to what the module starts with.
+    /// Resets the settings.
     virtual void reset() = 0;
 };
 

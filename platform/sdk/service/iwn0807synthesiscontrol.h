@@ -25,14 +25,14 @@ public:
         unsigned char power = 0; ///< the module's own code
     };
 
-    /// Two bounds of a capacitance in the instrument's unit, which nothing orders.
+    /// Two bounds of a capacitor's range, whose meaning and unit are the instrument's; nothing orders them.
     struct Range
     {
         double first = 0.0;  ///< first bound
         double second = 0.0; ///< second bound
     };
 
-    /// A delay as one number, which the library passes on unscaled.
+    /// A delay as one number in the instrument's unit, whatever the type says; the library passes it on unscaled.
     using Duration = std::chrono::duration<double>;
 
     virtual ~IWn0807SynthesisControl() = default;
@@ -55,11 +55,11 @@ public:
     /// Sets the mode of the RF power.
     virtual void setRfPowerMode(int mode) = 0;
 
-    /// The RF power range table. The view stays valid while the control lives; what the calling thread sees through it
-    /// does not change before that thread asks again.
+    /// The RF power range table. The view stays valid while the control lives. The library copies it at once; until
+    /// then it must not change, also when other threads call.
     virtual std::span<const PowerSyntEntry> rfPowerRangeTable() = 0;
 
-    /// The table with which the module left the factory. The view stays valid while the control lives.
+    /// The table with which the module left the factory. The view is as that of `rfPowerRangeTable()`.
     virtual std::span<const PowerSyntEntry> rfPowerDefaultRangeTable() = 0;
 
     /// Changes the frequency of a row of `rfPowerRangeTable()`; the index may be any number.
@@ -77,7 +77,7 @@ public:
     /// Index of the selected IF.
     virtual int selectedIf() = 0;
 
-    /// The IFs that the module supports. The view stays valid while the control lives.
+    /// The IFs that the module supports. The view is as that of `rfPowerRangeTable()`.
     virtual std::span<const double> supportedIfs() = 0;
 
     /// Not used by this library; keeps its slot.
@@ -87,12 +87,12 @@ public:
 
     /// Sets the mode of `capacitor`.
     virtual void setCapacitanceMode(int capacitor, int mode) = 0;
-    /// Sets the range of the capacitance; `range` need not live longer than the call.
+    /// Sets the range of `capacitor`; `range` need not live longer than the call.
     virtual void setCapacitanceRange(int capacitor, const Range& range) = 0;
 
     /// Mode of `capacitor`.
     virtual int capacitanceMode(int capacitor) = 0;
-    /// Range of the capacitance, or nothing when `capacitor` has none.
+    /// Range of `capacitor`, or nothing when it has none.
     virtual std::optional<Range> capacitanceRange(int capacitor) = 0;
 
     /// Sets the mode of the RF filters.

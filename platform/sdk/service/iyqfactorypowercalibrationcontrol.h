@@ -62,8 +62,8 @@ public:
     /// The frequencies on which the calibration is measured.
     virtual FrequencyPlan frequencyPlan() = 0;
 
-    /// Stores `points`, measured at `time`, before it returns. Nothing answers; what it throws reaches the application.
-    /// The meaning of `parameter` is the instrument's. Nothing was checked, and there may be no points.
+    /// Takes `points` with their time stamp to be stored. Nothing answers later; what it throws reaches the
+    /// application. The meaning of `parameter` is the instrument's. Nothing was checked, and there may be no points.
     virtual void saveCalibrationData(std::chrono::sys_seconds time, double parameter,
                                      std::vector<PowerCalPoint> points) = 0;
 };

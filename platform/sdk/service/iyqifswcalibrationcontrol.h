@@ -69,7 +69,7 @@ public:
     /// The frequencies on which the calibration is measured.
     virtual FrequencyPlan frequencyPlan() = 0;
 
-    /// Stores `data` before it returns. Nothing answers; what it throws reaches the application.
+    /// Takes `data` to be stored. Nothing answers later; what it throws reaches the application.
     virtual void saveCalibrationData(CalibrationData data) = 0;
 };
 

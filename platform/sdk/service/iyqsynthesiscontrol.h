@@ -27,8 +27,8 @@ public:
     /// Index of the selected IF.
     virtual int selectedIf() = 0;
 
-    /// The IFs that the module supports, in the instrument's unit. The view stays valid while the
-    /// control lives.
+    /// The IFs that the module supports, in the instrument's unit. The view stays valid while the control lives.
+    /// The library copies it at once; until then it must not change, also when other threads call.
     virtual std::span<const double> supportedIfs() = 0;
 };
 

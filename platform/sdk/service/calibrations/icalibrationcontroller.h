@@ -14,7 +14,7 @@ public:
     struct SaveProgress
     {
         std::uint64_t done = 0;  ///< how much is done, in the unit of `total`
-        std::uint64_t total = 0; ///< how much there is to do; 0 as long as nobody knows
+        std::uint64_t total = 0; ///< how much there is to do; 0 is told as 0 percent
     };
 
     /// Told of the unit on the SDK's notification thread.
@@ -38,11 +38,12 @@ public:
     /// Not used by this library; keeps its slot.
     virtual void reserved1() {}
 
-    /// Tells `observer`, which is not owned, from now on; it may be told before this returns.
+    /// Tells `observer`, which is not owned, from now on; it may be told before this returns. What it throws reaches
+    /// the application when the library's observer is added first; later it must not throw.
     virtual void addObserver(Observer* observer) = 0;
 
     /// No notification reaches `observer` once this has returned. One that is not registered is ignored: the library
-    /// removes its observer before it adds it, lest it be told twice.
+    /// removes its observer before it adds it, lest it be told twice. Must not throw.
     virtual void removeObserver(Observer* observer) = 0;
 };
 
