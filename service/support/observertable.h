@@ -14,11 +14,12 @@ namespace tov::devices::service {
 /// The application's observers of one control, not owned, each with an `Adapter` that observes the SDK for it. One
 /// that came twice is told once. The SDK is never called under the lock, so it may call back at any time.
 ///
-/// An `Adapter` is made of its observer, and its operation tell(observer) changes whom it tells; a null pointer silences it.
+/// An `Adapter` is made of its observer, and its operation tell(observer) changes whom it tells; a null pointer
+/// silences it.
 ///
 /// Thread: *any thread*. Only one thread at a time works on the registration of an adapter. What others want
 /// meanwhile they write into the table, and the one that is at work brings it about before it returns; nobody waits.
-/// An adapter that the SDK may hold, because it threw instead of letting go of it, is never deleted.
+/// An adapter that the SDK may hold, because it threw instead of letting go of it, is kept as long as the table.
 template <typename SdkControl, typename Observer, typename Adapter>
 class ObserverTable
 {

@@ -149,7 +149,7 @@ public:
     /// Loads the table of RF power codes into the module; no signal tells of it.
     void setRfPowerCodes(const std::vector<unsigned char>& codes);
 
-    /// Resets the settings, to what is the module's, and emits all signals in the order of their declaration.
+    /// Resets the settings, to values that the module knows, and emits all signals in the order of their declaration.
     void reset();
 
 signals:

@@ -75,7 +75,7 @@ public:
     /// `std::length_error` when the copy cannot be made.
     std::vector<double> supportedRefs() const;
 
-    /// Resets the settings, to what is the module's.
+    /// Resets the settings, to values that the module knows.
     void reset();
 
 private:

@@ -74,6 +74,7 @@ _HEADERS = {
                                                 "function limit is not documented"),
     "a parameter that there is not": (_RIGHT.replace(_KIND, _KIND.replace(".\n", ". @param size is not there\n", 1)),
                                       "argument 'size'"),
+    "an enumerator that quotes what there is not": (_RIGHT.replace("does not", "`size`"), "`size` names size"),
     "a quoted name that there is not": (_RIGHT.replace("`number`.\n", "`size`.\n"), "`size` names size"),
     "a reference to nothing": (_RIGHT.replace(_FIRST, "/// A thing, see @ref Nowhere. Its"), "'Nowhere'"),
     "a command that there is not": (_RIGHT.replace(_FIRST, "/// A @thing. Its"), "unknown command '@thing'"),
@@ -183,8 +184,9 @@ def _canaries(manual, scratch):
     for wrong, text, said in (("nothing", "`service-console --json files ls`, `./check asan tsan`, `./bench`", None),
                               ("an unknown command", "`service-console files list`", "no command 'files list'"),
                               ("an unknown option", "`service-console files ls --bogus`", "no option --bogus"),
+                              ("a group for a command", "`service-console files`", "is no command"),
                               ("an unknown check", "`./check everything`", "no such check"),
-                              ("an unknown script", "`./tryout`", "CI does not run this")):
+                              ("an unknown script", "`./b`", "CI does not run this")):
         yield f"page with {wrong}", list(check.command_findings(_page(scratch, text), program)), said
 
     synopsis = "".join(f"service-console {' '.join(command)} X\n" for command in program.commands())
@@ -196,8 +198,8 @@ def _canaries(manual, scratch):
 
     manual_page = (pages.PROJECT / "console" / "service-console.1").read_text()
     for wrong, text, said in (("nothing", manual_page, None),
-                              ("a command missing", manual_page.replace("corrections", ""), "corrections"),
-                              ("an option missing", manual_page.replace("missing", ""), "--missing")):
+                              ("a command missing", manual_page.replace(".BR files", ".BR"), "does not name files"),
+                              ("an option missing", manual_page.replace(".BI \\-\\-missing", ".BI"), "--missing")):
         yield f"manual page with {wrong}", list(program.page_findings(_page(scratch, text))), said
 
     for wrong, text, said in (("nothing", pages.README.read_text(), None),
@@ -210,7 +212,8 @@ def _canaries(manual, scratch):
     guide = (pages.PROJECT / "docs" / "sdk-implementation.md").read_text()
     for wrong, text, said in (("nothing", guide, None),
                               ("a control missing", guide.replace("`controlkeys::usbId`", ""), "usbId"),
-                              ("another interface", guide.replace("IYqSynthesis", "IXySynthesis"), "yqSynthesis")):
+                              ("another interface", guide.replace("IYqSynthesis", "IXySynthesis"), "yqSynthesis"),
+                              ("another header", guide.replace("/iyqsynth", "/iulksynth"), "does not declare")):
         yield f"controls with {wrong}", list(check.control_findings(_page(scratch, text), 1)), said
 
 

@@ -9,6 +9,7 @@ import dataclasses
 import re
 import shlex
 import subprocess
+import sys
 
 import pages
 
@@ -30,11 +31,11 @@ def steps(page):
             continue
         step = None
         for number, line in enumerate(fence.text.splitlines(), fence.line):
-            if line.startswith(_PROMPTS):
+            if line.startswith(_PROMPTS) and line[2:].strip():
                 step = Step(line[2:], [], number)
                 found.append(step)
-            elif step is None:
-                raise ValueError(f"{pages.name(page)}:{number}: a transcript begins with a command")
+            elif step is None or line.rstrip() in ("$", "#"):
+                sys.exit(f"error: {pages.name(page)}:{number}: a command is missing")
             elif line.startswith("> ") and not step.shown:
                 step.command += "\n" + line[2:]
             else:
@@ -50,8 +51,9 @@ def _script(found):
 
 def run(found, shell, folder, environment):
     """What each step prints, as lines, and its status; fewer when the shell ended before the last."""
-    done = subprocess.run([*shell, "-s"], input=_script(found), cwd=folder, env=environment, stdout=subprocess.PIPE,
-                          stderr=subprocess.STDOUT, text=True, timeout=3600, check=False)
+    done = subprocess.run(["timeout", "3600", *shell, "-s"], input=_script(found), cwd=folder, env=environment,
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="backslashreplace",
+                          check=False)
     parts = done.stdout.split(_SEPARATOR)
     return [([line.rstrip() for line in text.splitlines()], int(status))
             for text, status in zip(parts[0:-1:2], parts[1::2])]

@@ -65,13 +65,14 @@ def _names(roots):
 
 def _unknown(compound, names):
     """Names that a description quotes and that stand nowhere in the headers."""
-    for described in (compound, *compound.iterfind("sectiondef/memberdef")):
-        for part in ("briefdescription", "detaileddescription"):
-            for quoted in described.find(part).iter("computeroutput"):
-                text = "".join(quoted.itertext())
-                for word in _WORD.findall(_OTHERS.sub(" ", text)):
-                    if word not in names:
-                        yield _error(described, f"`{text}` names {word}, which there is not")
+    for located in (compound, *compound.iterfind("sectiondef/memberdef")):
+        for described in (located, *located.iterfind("enumvalue")):
+            for part in ("briefdescription", "detaileddescription"):
+                for quoted in described.find(part).iter("computeroutput"):
+                    text = "".join(quoted.itertext())
+                    for word in _WORD.findall(_OTHERS.sub(" ", text)):
+                        if word not in names:
+                            yield _error(located, f"`{text}` names {word}, which there is not")
 
 
 def main(folder):
