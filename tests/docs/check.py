@@ -6,6 +6,7 @@ check.py renew PAGE...                writes what the commands of these pages pr
 """
 
 import fnmatch
+import functools
 import os
 import pathlib
 import re
@@ -25,12 +26,14 @@ _RUN_ELSEWHERE = {"index.md": pages.PROJECT / "scripts" / "package.sh", "windows
 _ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract.md", "adding-an-adapter.md"}
 
 
+@functools.cache
 def _run_by_ci():
     """The words with which CI runs ./check."""
     lines = [line.split() for line in _CI.read_text().splitlines() if line.startswith("./check")]
     return {word for line in lines for word in line[1:] or ["dev"]}
 
 
+@functools.cache
 def _checks():
     """The words that ./check takes."""
     listed = re.search(r"for what in .*?case \$what in\n\s+(.*?)\) ;;", _CHECK.read_text(), re.DOTALL).group(1)
@@ -52,29 +55,25 @@ def environment():
     return environment
 
 
-def _run(page, shell=("bash",)):
-    """The steps of a page that are run here, and what they print."""
-    found = [step for step in transcripts.steps(page) if not _is_left_to_ci(step.command)]
+def _run(page, steps, shell=("bash",)):
+    """What those of the steps print that are run here: these steps, and their results."""
+    here = [step for step in steps if not _is_left_to_ci(step.command)]
     with tempfile.TemporaryDirectory() as scratch:
         folder = pages.PROJECT if page.name in _ABOUT_SOURCES else scratch
-        return found, transcripts.run(found, shell, folder, environment())
+        return here, transcripts.run(here, shell, folder, environment())
 
 
-def transcript_findings(page, shell=("bash",)):
-    for step in transcripts.steps(page):
+def transcript_findings(page, shell=("bash",), must_show_some=False):
+    steps = transcripts.steps(page)
+    if must_show_some and not steps:
+        yield f"{pages.name(page)}: shows no command"
+    for step in steps:
         if _is_left_to_ci(step.command) and step.shown != ["..."]:
             yield f"{pages.name(page)}:{step.line}: nobody compares what '{step.command}' prints: show ..."
-    found, results = _run(page, shell)
-    yield from transcripts.findings(page, found, results)
-    if found and page.is_relative_to(pages.PROJECT):
+    here, results = _run(page, steps, shell)
+    yield from transcripts.findings(page, here, results)
+    if here and page.is_relative_to(pages.PROJECT):
         print(f"{pages.name(page)}: {len(results)} commands run")
-
-
-def lone_transcript_findings(page, shell):
-    """The same for a page that must have something to run."""
-    if not transcripts.steps(page):
-        yield f"{pages.name(page)}: shows no command"
-    yield from transcript_findings(page, shell)
 
 
 def elsewhere_findings(page_name, runner):
@@ -120,6 +119,8 @@ def link_findings(page):
             yield f"{pages.name(page)}: {link} leads out of the project"
         elif not target.exists():
             yield f"{pages.name(page)}: {link} leads nowhere (pages are linked as a whole)"
+    for link in pages.broken_links(page):
+        yield f"{pages.name(page)}: the link to {link} goes over the end of a line, which Doxygen does not understand"
 
 
 def command_findings(page, program):
@@ -214,10 +215,11 @@ def everything():
 def main(arguments):
     if arguments[:1] == ["renew"]:
         for page in map(pathlib.Path, arguments[1:]):
-            transcripts.renew(page.resolve(), *_run(page.resolve()))
+            transcripts.renew(page.resolve(), *_run(page.resolve(), transcripts.steps(page)))
         return 0
     if arguments[:1] == ["transcripts"]:
-        found = lone_transcript_findings(pathlib.Path(arguments[1]).resolve(), arguments[2:] or ("bash",))
+        page = pathlib.Path(arguments[1]).resolve()
+        found = transcript_findings(page, arguments[2:] or ("bash",), must_show_some=True)
     elif not arguments:
         found = everything()
     else:

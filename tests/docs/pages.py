@@ -51,5 +51,18 @@ def links(page):
     return [link.attrGet("href") for link in _inline(page, "link_open")]
 
 
+def broken_links(page):
+    """Links whose text goes over the end of a line, of which Doxygen makes something else."""
+    for token in _tokens(page):
+        inside = None
+        for child in token.children or ():
+            if child.type == "link_open":
+                inside = child.attrGet("href")
+            elif child.type == "link_close":
+                inside = None
+            elif child.type == "softbreak" and inside is not None:
+                yield inside
+
+
 def name(page):
     return page.relative_to(PROJECT) if page.is_relative_to(PROJECT) else page
