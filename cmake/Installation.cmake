@@ -51,10 +51,8 @@ install_headers(development "${PROJECT_SOURCE_DIR}/devices" PATTERN "*.h")
 install_headers(development "${PROJECT_SOURCE_DIR}/service"
     PATTERN "calibrationobserveradapter.h" EXCLUDE
     PATTERN "readfrequencyplan.h" EXCLUDE
-    PATTERN "support" EXCLUDE # but for what a public header includes, below
+    PATTERN "support" EXCLUDE
     PATTERN "*.h")
-install(FILES "${PROJECT_SOURCE_DIR}/service/support/observertable.h"
-    DESTINATION "${DEVICESSERVICE_INCLUDE_DIR}/service/support" COMPONENT development)
 foreach(folder IN ITEMS devices service)
     install_headers(development "${DEVICESSERVICE_GENERATED_DIR}/${folder}" PATTERN "*.h")
 endforeach()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "service/calibration/calibrationstate.h"
+#include "service/support/enumerationmap.h"
 
 #include <atomic>
 #include <functional>
@@ -13,25 +14,23 @@ template <typename SdkObserver, typename Observer>
 class CalibrationObserverAdapter : public SdkObserver
 {
 public:
-    /// Tells `observer`, which is not owned; nobody when it is null.
+    /// Tells `observer`, which is not owned.
     explicit CalibrationObserverAdapter(Observer* observer)
         : m_observer(observer)
     {
     }
 
-    /// Tells `observer` from now on; nobody when it is null.
-    void tell(Observer* observer) noexcept { m_observer = observer; }
+    /// Tells nobody from now on.
+    void silence() noexcept { m_observer = nullptr; }
+    bool isSilent() const noexcept { return m_observer == nullptr; }
 
     void onFirstEvent() override { relay(&Observer::onFirstEvent); }
     void onSecondEvent() override { relay(&Observer::onSecondEvent); }
     void onThirdEvent() override { relay(&Observer::onThirdEvent); }
-    void onStateChanged(int state) override { relay(&Observer::onStateChanged, toCalibrationState(state)); }
+    void onStateChanged(int state) override { relay(&Observer::onStateChanged, states.fromSdk(state)); }
 
 private:
-    static CalibrationState toCalibrationState(int state)
-    {
-        return state >= 0 && state <= 3 ? static_cast<CalibrationState>(state) : CalibrationState::State0;
-    }
+    static constexpr auto states = sameNumbers<4>(CalibrationState::State0);
 
     template <typename Notification, typename... Arguments>
     void relay(Notification notification, Arguments... arguments)

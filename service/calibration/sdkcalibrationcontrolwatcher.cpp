@@ -1,6 +1,7 @@
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 
 #include "service/calibration/sdkcalibrationcontrolhandle.h"
+#include "service/support/callforwarding.h"
 
 #include <cstdint>
 
@@ -48,17 +49,14 @@ SdkCalibrationControlWatcher::SdkCalibrationControlWatcher(SdkCalibrationControl
         emit configurationChanged();
     });
     connect(&m_handle, &SdkCalibrationControlHandle::controlsAboutToBeReleased, this, [this] { detach(); });
-    try {
-        attach();
-    } catch (...) {
-        tryDetach();
-        throw;
-    }
+    attach();
 }
 
+// An announcement while the SDK lets go of the observer must not attach it again.
 SdkCalibrationControlWatcher::~SdkCalibrationControlWatcher()
 {
-    detach();
+    disconnect(&m_handle, nullptr, this, nullptr);
+    detachForEver(m_handle, m_observer.get());
 }
 
 // Removing first makes it harmless to attach again.
@@ -74,15 +72,6 @@ void SdkCalibrationControlWatcher::detach()
 {
     if (const auto controller = m_handle.lock())
         controller->removeObserver(m_observer.get());
-}
-
-// The SDK may hold the observer although it threw.
-void SdkCalibrationControlWatcher::tryDetach() noexcept
-try {
-    detach();
-} catch (...) {
-    // The SDK may know it for ever; the exception that led here is the one to report.
-    [[maybe_unused]] const SdkObserver* const known = m_observer.release();
 }
 
 } // namespace tov::devices::service

@@ -46,7 +46,6 @@ private:
 
     void attach();
     void detach();
-    void tryDetach() noexcept;
 
     SdkCalibrationControlHandle& m_handle;
     std::unique_ptr<SdkObserver> m_observer;

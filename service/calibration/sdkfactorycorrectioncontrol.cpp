@@ -84,7 +84,7 @@ void SdkFactoryCorrectionControl::removeObserver(Observer* observer)
         if (found == m_observers.end())
             return;
         locked->removeObserver(found->second.get());
-        m_observers.erase(found);
+        m_observers.erase(observer); // not by `found`: the SDK may have called back
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "service/calibration/calibrationobserveradapter.h"
 #include "service/calibration/readfrequencyplan.h"
+#include "service/support/observertable.h"
 
 #include <utility>
 
@@ -9,11 +10,16 @@ namespace tov::devices::service {
 
 using ISdkControl = sdk::service::IYqFactoryPowerCalibrationControl;
 
-class SdkYqFactoryPowerCalibrationControl::SdkObserverAdapter
-    : public CalibrationObserverAdapter<ISdkControl::Observer, Observer>
+class SdkYqFactoryPowerCalibrationControl::SdkObserverAdapter final
+    : public Registration<CalibrationObserverAdapter<ISdkControl::Observer, Observer>>
 {
-    using CalibrationObserverAdapter::CalibrationObserverAdapter;
+    using Registration::Registration;
 };
+
+auto SdkYqFactoryPowerCalibrationControl::observers()
+{
+    return ObserverTable<ISdkControl, Observer, SdkObserverAdapter>(m_control, m_mutex, m_observers);
+}
 
 SdkYqFactoryPowerCalibrationControl::SdkYqFactoryPowerCalibrationControl(ReacquiringControl<ISdkControl> control)
     : m_control(std::move(control))
@@ -42,22 +48,22 @@ void SdkYqFactoryPowerCalibrationControl::saveCalibrationData(std::chrono::sys_s
 
 void SdkYqFactoryPowerCalibrationControl::addObserver(Observer* observer)
 {
-    m_observers.add(m_control, observer);
+    observers().add(observer);
 }
 
 void SdkYqFactoryPowerCalibrationControl::removeObserver(Observer* observer)
 {
-    m_observers.remove(m_control, observer);
+    observers().remove(observer);
 }
 
 void SdkYqFactoryPowerCalibrationControl::onControlsAboutToBeReleased()
 {
-    m_observers.detachAll(m_control);
+    observers().detachAll();
 }
 
 void SdkYqFactoryPowerCalibrationControl::onControlsAvailable()
 {
-    m_observers.attachAll(m_control);
+    observers().attachAll();
 }
 
 } // namespace tov::devices::service

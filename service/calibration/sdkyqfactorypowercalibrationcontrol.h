@@ -5,10 +5,12 @@
 #include "sdk/service/iyqfactorypowercalibrationcontrol.h"
 #include "service/calibration/calibrationstate.h"
 #include "service/devicesservice_export.h"
-#include "service/support/observertable.h"
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
 #include <vector>
 
 namespace tov::devices::service {
@@ -100,8 +102,11 @@ public:
 private:
     class DEVICESSERVICE_NO_EXPORT SdkObserverAdapter;
 
+    auto observers();
+
     ReacquiringControl<sdk::service::IYqFactoryPowerCalibrationControl> m_control;
-    ObserverTable<sdk::service::IYqFactoryPowerCalibrationControl, Observer, SdkObserverAdapter> m_observers;
+    std::mutex m_mutex; // guards all below
+    std::unordered_map<Observer*, std::shared_ptr<SdkObserverAdapter>> m_observers;
 };
 
 } // namespace tov::devices::service

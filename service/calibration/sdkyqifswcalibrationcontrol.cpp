@@ -2,6 +2,7 @@
 
 #include "service/calibration/calibrationobserveradapter.h"
 #include "service/calibration/readfrequencyplan.h"
+#include "service/support/observertable.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,11 +34,16 @@ ISdkControl::CalibrationGroup takeToSdk(Adapter::IfswCalibrationGroup& group)
 
 } // namespace
 
-class SdkYqIfswCalibrationControl::SdkObserverAdapter
-    : public CalibrationObserverAdapter<ISdkControl::Observer, Observer>
+class SdkYqIfswCalibrationControl::SdkObserverAdapter final
+    : public Registration<CalibrationObserverAdapter<ISdkControl::Observer, Observer>>
 {
-    using CalibrationObserverAdapter::CalibrationObserverAdapter;
+    using Registration::Registration;
 };
+
+auto SdkYqIfswCalibrationControl::observers()
+{
+    return ObserverTable<ISdkControl, Observer, SdkObserverAdapter>(m_control, m_mutex, m_observers);
+}
 
 SdkYqIfswCalibrationControl::SdkYqIfswCalibrationControl(ReacquiringControl<ISdkControl> control)
     : m_control(std::move(control))
@@ -63,22 +69,22 @@ void SdkYqIfswCalibrationControl::saveCalibrationData(IfswCalibrationData data)
 
 void SdkYqIfswCalibrationControl::addObserver(Observer* observer)
 {
-    m_observers.add(m_control, observer);
+    observers().add(observer);
 }
 
 void SdkYqIfswCalibrationControl::removeObserver(Observer* observer)
 {
-    m_observers.remove(m_control, observer);
+    observers().remove(observer);
 }
 
 void SdkYqIfswCalibrationControl::onControlsAboutToBeReleased()
 {
-    m_observers.detachAll(m_control);
+    observers().detachAll();
 }
 
 void SdkYqIfswCalibrationControl::onControlsAvailable()
 {
-    m_observers.attachAll(m_control);
+    observers().attachAll();
 }
 
 } // namespace tov::devices::service

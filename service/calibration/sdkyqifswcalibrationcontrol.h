@@ -5,10 +5,12 @@
 #include "sdk/service/iyqifswcalibrationcontrol.h"
 #include "service/calibration/calibrationstate.h"
 #include "service/devicesservice_export.h"
-#include "service/support/observertable.h"
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
 #include <vector>
 
 namespace tov::devices::service {
@@ -106,8 +108,11 @@ public:
 private:
     class DEVICESSERVICE_NO_EXPORT SdkObserverAdapter;
 
+    auto observers();
+
     ReacquiringControl<sdk::service::IYqIfswCalibrationControl> m_control;
-    ObserverTable<sdk::service::IYqIfswCalibrationControl, Observer, SdkObserverAdapter> m_observers;
+    std::mutex m_mutex; // guards all below
+    std::unordered_map<Observer*, std::shared_ptr<SdkObserverAdapter>> m_observers;
 };
 
 } // namespace tov::devices::service

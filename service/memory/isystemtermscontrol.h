@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/slotorder.h"
+#include "sdk/slotorder.h"
 #include "vna/errorterms.h"
 
 #include <QDateTime>

@@ -41,16 +41,6 @@ std::vector<unsigned char> toSdk(const QByteArray& data)
     return {data.begin(), data.end()};
 }
 
-// As request(), for a store that may be there and still not be usable.
-template <typename Result, auto convert = PassOn(), typename Start>
-Result requestAvailable(const ReacquiringControl<ISdkControl>& handle, Start start)
-{
-    const auto locked = handle.lock();
-    if (!locked || !locked->isAvailable())
-        return std::unexpected(QStringLiteral("File memory control is unavailable"));
-    return callAndWait<Result, convert>(*locked, start);
-}
-
 } // namespace
 
 SdkFileMemoryControl::SdkFileMemoryControl(ReacquiringControl<ISdkControl> control)
@@ -60,30 +50,30 @@ SdkFileMemoryControl::SdkFileMemoryControl(ReacquiringControl<ISdkControl> contr
 
 std::expected<QList<IFileMemoryControl::FileInfo>, QString> SdkFileMemoryControl::fileList()
 {
-    return requestAvailable<std::expected<QList<FileInfo>, QString>, toFileList>(m_control, &ISdkControl::fileList);
+    return request<std::expected<QList<FileInfo>, QString>, toFileList>(m_control, &ISdkControl::fileList);
 }
 
 std::expected<IFileMemoryControl::SpaceInfo, QString> SdkFileMemoryControl::spaceInfo()
 {
-    return requestAvailable<std::expected<SpaceInfo, QString>, toSpaceInfo>(m_control, &ISdkControl::spaceInfo);
+    return request<std::expected<SpaceInfo, QString>, toSpaceInfo>(m_control, &ISdkControl::spaceInfo);
 }
 
 std::expected<QByteArray, QString> SdkFileMemoryControl::readFile(const FileInfo& file)
 {
-    return requestAvailable<std::expected<QByteArray, QString>, toByteArray>(
+    return request<std::expected<QByteArray, QString>, toByteArray>(
         m_control, [&](ISdkControl& sdk, const auto& answer) { sdk.readFile(toSdk(file), answer); });
 }
 
 std::expected<void, QString> SdkFileMemoryControl::writeFile(const QString& name, const QByteArray& data)
 {
-    return requestAvailable<std::expected<void, QString>>(m_control, [&](ISdkControl& sdk, const auto& answer) {
+    return request<std::expected<void, QString>>(m_control, [&](ISdkControl& sdk, const auto& answer) {
         sdk.writeFile(name.toStdString(), toSdk(data), answer);
     });
 }
 
 std::expected<void, QString> SdkFileMemoryControl::deleteFile(const FileInfo& file)
 {
-    return requestAvailable<std::expected<void, QString>>(
+    return request<std::expected<void, QString>>(
         m_control, [&](ISdkControl& sdk, const auto& answer) { sdk.deleteFile(toSdk(file), answer); });
 }
 

@@ -37,7 +37,7 @@ SdkMemoryOperationsControl::SdkMemoryOperationsControl(ReacquiringControl<ISdkCo
 
 SdkMemoryOperationsControl::~SdkMemoryOperationsControl()
 {
-    SdkMemoryOperationsControl::onControlsAboutToBeReleased();
+    detachForEver(m_control, m_observer.get());
 }
 
 std::expected<std::vector<std::byte>, IMemoryOperationsControl::Error> SdkMemoryOperationsControl::read()

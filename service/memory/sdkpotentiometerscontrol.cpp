@@ -22,7 +22,13 @@ SdkPotentiometersControl::SdkPotentiometersControl(ReacquiringControl<ISdkContro
 }
 
 SdkPotentiometersControl::SdkPotentiometersControl(const SdkPotentiometersControl& other) = default;
-SdkPotentiometersControl::SdkPotentiometersControl(SdkPotentiometersControl&& other) = default;
+
+// Copies, so that a moved-from adapter still finds its control.
+SdkPotentiometersControl::SdkPotentiometersControl(SdkPotentiometersControl&& other)
+    : SdkPotentiometersControl(std::as_const(other))
+{
+}
+
 SdkPotentiometersControl::~SdkPotentiometersControl() = default;
 
 std::vector<PotentiometerInfo> SdkPotentiometersControl::potentiometers() const

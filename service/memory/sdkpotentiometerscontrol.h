@@ -17,7 +17,7 @@ public:
     /// Reaches the same SDK control as `other`.
     SdkPotentiometersControl(const SdkPotentiometersControl& other);
 
-    /// The same; `other` finds no new control once the present one is gone.
+    /// The same: `other` remains as it is.
     SdkPotentiometersControl(SdkPotentiometersControl&& other);
 
     SdkPotentiometersControl& operator=(const SdkPotentiometersControl&) = delete;

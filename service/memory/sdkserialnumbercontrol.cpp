@@ -30,7 +30,7 @@ SdkSerialNumberControl::SdkSerialNumberControl(ReacquiringControl<ISdkControl> c
 
 SdkSerialNumberControl::~SdkSerialNumberControl()
 {
-    SdkSerialNumberControl::onControlsAboutToBeReleased();
+    detachForEver(m_control, m_observer.get());
 }
 
 std::expected<unsigned int, ISerialNumberControl::Error> SdkSerialNumberControl::serialNumber() const

@@ -3,6 +3,7 @@
 #include "devices/errortermstosdk.h"
 #include "service/support/callforwarding.h"
 #include "service/support/convertlist.h"
+#include "service/support/enumerationmap.h"
 #include "service/support/observerlist.h"
 
 namespace tov::devices::service {
@@ -23,11 +24,7 @@ std::vector<ISdkControl::TermsRecord> toSdk(const std::vector<ISystemTermsContro
     });
 }
 
-ISystemTermsControl::Status toStatus(int status)
-{
-    using Status = ISystemTermsControl::Status;
-    return status >= 1 && status <= 9 ? static_cast<Status>(status) : Status::Status0;
-}
+constexpr auto statuses = sameNumbers<10>(ISystemTermsControl::Status::Status0);
 
 } // namespace
 
@@ -37,7 +34,10 @@ public:
     void onTermsNotice() override { observers.notifyCopy(&Observer::onTermsNotice); }
     void onTermsValue(unsigned int value) override { observers.notifyCopy(&Observer::onTermsValue, value); }
     void onTermsSecondNotice() override { observers.notifyCopy(&Observer::onTermsSecondNotice); }
-    void onTermsStatus(int status) override { observers.notifyCopy(&Observer::onTermsStatus, toStatus(status)); }
+    void onTermsStatus(int status) override
+    {
+        observers.notifyCopy(&Observer::onTermsStatus, statuses.fromSdk(status));
+    }
 
     ObserverList<ISystemTermsControl::Observer> observers;
 
@@ -54,7 +54,7 @@ SdkSystemTermsControl::SdkSystemTermsControl(ReacquiringControl<ISdkControl> con
 
 SdkSystemTermsControl::~SdkSystemTermsControl()
 {
-    SdkSystemTermsControl::onControlsAboutToBeReleased();
+    detachForEver(m_control, m_listener.get());
 }
 
 std::vector<ISystemTermsControl::TermsRecord> SdkSystemTermsControl::termsRecords()

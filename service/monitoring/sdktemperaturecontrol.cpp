@@ -1,5 +1,7 @@
 #include "service/monitoring/sdktemperaturecontrol.h"
 
+#include "service/support/callforwarding.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -28,14 +30,14 @@ SdkTemperatureControl::SdkTemperatureControl(ReacquiringControl<ISdkControl> con
     try {
         attachAdapter();
     } catch (...) {
-        tryDetachAdapter();
+        detachForEver(m_control, m_adapter.get()); // it may be the first reading that failed
         throw;
     }
 }
 
 SdkTemperatureControl::~SdkTemperatureControl()
 {
-    detachAdapter();
+    detachForEver(m_control, m_adapter.get());
 }
 
 double SdkTemperatureControl::temperature() const
@@ -71,17 +73,7 @@ void SdkTemperatureControl::attachAdapter()
 
 void SdkTemperatureControl::detachAdapter()
 {
-    if (const auto locked = m_control.lock())
-        locked->removeObserver(m_adapter.get());
-}
-
-// The SDK may hold the adapter although it threw.
-void SdkTemperatureControl::tryDetachAdapter() noexcept
-try {
-    detachAdapter();
-} catch (...) {
-    // The SDK may know it for ever; the exception that led here is the one to report.
-    [[maybe_unused]] const SdkObserverAdapter* const known = m_adapter.release();
+    write(m_control, &ISdkControl::removeObserver, m_adapter.get());
 }
 
 void SdkTemperatureControl::onSdkTemperatureChanged()

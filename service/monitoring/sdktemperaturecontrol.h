@@ -65,7 +65,6 @@ private:
 
     void attachAdapter();
     void detachAdapter();
-    void tryDetachAdapter() noexcept;
     void onSdkTemperatureChanged();
     void refreshSnapshot();
 

@@ -28,7 +28,7 @@ struct Outcome<bool>
     static bool absent() { return false; }
 };
 
-/// Failures are the text that the error code's category has for it.
+/// Failures are the text that the error code's category has for it; only the file memory answers so.
 template <typename Value>
 struct Outcome<std::expected<Value, QString>>
 {
@@ -36,6 +36,10 @@ struct Outcome<std::expected<Value, QString>>
     static std::unexpected<QString> failed(const std::error_code& error)
     {
         return std::unexpected(QString::fromStdString(error.message()));
+    }
+    static std::unexpected<QString> absent()
+    {
+        return std::unexpected(QStringLiteral("File memory control is unavailable"));
     }
 };
 
@@ -104,12 +108,22 @@ Result callAndWait(T& control, Operation operation, Arguments&&... arguments)
     return future.get();
 }
 
-/// `callAndWait()` on the control that `handle` lends; the result for an absent control when there is none. The
-/// control is let go of after everything else.
+/// Whether `control` can be used now: it says so itself if it has a say.
+template <typename T>
+bool isUsable(T& control)
+{
+    if constexpr (requires { control.isAvailable(); })
+        return control.isAvailable();
+    else
+        return true;
+}
+
+/// `callAndWait()` on the control that `handle` lends; the result for an absent control when there is none that can be
+/// used. The control is let go of after everything else.
 template <typename Result, auto convert = PassOn(), typename T, typename Operation, typename... Arguments>
 Result request(const ReacquiringControl<T>& handle, Operation operation, Arguments&&... arguments)
 {
-    if (const auto locked = handle.lock())
+    if (const auto locked = handle.lock(); locked && isUsable(*locked))
         return callAndWait<Result, convert>(*locked, operation, std::forward<Arguments>(arguments)...);
     return Outcome<Result>::absent();
 }

@@ -76,4 +76,20 @@ void write(const ReacquiringControl<T>& control, Setter setter, Arguments&&... a
         std::invoke(setter, *locked, std::forward<Arguments>(arguments)...);
 }
 
+/// Ends the registration of `observer` with the SDK, for destructors: a control that cannot be found is absent there.
+/// Should the SDK throw, which it must not, the program ends.
+template <typename Handle, typename Observer>
+void detachForEver(const Handle& handle, Observer* observer) noexcept
+{
+    const auto lockIfFound = [&]() -> decltype(handle.lock()) {
+        try {
+            return handle.lock();
+        } catch (...) {
+            return {};
+        }
+    };
+    if (const auto locked = lockIfFound())
+        locked->removeObserver(observer);
+}
+
 } // namespace tov::devices::service

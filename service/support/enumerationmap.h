@@ -36,4 +36,15 @@ struct EnumerationMap
     }
 };
 
+/// The map of an enumeration of `Count` values, each of the SDK's number; any other value or number is `unknown`.
+template <std::size_t Count, typename Enumeration>
+constexpr EnumerationMap<Enumeration, Count> sameNumbers(Enumeration unknown)
+{
+    EnumerationMap<Enumeration, Count> map{
+        .pairs = {}, .unknownFromSdk = unknown, .unknownToSdk = static_cast<int>(unknown)};
+    for (std::size_t number = 0; number < Count; ++number)
+        map.pairs[number] = {static_cast<Enumeration>(number), static_cast<int>(number)};
+    return map;
+}
+
 } // namespace tov::devices::service

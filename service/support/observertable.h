@@ -4,299 +4,237 @@
 
 #include <memory>
 #include <mutex>
-#include <new>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace tov::devices::service {
 
-/// The application's observers of one control, not owned, each with an `Adapter` that observes the SDK for it. One
-/// that came twice is told once. The SDK is never called under the lock, so it may call back at any time.
+/// An `Adapter`, which observes the SDK for one observer, with what an `ObserverTable` knows of its registration.
+template <typename Adapter>
+class Registration : public Adapter
+{
+    using Adapter::Adapter;
+
+    template <typename SdkControl, typename Observer, typename Registered>
+    friend class ObserverTable;
+
+    bool attached = true;   // the SDK has it, as far as the table knows, or is about to
+    int underWay = 0;       // calls to the SDK for it
+    std::thread::id caller; // who makes these, or the first of them, or made the last
+    bool uncertain = false; // several threads make them: what they bring about together is not known
+    bool isNew = true;      // nothing was announced since it was added
+};
+
+/// The application's observers of one control, not owned, each with a `Registration` that observes the SDK for it. One
+/// that came twice is told once. This is the way to work with the `entries`; it keeps nothing itself.
 ///
-/// An `Adapter` is made of its observer, and its operation tell(observer) changes whom it tells; a null pointer
-/// silences it.
+/// A registration is made of its observer; its operation silence() keeps it from telling, and isSilent() says so.
 ///
-/// Thread: *any thread*. Only one thread at a time works on the registration of an adapter. What others want
-/// meanwhile they write into the table, and the one that is at work brings it about before it returns; nobody waits.
-/// An adapter that the SDK may hold, because it threw instead of letting go of it, is kept as long as the table.
-template <typename SdkControl, typename Observer, typename Adapter>
+/// Thread: *any thread*. The SDK is never called under the lock, so it may call back at any time, and nobody waits.
+/// Without a race there is one call to the SDK for each change. Where calls of several threads for one registration
+/// overlapped, each takes back what it registered, and the last one to return registers anew if the table says so:
+/// what is put right so can overlap with new calls only, and is then put right by the last of these.
+template <typename SdkControl, typename Observer, typename Registered>
 class ObserverTable
 {
 public:
-    /// How the SDK's control is reached; every operation is given the way to the same one.
+    /// How the SDK's control is reached.
     using Control = ReacquiringControl<SdkControl>;
+
+    /// Registrations are shared with the calls that are under way for them.
+    using Entries = std::unordered_map<Observer*, std::shared_ptr<Registered>>;
+
+    /// Works with `entries`, which `mutex` guards.
+    ObserverTable(const Control& control, std::mutex& mutex, Entries& entries)
+        : m_control(control)
+        , m_mutex(mutex)
+        , m_entries(entries)
+    {
+    }
 
     /// Registers `observer`, now or when the controls are available; one that is registered already and a null
     /// pointer change nothing.
-    void add(const Control& control, Observer* observer);
+    void add(Observer* observer)
+    {
+        if (observer == nullptr)
+            return;
+        const auto registration = std::make_shared<Registered>(observer);
+        std::unique_lock lock(m_mutex);
+        if (!m_entries.try_emplace(observer, registration).second)
+            return;
+        Call call(*this, registration);
+        lock.unlock();
+        call.attach(m_control.lock());
+    }
 
     /// `observer` is not told any more once this has returned or thrown.
-    void remove(const Control& control, Observer* observer);
+    void remove(Observer* observer)
+    {
+        std::unique_lock lock(m_mutex);
+        const auto found = m_entries.find(observer);
+        if (found == m_entries.end())
+            return;
+        const std::shared_ptr<Registered> registration = std::move(found->second);
+        m_entries.erase(found);
+        registration->attached = false;
+        Call call(*this, registration);
+        lock.unlock();
+        const Silencing silencing(*registration);
+        call.detach(m_control.lock());
+    }
 
-    /// Attaches every adapter that is not.
-    void attachAll(const Control& control);
+    /// Attaches everybody who is not.
+    void attachAll() { changeAll(true, &Call::attach); }
 
-    /// Detaches every adapter that is attached, and keeps it.
-    void detachAll(const Control& control);
+    /// Detaches everybody who is attached, and keeps them.
+    void detachAll() { changeAll(false, &Call::detach); }
 
 private:
-    struct Registration final : Adapter
+    using Locked = typename Control::Locked;
+
+    struct Silencing
     {
-        using Adapter::Adapter;
+        explicit Silencing(Registered& registration) noexcept
+            : silenced(registration)
+        {
+        }
+        Silencing(const Silencing&) = delete;
+        Silencing& operator=(const Silencing&) = delete;
+        ~Silencing() { silenced.silence(); }
 
-        bool atWork = false;    // a thread is calling the SDK for it, or will
-        bool changed = false;   // others changed their mind meanwhile
-        bool available = false; // the controls were announced meanwhile
-        bool isNew = true;      // nothing was announced since it was added
-        bool abandoned = false; // removed meanwhile: whoever is at work disposes of it
-        bool lost = false;      // the SDK may hold it for ever
-
-        std::unique_ptr<Registration> next; // lost one
+        Registered& silenced;
     };
 
-    struct Entry
-    {
-        std::unique_ptr<Registration> adapter;
-        bool attached = false; // the SDK has it, as far as the table knows, or is about to
-    };
-
-    using Entries = std::unordered_map<Observer*, Entry>;
-
-    /// What one thread does for one adapter, which is marked as at work.
-    class Work
+    /// A call to the SDK for one registration, from the decision in the table on. One that fails leaves the
+    /// registration waiting for the controls.
+    class Call
     {
     public:
-        Work(ObserverTable& table, Observer* observer, Registration* adapter, bool registered) noexcept
+        // Under the lock.
+        Call(ObserverTable& table, std::shared_ptr<Registered> registration) noexcept
             : m_table(table)
-            , m_observer(observer)
-            , m_adapter(adapter)
-            , m_registered(registered)
+            , m_registration(std::move(registration))
         {
+            meet(*m_registration);
+            if (m_registration->underWay++ == 0)
+                takeOver();
         }
-        Work(Work&& other) noexcept
-            : m_table(other.m_table)
-            , m_observer(other.m_observer)
-            , m_adapter(std::exchange(other.m_adapter, nullptr))
-            , m_registered(other.m_registered)
+        Call(Call&&) noexcept = default;
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+        Call& operator=(Call&&) = delete;
+        ~Call()
         {
-        }
-        Work(const Work&) = delete;
-        Work& operator=(const Work&) = delete;
-        Work& operator=(Work&&) = delete;
-        ~Work()
-        {
-            if (m_adapter == nullptr)
+            if (!m_registration)
                 return;
             const std::lock_guard guard(m_table.m_mutex);
-            end();
+            m_registration->attached = false;
+            --m_registration->underWay;
         }
 
-        void attach(SdkControl& sdkControl)
+        // Under the lock: what is decided about `registration` meets the calls that other threads make for it.
+        static void meet(Registered& registration) noexcept
         {
-            m_registered = true;
-            sdkControl.addObserver(m_adapter);
-        }
-        void detach(SdkControl& sdkControl)
-        {
-            sdkControl.removeObserver(m_adapter);
-            m_registered = false;
+            if (registration.underWay > 0 && registration.caller != std::this_thread::get_id())
+                registration.uncertain = true;
         }
 
-        /// Ends the work unless it does not fit any more.
-        bool tryEnd()
+        void attach(Locked locked)
+        {
+            do {
+                if (m_registration->isSilent()) // removed before its turn came
+                    locked = {};
+                if (locked)
+                    locked->addObserver(m_registration.get());
+                if (endIfCertain(static_cast<bool>(locked)))
+                    return;
+                if (locked)
+                    locked->removeObserver(m_registration.get());
+            } while (mustAttach() && (locked = m_table.m_control.lock(), true));
+        }
+
+        void detach(const Locked& locked)
+        {
+            if (locked)
+                locked->removeObserver(m_registration.get());
+            if (mustAttach())
+                attach(m_table.m_control.lock());
+        }
+
+    private:
+        void takeOver() noexcept
+        {
+            m_registration->caller = std::this_thread::get_id();
+            m_registration->uncertain = false;
+        }
+
+        void end() noexcept
+        {
+            --m_registration->underWay;
+            m_registration = nullptr;
+        }
+
+        bool endIfCertain(bool attached)
         {
             const std::lock_guard guard(m_table.m_mutex);
-            if (m_adapter->changed || (m_adapter->available && !m_registered))
+            if (m_registration->uncertain)
                 return false;
+            if (!attached)
+                m_registration->attached = false;
             end();
             return true;
         }
 
-        /// Brings about what the table says; the SDK does not have the adapter.
-        void settle(const Control& control)
-        {
-            while (mustAttach()) {
-                const auto locked = control.lock();
-                if (locked)
-                    attach(*locked);
-                if (tryEnd())
-                    return;
-                if (locked)
-                    detach(*locked);
-            }
-        }
-
-    private:
-        // Null after the observer was removed, and also when it was then added anew.
-        Entry* entry() const
-        {
-            const auto found = m_table.m_entries.find(m_observer);
-            return found != m_table.m_entries.end() && found->second.adapter.get() == m_adapter ? &found->second
-                                                                                                : nullptr;
-        }
-
+        // Whether this call has to put right what calls that overlapped have left; otherwise it has ended.
         bool mustAttach()
         {
             const std::lock_guard guard(m_table.m_mutex);
-            m_adapter->changed = false;
-            m_adapter->available = false;
-            if (const Entry* const wanted = entry(); wanted != nullptr && wanted->attached)
-                return true;
+            if (m_registration->uncertain && m_registration->underWay == 1) {
+                takeOver();
+                if (m_registration->attached)
+                    return true;
+            }
             end();
             return false;
         }
 
-        // Under the lock.
-        void end() noexcept
-        {
-            Entry* const ended = entry();
-            Registration* const adapter = std::exchange(m_adapter, nullptr);
-            adapter->atWork = false;
-            adapter->changed = false;
-            adapter->available = false;
-            if (ended != nullptr) {
-                // Otherwise it says what was wanted, also when the SDK threw.
-                if (!m_registered)
-                    ended->attached = false;
-                return;
-            }
-            adapter->lost = adapter->lost || m_registered;
-            if (adapter->abandoned)
-                m_table.dispose(std::unique_ptr<Registration>(adapter));
-        }
-
         ObserverTable& m_table;
-        Observer* const m_observer;
-        Registration* m_adapter;
-        bool m_registered; // the SDK has it, or threw while it was given it
+        std::shared_ptr<Registered> m_registration;
     };
 
-    std::vector<Work> take(bool attached, bool onlyNew);
-    void dispose(std::unique_ptr<Registration> adapter) noexcept;
-
-    std::mutex m_mutex; // guards all below
-    Entries m_entries;
-};
-
-template <typename SdkControl, typename Observer, typename Adapter>
-void ObserverTable<SdkControl, Observer, Adapter>::add(const Control& control, Observer* observer)
-{
-    if (observer == nullptr)
-        return;
-    Registration* adapter = nullptr;
+    void changeAll(bool attached, auto change)
     {
-        const std::lock_guard guard(m_mutex);
-        if (m_entries.contains(observer))
+        const Locked locked = m_control.lock();
+        if (!locked)
             return;
-        auto made = std::make_unique<Registration>(observer);
-        adapter = made.get();
-        adapter->atWork = true;
-        m_entries.emplace(observer, Entry{std::move(made), true});
+        for (auto calls = decide(attached, true); !calls.empty(); calls = decide(attached, false))
+            for (Call& call : calls)
+                (call.*change)(locked);
     }
-    Work(*this, observer, adapter, false).settle(control);
-}
 
-template <typename SdkControl, typename Observer, typename Adapter>
-void ObserverTable<SdkControl, Observer, Adapter>::remove(const Control& control, Observer* observer)
-{
-    if (observer == nullptr)
-        return;
-    std::unique_ptr<Registration> adapter;
+    // Whom to change; when it is not the first time, of those that other threads have added meanwhile.
+    std::vector<Call> decide(bool attached, bool first)
     {
+        std::vector<Call> calls;
         const std::lock_guard guard(m_mutex);
-        const auto found = m_entries.find(observer);
-        if (found == m_entries.end())
-            return;
-        adapter = std::move(found->second.adapter);
-        m_entries.erase(found);
-        adapter->changed = true;
-    }
-
-    // Whatever the SDK does with it from now on, nobody is told.
-    adapter->tell(nullptr);
-    try {
-        if (const auto locked = control.lock())
-            locked->removeObserver(adapter.get());
-    } catch (...) {
-        const std::lock_guard guard(m_mutex);
-        adapter->lost = true;
-        dispose(std::move(adapter));
-        throw;
-    }
-
-    const std::lock_guard guard(m_mutex);
-    dispose(std::move(adapter));
-}
-
-template <typename SdkControl, typename Observer, typename Adapter>
-void ObserverTable<SdkControl, Observer, Adapter>::attachAll(const Control& control)
-{
-    if (!control.lock())
-        return;
-    for (Work& work : take(true, false))
-        work.settle(control);
-}
-
-template <typename SdkControl, typename Observer, typename Adapter>
-void ObserverTable<SdkControl, Observer, Adapter>::detachAll(const Control& control)
-{
-    std::vector<Work> unsettled;
-    if (const auto locked = control.lock()) {
-        // Again for those that were added meanwhile.
-        for (auto works = take(false, false); !works.empty(); works = take(false, true))
-            for (Work& work : works) {
-                work.detach(*locked);
-                if (!work.tryEnd())
-                    unsettled.push_back(std::move(work));
+        calls.reserve(m_entries.size());
+        for (const auto& [observer, registration] : m_entries) {
+            const bool isNew = std::exchange(registration->isNew, false);
+            if (registration->attached == attached) {
+                Call::meet(*registration);
+            } else if (first || (isNew && registration->caller != std::this_thread::get_id())) {
+                registration->attached = attached;
+                calls.emplace_back(*this, registration);
             }
-    }
-    for (Work& work : unsettled)
-        work.settle(control);
-}
-
-// Makes the table say that every adapter is attached, or that none is, and gives what is to be done about it.
-template <typename SdkControl, typename Observer, typename Adapter>
-auto ObserverTable<SdkControl, Observer, Adapter>::take(bool attached, bool onlyNew) -> std::vector<Work>
-{
-    std::vector<Work> works;
-    const std::lock_guard guard(m_mutex);
-    works.reserve(m_entries.size());
-    for (auto& [observer, entry] : m_entries) {
-        if (observer == nullptr || (onlyNew && !entry.adapter->isNew))
-            continue;
-        entry.adapter->isNew = false;
-        entry.adapter->available = attached;
-        if (entry.attached == attached)
-            continue;
-        entry.attached = attached;
-        if (entry.adapter->atWork) {
-            entry.adapter->changed = true;
-        } else {
-            entry.adapter->atWork = true;
-            works.emplace_back(*this, observer, entry.adapter.get(), !attached);
         }
+        return calls;
     }
-    return works;
-}
 
-// Deletes an adapter that was removed, or leaves that to the thread that is at work on it. One that the SDK may hold is
-// kept under no observer. Under the lock.
-template <typename SdkControl, typename Observer, typename Adapter>
-void ObserverTable<SdkControl, Observer, Adapter>::dispose(std::unique_ptr<Registration> adapter) noexcept
-{
-    if (adapter->atWork) {
-        adapter.release()->abandoned = true;
-    } else if (adapter->lost) {
-        Registration* const lost = adapter.release(); // not deleted, even if there is no memory for its entry
-        try {
-            auto& kept = m_entries[nullptr].adapter;
-            lost->next = std::move(kept);
-            kept.reset(lost);
-        } catch (const std::bad_alloc&) {
-            lost->abandoned = true; // and stays where it is
-        }
-    }
-}
+    const Control& m_control;
+    std::mutex& m_mutex; // guards all below
+    Entries& m_entries;
+};
 
 } // namespace tov::devices::service

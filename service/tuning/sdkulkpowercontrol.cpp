@@ -20,39 +20,12 @@ using DiscreteAttenuatorMode = SdkUlkPowerControl::DiscreteAttenuatorMode;
 using StepAttenuatorMode = SdkUlkPowerControl::StepAttenuatorMode;
 
 // Unknown numbers fold into 0, unlike those of other modules: intended.
-constexpr EnumerationMap<AmpGain, 2> ampGains{
-    .pairs = {{{AmpGain::Gain0, 0}, {AmpGain::Gain1, 1}}},
-    .unknownFromSdk = AmpGain::Gain0,
-    .unknownToSdk = 0,
-};
-constexpr EnumerationMap<SyntPowerMode, 2> syntPowerModes{
-    .pairs = {{{SyntPowerMode::Mode0, 0}, {SyntPowerMode::Mode1, 1}}},
-    .unknownFromSdk = SyntPowerMode::Mode0,
-    .unknownToSdk = 0,
-};
-constexpr EnumerationMap<AttenuationMode, 2> attenuationModes{
-    .pairs = {{{AttenuationMode::Mode0, 0}, {AttenuationMode::Mode1, 1}}},
-    .unknownFromSdk = AttenuationMode::Mode0,
-    .unknownToSdk = 0,
-};
-constexpr EnumerationMap<CommonAttenuationMode, 2> commonAttenuationModes{
-    .pairs = {{{CommonAttenuationMode::Mode0, 0}, {CommonAttenuationMode::Mode1, 1}}},
-    .unknownFromSdk = CommonAttenuationMode::Mode0,
-    .unknownToSdk = 0,
-};
-constexpr EnumerationMap<DiscreteAttenuatorMode, 2> discreteAttenuatorModes{
-    .pairs = {{{DiscreteAttenuatorMode::Mode0, 0}, {DiscreteAttenuatorMode::Mode1, 1}}},
-    .unknownFromSdk = DiscreteAttenuatorMode::Mode0,
-    .unknownToSdk = 0,
-};
-constexpr EnumerationMap<StepAttenuatorMode, 4> stepAttenuatorModes{
-    .pairs = {{{StepAttenuatorMode::Mode0, 0},
-               {StepAttenuatorMode::Mode1, 1},
-               {StepAttenuatorMode::Mode2, 2},
-               {StepAttenuatorMode::Mode3, 3}}},
-    .unknownFromSdk = StepAttenuatorMode::Mode0,
-    .unknownToSdk = 0,
-};
+constexpr auto ampGains = sameNumbers<2>(AmpGain::Gain0);
+constexpr auto syntPowerModes = sameNumbers<2>(SyntPowerMode::Mode0);
+constexpr auto attenuationModes = sameNumbers<2>(AttenuationMode::Mode0);
+constexpr auto commonAttenuationModes = sameNumbers<2>(CommonAttenuationMode::Mode0);
+constexpr auto discreteAttenuatorModes = sameNumbers<2>(DiscreteAttenuatorMode::Mode0);
+constexpr auto stepAttenuatorModes = sameNumbers<4>(StepAttenuatorMode::Mode0);
 
 } // namespace
 

@@ -18,16 +18,8 @@ using DiscreteAttenuatorMode = SdkWn0807PowerControl::DiscreteAttenuatorMode;
 using PowerConstant = SdkWn0807PowerControl::PowerConstant;
 using DdsCorrectionMode = SdkWn0807PowerControl::DdsCorrectionMode;
 
-constexpr EnumerationMap<DacMode, 4> dacModes{
-    .pairs = {{{DacMode::Mode0, 0}, {DacMode::Mode1, 1}, {DacMode::Mode2, 2}, {DacMode::Mode3, 3}}},
-    .unknownFromSdk = DacMode::Mode3,
-    .unknownToSdk = 3,
-};
-constexpr EnumerationMap<PowerMode, 2> powerModes{
-    .pairs = {{{PowerMode::Mode0, 0}, {PowerMode::Mode1, 1}}},
-    .unknownFromSdk = PowerMode::Mode1,
-    .unknownToSdk = 1,
-};
+constexpr auto dacModes = sameNumbers<4>(DacMode::Mode3);
+constexpr auto powerModes = sameNumbers<2>(PowerMode::Mode1);
 // The last two are crossed: intended.
 constexpr EnumerationMap<StepAttenuatorMode, 5> stepAttenuatorModes{
     .pairs = {{{StepAttenuatorMode::Mode0, 0},
@@ -38,23 +30,9 @@ constexpr EnumerationMap<StepAttenuatorMode, 5> stepAttenuatorModes{
     .unknownFromSdk = StepAttenuatorMode::Mode3,
     .unknownToSdk = 3,
 };
-constexpr EnumerationMap<DiscreteAttenuatorMode, 3> discreteAttenuatorModes{
-    .pairs = {{{DiscreteAttenuatorMode::Mode0, 0},
-               {DiscreteAttenuatorMode::Mode1, 1},
-               {DiscreteAttenuatorMode::Mode2, 2}}},
-    .unknownFromSdk = DiscreteAttenuatorMode::Mode2,
-    .unknownToSdk = 2,
-};
-constexpr EnumerationMap<PowerConstant, 3> powerConstants{
-    .pairs = {{{PowerConstant::Constant0, 0}, {PowerConstant::Constant1, 1}, {PowerConstant::Constant2, 2}}},
-    .unknownFromSdk = PowerConstant::Constant2,
-    .unknownToSdk = 2,
-};
-constexpr EnumerationMap<DdsCorrectionMode, 2> ddsCorrectionModes{
-    .pairs = {{{DdsCorrectionMode::Mode0, 0}, {DdsCorrectionMode::Mode1, 1}}},
-    .unknownFromSdk = DdsCorrectionMode::Mode1,
-    .unknownToSdk = 1,
-};
+constexpr auto discreteAttenuatorModes = sameNumbers<3>(DiscreteAttenuatorMode::Mode2);
+constexpr auto powerConstants = sameNumbers<3>(PowerConstant::Constant2);
+constexpr auto ddsCorrectionModes = sameNumbers<2>(DdsCorrectionMode::Mode1);
 
 } // namespace
 

@@ -20,43 +20,14 @@ using RfFilter = SdkWn0807SynthesisControl::RfFilter;
 using DelayMode = SdkWn0807SynthesisControl::DelayMode;
 using PowerSyntEntry = SdkWn0807SynthesisControl::PowerSyntEntry;
 
-constexpr EnumerationMap<Capacitor, 2> capacitors{
-    .pairs = {{{Capacitor::Capacitor1, 0}, {Capacitor::Capacitor2, 1}}},
-    .unknownFromSdk = Capacitor::Capacitor2,
-    .unknownToSdk = 1,
-};
-constexpr EnumerationMap<CapacitorMode, 4> capacitorModes{
-    .pairs =
-        {{{CapacitorMode::Mode0, 0}, {CapacitorMode::Mode1, 1}, {CapacitorMode::Mode2, 2}, {CapacitorMode::Mode3, 3}}},
-    .unknownFromSdk = CapacitorMode::Mode3,
-    .unknownToSdk = 3,
-};
+constexpr auto capacitors = sameNumbers<2>(Capacitor::Capacitor2);
+constexpr auto capacitorModes = sameNumbers<4>(CapacitorMode::Mode3);
 // Unknown modes fold into the middle one: intended.
-constexpr EnumerationMap<RfPowerMode, 3> rfPowerModes{
-    .pairs = {{{RfPowerMode::Mode0, 0}, {RfPowerMode::Mode1, 1}, {RfPowerMode::Mode2, 2}}},
-    .unknownFromSdk = RfPowerMode::Mode1,
-    .unknownToSdk = 1,
-};
-constexpr EnumerationMap<IfMode, 2> ifModes{
-    .pairs = {{{IfMode::Mode0, 0}, {IfMode::Mode1, 1}}},
-    .unknownFromSdk = IfMode::Mode1,
-    .unknownToSdk = 1,
-};
-constexpr EnumerationMap<FilterMode, 3> filterModes{
-    .pairs = {{{FilterMode::Mode0, 0}, {FilterMode::Mode1, 1}, {FilterMode::Mode2, 2}}},
-    .unknownFromSdk = FilterMode::Mode2,
-    .unknownToSdk = 2,
-};
-constexpr EnumerationMap<RfFilter, 4> rfFilters{
-    .pairs = {{{RfFilter::Filter1, 0}, {RfFilter::Filter2, 1}, {RfFilter::Filter3, 2}, {RfFilter::Filter4, 3}}},
-    .unknownFromSdk = RfFilter::Filter4,
-    .unknownToSdk = 3,
-};
-constexpr EnumerationMap<DelayMode, 2> delayModes{
-    .pairs = {{{DelayMode::Mode0, 0}, {DelayMode::Mode1, 1}}},
-    .unknownFromSdk = DelayMode::Mode1,
-    .unknownToSdk = 1,
-};
+constexpr auto rfPowerModes = sameNumbers<3>(RfPowerMode::Mode1);
+constexpr auto ifModes = sameNumbers<2>(IfMode::Mode1);
+constexpr auto filterModes = sameNumbers<3>(FilterMode::Mode2);
+constexpr auto rfFilters = sameNumbers<4>(RfFilter::Filter4);
+constexpr auto delayModes = sameNumbers<2>(DelayMode::Mode1);
 
 PowerSyntEntry toEntry(const ISdkControl::PowerSyntEntry& entry)
 {

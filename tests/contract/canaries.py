@@ -34,10 +34,10 @@ CANARIES = {
         "virtual void setEnabled(bool enabled) = 0; virtual void toggle() = 0;",
         ("sdk::service::ILoLeakageControl",)),
     "overloads-not-turned-for-msvc": Canary(
-        "devices/slotorder.h", "#ifdef _MSC_VER", "#if 0",
+        "sdk/slotorder.h", "#ifdef _MSC_VER", "#if 0",
         ("sdk::service::ISystemTermsControl", "tov::devices::service::ISystemTermsControl"), ("msvc",)),
     "overloads-turned-for-all": Canary(
-        "devices/slotorder.h", "#ifdef _MSC_VER", "#if 1",
+        "sdk/slotorder.h", "#ifdef _MSC_VER", "#if 1",
         ("sdk::service::ISystemTermsControl", "tov::devices::service::ISystemTermsControl"), ("itanium",)),
     "swapped-fields": _swap(
         "sdk/corrections/errorterms.h", "int sourcePort = 0;", "int receiverPort = 0;", ("sdk::corrections::PathTerms",)),

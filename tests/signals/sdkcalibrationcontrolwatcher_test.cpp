@@ -272,15 +272,31 @@ TEST_F(SdkCalibrationController, WatcherIsAttachedInItsOwnThreadWhenTheHandleIsI
 
 TEST_F(SdkCalibrationController, WatcherPassesOnWhatTheSdkThrowsAndLeavesNothingBehind)
 {
-    // The fake registers and then throws, once.
-    fake->afterAdding = [this] {
-        fake->afterAdding = nullptr;
-        throw std::runtime_error("the instrument failed");
+    fake->duringCall = [this] {
+        if (fake->calls().back() == "addObserver()")
+            throw std::runtime_error("the instrument failed");
     };
     EXPECT_THROW(std::make_unique<SdkCalibrationControlWatcher>(*handle), std::runtime_error);
-    EXPECT_THAT(fake->calls(), ElementsAre("removeObserver()", "addObserver()", "removeObserver()"));
+    fake->duringCall = nullptr;
+    EXPECT_THAT(fake->calls(), ElementsAre("removeObserver()", "addObserver()"));
     EXPECT_THAT(fake->observers(), IsEmpty());
     EXPECT_EQ(fake.use_count(), 1);
+    handle->onControlsAvailable();
+    EXPECT_THAT(fake->observers(), IsEmpty());
+}
+
+TEST_F(SdkCalibrationController, WatcherThatGoesDoesNotHearOfAnAnnouncementAnyMore)
+{
+    auto watcher = std::make_unique<SdkCalibrationControlWatcher>(*handle);
+    int announcements = 0;
+    fake->duringCall = [&] {
+        ++announcements;
+        handle->onControlsAvailable();
+    };
+    watcher.reset();
+    fake->duringCall = nullptr;
+    EXPECT_EQ(announcements, 1);
+    EXPECT_THAT(fake->observers(), IsEmpty());
 }
 
 } // namespace tov::testing

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "devices/slotorder.h"
 #include "sdk/corrections/errorterms.h"
+#include "sdk/slotorder.h"
 
 #include <cstdint>
 #include <vector>

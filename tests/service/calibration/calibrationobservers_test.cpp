@@ -5,7 +5,9 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
+#include <vector>
 
 namespace tov::testing {
 
@@ -173,22 +175,76 @@ TYPED_TEST(SdkCalibration, LetsTheSdkCallBackWhileItRegisters)
     EXPECT_NE(this->fake->observers().front(), this->fake->observers().back());
 }
 
-TYPED_TEST(SdkCalibration, LetsTheSdkReleaseAndOfferWhileItRegistersOrLetsGo)
+TYPED_TEST(SdkCalibration, ReleasesAndOffersAtOnceWhileTheSdkRegistersOrLetsGo)
 {
-    const auto announceBoth = [&] {
-        this->fake->duringCall = nullptr;
+    int hooks = 0;
+    const auto announceBothOnce = [&] {
+        if (++hooks != 2) // when the SDK has done it
+            return;
+        const std::size_t before = this->fake->calls().size();
         this->calibration.onControlsAboutToBeReleased();
         this->calibration.onControlsAvailable();
+        EXPECT_GT(this->fake->calls().size(), before) << "nothing is put off";
     };
-    this->fake->duringCall = announceBoth;
+    this->fake->aroundRegistration = announceBothOnce;
     this->calibration.addObserver(&this->observer);
+    EXPECT_THAT(this->fake->calls(), ElementsAre("addObserver()", "removeObserver()", "addObserver()"));
     EXPECT_THAT(this->fake->observers(), SizeIs(1));
 
-    this->fake->duringCall = announceBoth;
+    hooks = 0;
     this->calibration.onControlsAboutToBeReleased();
+    EXPECT_THAT(this->fake->calls(),
+                ElementsAre("addObserver()", "removeObserver()", "addObserver()", "removeObserver()", "addObserver()"));
     EXPECT_THAT(this->fake->observers(), SizeIs(1)) << "they were announced last";
     this->calibration.onControlsAboutToBeReleased();
     EXPECT_THAT(this->fake->observers(), IsEmpty());
+}
+
+TYPED_TEST(SdkCalibration, WalksOverTheControlThatWasThereWhenItWasTold)
+{
+    StoryOfCalibration<TypeParam> second;
+    this->calibration.addObserver(&this->observer);
+    this->calibration.addObserver(&second);
+    this->calibration.onControlsAboutToBeReleased();
+
+    const auto old = std::weak_ptr(this->fake);
+    const auto journal = std::make_shared<Journal>();
+    this->fake->recordInto(journal);
+    this->fake->duringCall = [&, journal] {
+        if (journal->calls().size() == 1)
+            this->fake = std::make_shared<typename TypeParam::Fake>();
+    };
+    this->calibration.onControlsAvailable();
+    EXPECT_THAT(journal->calls(), ElementsAre("addObserver()", "addObserver()"));
+    EXPECT_TRUE(old.expired());
+    EXPECT_THAT(this->fake->calls(), IsEmpty());
+}
+
+TYPED_TEST(SdkCalibration, DoesNotAttachWhomTheSdkRemovedBeforeItsTurn)
+{
+    std::vector<StoryOfCalibration<TypeParam>> observers(3);
+    for (auto& each : observers)
+        this->calibration.addObserver(&each);
+    this->calibration.onControlsAboutToBeReleased();
+    this->fake = std::make_shared<typename TypeParam::Fake>();
+    this->fake->duringCall = [&] {
+        this->fake->duringCall = nullptr;
+        for (auto& each : observers)
+            this->calibration.removeObserver(&each);
+    };
+    this->calibration.onControlsAvailable();
+    this->fake->duringCall = nullptr;
+    for (auto* const attached : this->fake->observers())
+        EXPECT_EQ(attached, this->fake->observers().front()) << "only the one whose turn it was";
+}
+
+TYPED_TEST(SdkCalibration, RelaysWhatTheSdkTellsWhileItLetsGo)
+{
+    this->calibration.addObserver(&this->observer);
+    auto* const adapter = this->fake->observers().front();
+    this->fake->duringCall = [&] { adapter->onSecondEvent(); };
+    this->calibration.removeObserver(&this->observer);
+    EXPECT_THAT(this->observer.story, ElementsAre("second"));
 }
 
 TYPED_TEST(SdkCalibration, LetsAnObserverRemoveItselfWhileTheSdkRegistersIt)
@@ -223,25 +279,23 @@ TYPED_TEST(SdkCalibration, KeepsAnObserverThatTheSdkRefusedUntilTheControlsComeB
     EXPECT_THAT(this->fake->observers(), IsEmpty());
 }
 
-TYPED_TEST(SdkCalibration, SilencesAnObserverThatTheSdkDidNotLetGoOf)
+TYPED_TEST(SdkCalibration, ForgetsAnObserverAlsoWhenItsRemovalThrows)
 {
     this->calibration.addObserver(&this->observer);
-    this->fake->duringCall = [] { throw std::runtime_error("the instrument failed"); };
+    int hooks = 0;
+    this->fake->aroundRegistration = [&] {
+        if (++hooks == 2) // when it has let go
+            throw std::runtime_error("the instrument failed");
+    };
     EXPECT_THROW(this->calibration.removeObserver(&this->observer), std::runtime_error);
-    ASSERT_THAT(this->fake->observers(), SizeIs(1));
-    this->fake->observers().front()->onFirstEvent();
-    EXPECT_THAT(this->observer.story, IsEmpty());
-
-    this->fake->duringCall = nullptr;
-    this->calibration.addObserver(&this->observer);
-    ASSERT_THAT(this->fake->observers(), SizeIs(2));
-    for (auto* const adapter : this->fake->observers())
-        adapter->onFirstEvent();
-    EXPECT_THAT(this->observer.story, ElementsAre("first"));
-    this->calibration.removeObserver(&this->observer);
+    ASSERT_THAT(this->fake->observers(), IsEmpty());
     this->calibration.onControlsAboutToBeReleased();
     this->calibration.onControlsAvailable();
-    EXPECT_THAT(this->fake->observers(), SizeIs(1)) << "nobody but the silent one";
+    EXPECT_THAT(this->fake->observers(), IsEmpty());
+
+    this->calibration.addObserver(&this->observer);
+    EXPECT_THAT(this->fake->observers(), SizeIs(1));
+    this->calibration.removeObserver(&this->observer);
 }
 
 TYPED_TEST(SdkCalibration, AttachesEverybodyToTheNewControlAfterTheOldOneThrew)
@@ -270,11 +324,8 @@ TYPED_TEST(SdkCalibration, AttachesEverybodyToTheNewControlAfterTheOldOneThrew)
     EXPECT_THROW(this->calibration.onControlsAvailable(), std::runtime_error);
     EXPECT_THAT(this->fake->observers(), SizeIs(1));
     this->calibration.onControlsAvailable();
-    EXPECT_THAT(this->fake->observers(), SizeIs(2)) << "the one that failed may be there already";
-    EXPECT_EQ(calls, 3);
-    this->calibration.onControlsAboutToBeReleased();
-    this->calibration.onControlsAvailable();
-    EXPECT_THAT(this->fake->observers(), SizeIs(3));
+    EXPECT_THAT(this->fake->observers(), SizeIs(3)) << "the one that failed was not registered";
+    EXPECT_EQ(calls, 4);
     this->calibration.onControlsAboutToBeReleased();
 }
 

@@ -31,58 +31,41 @@ public:
     int told = 0;
 };
 
-/// A control of the SDK that lives for the time of one connection.
-class Connection final : public FakeCalibrationControl<SdkIface>
-{
-public:
-    Connection(std::function<void()> pause, std::set<Connection*>& living, bool& diedInUse)
-        : m_living(living)
-        , m_diedInUse(diedInUse)
-    {
-        aroundRegistration = std::move(pause);
-        m_living.insert(this);
-    }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() override
-    {
-        m_living.erase(this);
-        m_diedInUse = m_diedInUse || !observers().empty();
-    }
-
-    void saveCalibrationData(CalibrationData /*data*/) override {}
-
-private:
-    std::set<Connection*>& m_living;
-    bool& m_diedInUse;
-};
-
 /// What the threads of one try do.
 enum class Do {
     Add,
     Remove,
-    Detach,    ///< the controls are announced to go, but stay
-    Attach,    ///< the controls are announced to be there
-    Reconnect, ///< the controls go and come
+    Detach,           ///< the controls are announced to go, but stay
+    Attach,           ///< the controls are announced to be there
+    Reconnect,        ///< the controls go and come
+    AddAndDetach,     ///< the SDK announces that they go while it registers
+    AddAndRemove,     ///< the observer is removed while the SDK registers it
+    DetachAndAttach,  ///< the SDK announces that they are there while it lets go
+    RemoveAndAddAnew, ///< the observer is added again while the SDK lets go of it
 };
 
-/// One order of turns of `deeds`, each in a thread of its own. A failing SDK throws from one of its calls.
+/// Where the threads give up their turns around what the SDK does.
+enum class Pauses {
+    Before,
+    After,
+    BeforeAndAfter,
+};
+
+/// One order of turns of `deeds`, each in a thread of its own. A failing SDK throws from one of its registrations.
 class Scene final : public Interleavings::Try
 {
 public:
-    Scene(std::function<void()> pause, std::vector<Do> deeds, bool addedBefore, int failingCall)
+    Scene(std::function<void()> pause, std::vector<Do> deeds, Pauses pauses, bool addedBefore, int failingCall)
         : m_deeds(std::move(deeds))
+        , m_pauses(pauses)
         , m_addedBefore(addedBefore)
-        , m_pause([this, pause = std::move(pause), failingCall] {
-            if (++m_calls == failingCall)
-                throw std::runtime_error("the instrument failed");
-            pause();
-        })
+        , m_pause(std::move(pause))
     {
         offer();
         if (addedBefore)
             m_adapter.addObserver(&m_observer);
-        m_calls = 0;
+        m_untilFailure = failingCall;
+        m_isSet = true;
     }
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
@@ -109,85 +92,159 @@ public:
         for (const Connection* connection : m_living)
             for (auto* const observer : connection->observers())
                 observer->onFirstEvent();
-        if (m_removed && !doing(Do::Add)) {
+        if (m_removed && !adding()) {
             EXPECT_EQ(m_observer.told, 0) << "after it was removed";
         }
     }
 
     void lookAtTheEnd() override
     {
+        m_isSet = false;
         if (!m_offered)
             offer();
-        m_calls = -1000; // nor now
-        if (isExact()) {
-            EXPECT_FALSE(m_diedInUse) << "a control that is gone had an observer";
-        }
-
-        if (!isExact()) {
+        if (m_failed || m_heldOver) { // the observer waits for the controls, or for new ones
             m_adapter.onControlsAboutToBeReleased();
             m_offered.reset();
             offer();
+        } else {
+            EXPECT_FALSE(m_diedInUse) << "a control that is gone had an observer";
         }
+
+        const std::size_t registeredAtRest = m_offered->observers().size();
+        m_adapter.onControlsAboutToBeReleased();
+        EXPECT_EQ(m_offered->observers().size(), 0U) << "whoever is registered is known";
         m_adapter.onControlsAvailable();
         const std::size_t registered = m_offered->observers().size();
+        EXPECT_LE(registeredAtRest, registered);
         look();
+        EXPECT_EQ(m_observer.told, static_cast<int>(registered));
         EXPECT_LE(m_observer.told, 1);
-        if (!doing(Do::Remove)) {
-            EXPECT_EQ(m_observer.told, m_addedBefore || doing(Do::Add) ? 1 : 0);
-        } else if (!doing(Do::Add)) {
+        if (!removing()) {
+            EXPECT_EQ(m_observer.told, m_addedBefore || adding() ? 1 : 0);
+        } else if (!adding()) {
             EXPECT_EQ(m_observer.told, 0);
-        }
-        if (isExact()) {
-            EXPECT_EQ(m_observer.told, static_cast<int>(registered));
-            m_adapter.onControlsAboutToBeReleased();
-            EXPECT_EQ(m_offered->observers().size(), 0U);
-            m_adapter.onControlsAvailable();
-            EXPECT_EQ(m_offered->observers().size(), registered);
         }
         m_adapter.removeObserver(&m_observer);
         look();
         EXPECT_EQ(m_observer.told, 0);
+        EXPECT_EQ(m_offered->observers().size(), 0U);
     }
 
 private:
-    // Otherwise the table and the SDK agree only after the controls went and came once more.
-    bool isExact() const { return !m_failed && !m_heldOver; }
+    /// A control of the SDK that lives for the time of one connection.
+    class Connection final : public FakeCalibrationControl<SdkIface>
+    {
+    public:
+        explicit Connection(Scene& scene)
+            : m_scene(scene)
+        {
+            m_scene.m_living.insert(this);
+        }
+        Connection(const Connection&) = delete;
+        Connection& operator=(const Connection&) = delete;
+        ~Connection() override
+        {
+            m_scene.m_living.erase(this);
+            m_scene.m_diedInUse = m_scene.m_diedInUse || !observers().empty();
+        }
+
+        void addObserver(Observer* observer) override
+        {
+            m_scene.pauseBefore();
+            if (m_scene.m_isSet && --m_scene.m_untilFailure == 0)
+                throw std::runtime_error("the instrument failed");
+            add(observer);
+            m_scene.pauseAfter();
+        }
+        void removeObserver(Observer* observer) override
+        {
+            m_scene.pauseBefore();
+            remove(observer);
+            m_scene.pauseAfter();
+        }
+        void saveCalibrationData(CalibrationData /*data*/) override {}
+
+    private:
+        Scene& m_scene;
+    };
+
+    void pauseBefore()
+    {
+        if (m_isSet && m_pauses != Pauses::After)
+            m_pause();
+    }
+    void pauseAfter()
+    {
+        if (m_isSet && m_pauses != Pauses::Before)
+            m_pause();
+        if (const auto next = std::exchange(s_meanwhile, nullptr))
+            next();
+    }
 
     bool doing(Do deed) const { return std::ranges::find(m_deeds, deed) != m_deeds.end(); }
 
-    void offer() { m_offered = std::make_shared<Connection>(m_pause, m_living, m_diedInUse); }
+    bool adding() const
+    {
+        return doing(Do::Add) || doing(Do::AddAndDetach) || doing(Do::AddAndRemove) || doing(Do::RemoveAndAddAnew);
+    }
+    bool removing() const { return doing(Do::Remove) || doing(Do::AddAndRemove) || doing(Do::RemoveAndAddAnew); }
+
+    void offer() { m_offered = std::make_shared<Connection>(*this); }
+
+    void add() { m_adapter.addObserver(&m_observer); }
+    void remove()
+    {
+        m_adapter.removeObserver(&m_observer);
+        m_removed = true;
+    }
+    void detach() { m_adapter.onControlsAboutToBeReleased(); }
+    void attach() { m_adapter.onControlsAvailable(); }
+
+    // Does `inner` inside the first call to the SDK of `outer`, if it makes one.
+    void nest(void (Scene::*outer)(), void (Scene::*inner)())
+    {
+        s_meanwhile = [this, inner] { (this->*inner)(); };
+        (this->*outer)();
+        s_meanwhile = nullptr;
+    }
 
     void perform(Do deed)
     {
         switch (deed) {
         case Do::Add:
-            return m_adapter.addObserver(&m_observer);
+            return add();
         case Do::Remove:
-            try {
-                m_adapter.removeObserver(&m_observer);
-            } catch (const std::runtime_error&) {
-                m_failed = true;
-            }
-            m_removed = true;
-            return;
+            return remove();
         case Do::Detach:
-            return m_adapter.onControlsAboutToBeReleased();
+            return detach();
         case Do::Attach:
-            return m_adapter.onControlsAvailable();
+            return attach();
         case Do::Reconnect:
-            m_adapter.onControlsAboutToBeReleased();
+            detach();
             m_offered.reset();
             m_heldOver = !m_living.empty();
             m_pause();
             offer();
-            return m_adapter.onControlsAvailable();
+            return attach();
+        case Do::AddAndDetach:
+            return nest(&Scene::add, &Scene::detach);
+        case Do::AddAndRemove:
+            return nest(&Scene::add, &Scene::remove);
+        case Do::DetachAndAttach:
+            return nest(&Scene::detach, &Scene::attach);
+        case Do::RemoveAndAddAnew:
+            return nest(&Scene::remove, &Scene::add);
         }
     }
 
+    inline static thread_local std::function<void()> s_meanwhile; // in the SDK's next call of this thread
+
     const std::vector<Do> m_deeds;
+    const Pauses m_pauses;
     const bool m_addedBefore;
     const std::function<void()> m_pause;
-    int m_calls = -1000; // none fails while the stage is set
+    bool m_isSet = false; // the stage is
+    int m_untilFailure = 0;
     bool m_failed = false;
     bool m_removed = false;
     bool m_diedInUse = false;
@@ -196,22 +253,28 @@ private:
     Counting m_observer;
     std::shared_ptr<Connection> m_offered;
     Adapter m_adapter{devices::ReacquiringControl<SdkIface>([this] {
-        if (m_calls >= 0 && m_deeds.size() < 3) // more would be too many orders
+        if (m_isSet && m_deeds.size() < 3) // more would be too many orders
             m_pause();
         return sdk::ControlHandle<SdkIface>(m_offered);
     })};
 };
 
-void expectGoodInEveryOrder(const std::vector<Do>& deeds, int failingCall = 0)
+void expectGoodInEveryOrder(const std::vector<Do>& deeds, std::vector<Pauses> pauses = {Pauses::BeforeAndAfter},
+                            int failingCall = 0)
 {
     for (const bool addedBefore : {false, true}) {
-        const std::size_t orders = Interleavings::explore([&](std::function<void()> pause) {
-            return std::make_unique<Scene>(std::move(pause), deeds, addedBefore, failingCall);
-        });
+        std::size_t orders = 0;
+        for (const Pauses each : pauses)
+            orders += Interleavings::explore([&](std::function<void()> pause) {
+                return std::make_unique<Scene>(std::move(pause), deeds, each, addedBefore, failingCall);
+            });
         EXPECT_GT(orders, 1U);
         ::testing::Test::RecordProperty(addedBefore ? "ordersWhenAddedBefore" : "orders", static_cast<int>(orders));
     }
 }
+
+// Either side of what the SDK does: both at the same time would be too many orders.
+const std::vector<Pauses> eachSide = {Pauses::Before, Pauses::After};
 
 } // namespace
 
@@ -232,32 +295,45 @@ TEST(CalibrationObserversInEveryOrder, AddedAndRemoved)
 
 TEST(CalibrationObserversInEveryOrder, AddedTwiceAndRemoved)
 {
-    expectGoodInEveryOrder({Do::Add, Do::Add, Do::Remove});
+    expectGoodInEveryOrder({Do::Add, Do::Add, Do::Remove}, eachSide);
 }
 
 TEST(CalibrationObserversInEveryOrder, AddedAndRemovedWhileTheControlsReconnect)
 {
-    expectGoodInEveryOrder({Do::Add, Do::Remove, Do::Reconnect});
+    expectGoodInEveryOrder({Do::Add, Do::Remove, Do::Reconnect}, eachSide);
 }
 
 TEST(CalibrationObserversInEveryOrder, AddedWhileTheControlsAreAnnouncedByTwo)
 {
-    expectGoodInEveryOrder({Do::Add, Do::Detach, Do::Attach});
+    expectGoodInEveryOrder({Do::Add, Do::Detach, Do::Attach}, eachSide);
 }
 
 TEST(CalibrationObserversInEveryOrder, RemovedWhileTheControlsAreAnnouncedByTwo)
 {
-    expectGoodInEveryOrder({Do::Remove, Do::Detach, Do::Attach});
+    expectGoodInEveryOrder({Do::Remove, Do::Detach, Do::Attach}, eachSide);
 }
 
-TEST(CalibrationObserversInEveryOrder, OfAnSdkOfWhichOneCallFails)
+TEST(CalibrationObserversInEveryOrder, WhenTheSdkCallsBackMeanwhile)
 {
-    for (int failingCall = 1; failingCall <= 8; ++failingCall) {
-        expectGoodInEveryOrder({Do::Add, Do::Reconnect}, failingCall);
-        expectGoodInEveryOrder({Do::Remove, Do::Attach}, failingCall);
-        expectGoodInEveryOrder({Do::Add, Do::Remove}, failingCall);
-        expectGoodInEveryOrder({Do::Remove, Do::Reconnect}, failingCall);
-        expectGoodInEveryOrder({Do::Remove, Do::Detach, Do::Attach}, failingCall);
+    for (const Do nested : {Do::AddAndDetach, Do::AddAndRemove, Do::DetachAndAttach, Do::RemoveAndAddAnew})
+        for (const Do other : {Do::Add, Do::Remove, Do::Detach, Do::Attach, Do::Reconnect})
+            expectGoodInEveryOrder({nested, other}, eachSide);
+}
+
+TEST(CalibrationObserversInEveryOrder, WhenTheSdkCallsBackMeanwhileOfThree)
+{
+    expectGoodInEveryOrder({Do::AddAndDetach, Do::Remove, Do::Attach}, eachSide);
+    expectGoodInEveryOrder({Do::DetachAndAttach, Do::Remove, Do::Add}, eachSide);
+}
+
+TEST(CalibrationObserversInEveryOrder, OfAnSdkOfWhichOneRegistrationFails)
+{
+    for (int failingCall = 1; failingCall <= 4; ++failingCall) {
+        expectGoodInEveryOrder({Do::Add, Do::Reconnect}, eachSide, failingCall);
+        expectGoodInEveryOrder({Do::Remove, Do::Attach}, eachSide, failingCall);
+        expectGoodInEveryOrder({Do::Add, Do::Remove}, eachSide, failingCall);
+        expectGoodInEveryOrder({Do::Remove, Do::Reconnect}, eachSide, failingCall);
+        expectGoodInEveryOrder({Do::Remove, Do::Detach, Do::Attach}, eachSide, failingCall);
     }
 }
 

@@ -233,6 +233,20 @@ TEST_F(SdkFactoryCorrections, KeepsWhatTheSdkDoesNotLetGoOf)
     EXPECT_THAT(fake->observers(), IsEmpty());
 }
 
+TEST_F(SdkFactoryCorrections, LetsTheSdkRemoveTheSameObserverWhileItLetsGo)
+{
+    corrections.addObserver(&observer);
+    fake->duringCall = [this] {
+        fake->duringCall = nullptr;
+        corrections.removeObserver(&observer);
+    };
+    corrections.removeObserver(&observer);
+    EXPECT_THAT(fake->calls(), ElementsAre("addObserver()", "removeObserver()", "removeObserver()"));
+    EXPECT_THAT(fake->observers(), IsEmpty());
+    corrections.onControlsAvailable();
+    EXPECT_THAT(fake->observers(), IsEmpty());
+}
+
 TEST_F(SdkFactoryCorrections, KeepsAnObserverThatTheSdkRefused)
 {
     fake->duringCall = [] { throw std::runtime_error("the instrument failed"); };

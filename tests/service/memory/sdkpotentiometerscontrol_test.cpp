@@ -53,4 +53,12 @@ TEST_F(SdkPotentiometers, ReachesTheSameControlThroughACopy)
     EXPECT_THAT(fake->calls(), ::testing::ElementsAre("writeToRam(1, 2)", "writeToRam(3, 4)"));
 }
 
+TEST_F(SdkPotentiometers, FindsANewControlAlsoAfterItWasMovedFrom)
+{
+    const SdkPotentiometersControl moved(std::move(potentiometers));
+    fake = std::make_shared<FakePotentiometersControl>();
+    EXPECT_TRUE(potentiometers.writeToRam(1, 2)); // NOLINT(bugprone-use-after-move): what is tried here
+    EXPECT_THAT(fake->calls(), ::testing::ElementsAre("writeToRam(1, 2)"));
+}
+
 } // namespace tov::testing
