@@ -1,7 +1,7 @@
 #include "comparisons.h"
 
 #include "allocation/allocationcounter.h"
-#include "devices/controlkeys.h"
+#include "devices/controls.h"
 #include "devices/makecreatefunction.h"
 #include "sdk/ivna.h"
 #include "service/tuning/sdkloleakagecontrol.h"
@@ -116,7 +116,7 @@ std::shared_ptr<SdkLoLeakageControl> makeAdapter(sdk::IVna& instrument)
 {
     const auto create =
         devices::makeCreateFunction<sdk::IVna, ILoLeakageControl, SdkLoLeakageControl, SdkLoLeakageControl>(
-            devices::controlkeys::loLeakage.sdk);
+            devices::controls::loLeakage.keys.sdk);
     return std::any_cast<std::shared_ptr<SdkLoLeakageControl>>(create(&instrument));
 }
 

@@ -1,6 +1,6 @@
 #include "simulator/simulatedinstrument.h"
 
-#include "devices/controlkeys.h"
+#include "devices/controls.h"
 #include "simulator/machine.h"
 #include "simulator/simulatedcalibrationcontroller.h"
 #include "simulator/simulatedfactorycorrectioncontrol.h"
@@ -32,7 +32,7 @@
 
 namespace tov::simulator {
 
-namespace controlkeys = devices::controlkeys;
+namespace controls = devices::controls;
 
 // The control is erased from its interface pointer, which is what a user of the key casts it back to.
 template <typename SdkIface, typename Control, typename State, typename... Shared>
@@ -64,45 +64,45 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     using namespace sdk::service;
     using calibrations::ICalibrationController;
 
-    addSlot<IFileMemoryControl, SimulatedFileMemoryControl>(controlkeys::fileMemory.sdk, "file memory", m_files,
+    addSlot<IFileMemoryControl, SimulatedFileMemoryControl>(controls::fileMemory.keys.sdk, "file memory", m_files,
                                                             m_machine);
-    addSlot<IPotentiometersControl, SimulatedPotentiometersControl>(controlkeys::potentiometers.sdk, "potentiometers",
+    addSlot<IPotentiometersControl, SimulatedPotentiometersControl>(controls::potentiometers.keys.sdk, "potentiometers",
                                                                     m_potentiometers, m_machine);
-    addSlot<IMemoryUsbIdControl, SimulatedMemoryUsbIdControl>(controlkeys::usbId.sdk, "USB identifier",
+    addSlot<IMemoryUsbIdControl, SimulatedMemoryUsbIdControl>(controls::usbId.keys.sdk, "USB identifier",
                                                               std::make_shared<UsbIdState>(), m_machine);
-    addSlot<IMemorySerialNumberControl, SimulatedSerialNumberControl>(controlkeys::serialNumber.sdk, "serial number",
+    addSlot<IMemorySerialNumberControl, SimulatedSerialNumberControl>(controls::serialNumber.keys.sdk, "serial number",
                                                                       std::make_shared<SerialNumberState>(), m_machine);
-    addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controlkeys::memoryOperations.sdk, "memory",
+    addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controls::memoryOperations.keys.sdk, "memory",
                                                                         m_memory, m_machine);
-    addSlot<IUlkSynthesisControl, SimulatedUlkSynthesisControl>(controlkeys::ulkSynthesis.sdk, "Ulk synthesis",
+    addSlot<IUlkSynthesisControl, SimulatedUlkSynthesisControl>(controls::ulkSynthesis.keys.sdk, "Ulk synthesis",
                                                                 SimulatedUlkSynthesisControl::makeState());
-    addSlot<IUlkPowerControl, SimulatedUlkPowerControl>(controlkeys::ulkPower.sdk, "Ulk power",
+    addSlot<IUlkPowerControl, SimulatedUlkPowerControl>(controls::ulkPower.keys.sdk, "Ulk power",
                                                         SimulatedUlkPowerControl::makeState());
     addSlot<IWn0807SynthesisControl, SimulatedWn0807SynthesisControl>(
-        controlkeys::wn0807Synthesis.sdk, "Wn0807 synthesis", SimulatedWn0807SynthesisControl::makeState());
+        controls::wn0807Synthesis.keys.sdk, "Wn0807 synthesis", SimulatedWn0807SynthesisControl::makeState());
     addSlot<IWn0807PowerModuleControl, SimulatedWn0807PowerModuleControl>(
-        controlkeys::wn0807Power.sdk, "Wn0807 power", SimulatedWn0807PowerModuleControl::makeState());
-    addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controlkeys::loLeakage.sdk, "LO leakage",
+        controls::wn0807Power.keys.sdk, "Wn0807 power", SimulatedWn0807PowerModuleControl::makeState());
+    addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controls::loLeakage.keys.sdk, "LO leakage",
                                                           std::make_shared<LoLeakageState>());
-    addSlot<IKZ515PowerControl, SimulatedKz515PowerControl>(controlkeys::kz515Power.sdk, "Kz515 power",
+    addSlot<IKZ515PowerControl, SimulatedKz515PowerControl>(controls::kz515Power.keys.sdk, "Kz515 power",
                                                             SimulatedKz515PowerControl::makeState());
-    addSlot<IKZ515SynthesisControl, SimulatedKz515SynthesisControl>(controlkeys::kz515Synthesis.sdk, "Kz515 synthesis",
-                                                                    SimulatedKz515SynthesisControl::makeState());
-    addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controlkeys::yqSynthesis.sdk, "Yq synthesis",
+    addSlot<IKZ515SynthesisControl, SimulatedKz515SynthesisControl>(
+        controls::kz515Synthesis.keys.sdk, "Kz515 synthesis", SimulatedKz515SynthesisControl::makeState());
+    addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controls::yqSynthesis.keys.sdk, "Yq synthesis",
                                                               std::make_shared<YqSynthesisState>());
-    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms", m_terms,
+    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controls::systemTerms.keys.sdk, "system terms", m_terms,
                                                               m_machine);
     addSlot<IYqIfswCalibrationControl, SimulatedYqIfswCalibrationControl>(
-        controlkeys::ifswCalibration.sdk, "IF-switch calibration", m_ifswCalibration, m_machine);
+        controls::ifswCalibration.keys.sdk, "IF-switch calibration", m_ifswCalibration, m_machine);
     addSlot<IYqFactoryPowerCalibrationControl, SimulatedYqFactoryPowerCalibrationControl>(
-        controlkeys::factoryPowerCalibration.sdk, "factory power calibration", m_factoryPowerCalibration, m_machine);
+        controls::factoryPowerCalibration.keys.sdk, "factory power calibration", m_factoryPowerCalibration, m_machine);
     addSlot<sdk::IFactoryCorrectionControl, SimulatedFactoryCorrectionControl>(
-        controlkeys::factoryCorrections.sdk, "factory corrections", m_factoryCorrections, m_machine);
-    addSlot<sdk::ITemperatureControl, SimulatedTemperatureControl>(controlkeys::temperature.sdk, "temperatures",
+        controls::factoryCorrections.keys.sdk, "factory corrections", m_factoryCorrections, m_machine);
+    addSlot<sdk::ITemperatureControl, SimulatedTemperatureControl>(controls::temperature.keys.sdk, "temperatures",
                                                                    m_temperatures);
-    addSlot<ICalibrationController, SimulatedCalibrationController>(controlkeys::calibrationController1.sdk,
+    addSlot<ICalibrationController, SimulatedCalibrationController>(controls::calibrationController1.keys.sdk,
                                                                     "calibration unit 1", m_calibrationUnit1);
-    addSlot<ICalibrationController, SimulatedCalibrationController>(controlkeys::calibrationController2.sdk,
+    addSlot<ICalibrationController, SimulatedCalibrationController>(controls::calibrationController2.keys.sdk,
                                                                     "calibration unit 2", m_calibrationUnit2);
     offerControls();
 }
@@ -208,9 +208,9 @@ void SimulatedInstrument::setCorrectionValid(sdk::CorrectionFlag flag, bool vali
 
 CalibrationUnit& SimulatedInstrument::calibrationUnit(sdk::Key key)
 {
-    if (key == controlkeys::calibrationController1.sdk)
+    if (key == controls::calibrationController1.keys.sdk)
         return *m_calibrationUnit1;
-    if (key == controlkeys::calibrationController2.sdk)
+    if (key == controls::calibrationController2.keys.sdk)
         return *m_calibrationUnit2;
     throw std::out_of_range("the simulated instrument has no calibration controller of this key");
 }

@@ -1,7 +1,7 @@
 // Uses the library by a registry of its own, as an application does that has one already.
 
-#include "devices/controlkeys.h"
 #include "devices/controlregistry.h"
+#include "devices/controls.h"
 #include "devices/icontrollifecycleobserver.h"
 #include "service/memory/ifilememorycontrol.h"
 #include "service/memory/iserialnumbercontrol.h"
@@ -18,9 +18,9 @@ using service::ISerialNumberControl;
 
 // A control of the instrument; null when the instrument lacks it, which is no error.
 template <typename Exposed>
-std::shared_ptr<Exposed> make(const ControlRegistry& registry, const ControlKeys& keys, sdk::IVna* instrument)
+std::shared_ptr<Exposed> make(const ControlRegistry& registry, const Control<Exposed>& kind, sdk::IVna* instrument)
 {
-    const std::any created = registry.create(keys.registry, instrument);
+    const std::any created = registry.create(kind.keys.registry, instrument);
     return created.has_value() ? std::any_cast<std::shared_ptr<Exposed>>(created) : nullptr;
 }
 
@@ -42,8 +42,8 @@ int main()
     // Outlives what is made from it.
     tov::simulator::SimulatedInstrument instrument;
 
-    const auto serialNumber = make<ISerialNumberControl>(registry, controlkeys::serialNumber, &instrument);
-    const auto files = make<IFileMemoryControl>(registry, controlkeys::fileMemory, &instrument);
+    const auto serialNumber = make(registry, controls::serialNumber, &instrument);
+    const auto files = make(registry, controls::fileMemory, &instrument);
     if (!serialNumber || !files) {
         std::cerr << "the instrument lacks a control\n";
         return 1;

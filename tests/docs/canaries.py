@@ -213,7 +213,7 @@ def _canaries(manual, scratch):
 
     guide = (pages.PROJECT / "docs" / "sdk-implementation.md").read_text()
     for wrong, text, said in (("nothing", guide, None),
-                              ("a control missing", guide.replace("`controlkeys::usbId`", ""), "usbId"),
+                              ("a control missing", guide.replace("`controls::usbId`", ""), "usbId"),
                               ("another interface", guide.replace("IYqSynthesis", "IXySynthesis"), "yqSynthesis"),
                               ("another header", guide.replace("/iyqsynth", "/iulksynth"), "does not declare")):
         yield f"controls with {wrong}", list(check.control_findings(_page(scratch, text), 1)), said

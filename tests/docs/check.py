@@ -153,11 +153,11 @@ def guide_findings(page):
 
 
 def _registrations():
-    """Key, SDK interface and created type of each control that the library registers."""
-    text = (pages.PROJECT / "service" / "servicecontrols.cpp").read_text()
-    found = re.findall(r"add<([\w:]+),\s+(\w+)(?:,\s+\w+)?>\(\s*\*registry,\s+controlkeys::(\w+)\)", text)
-    if len(found) != text.count("controlkeys::"):
-        raise ValueError("service/servicecontrols.cpp is not understood")
+    """Name, SDK interface and created type of each control that the library registers."""
+    text = (pages.PROJECT / "devices" / "controls.h").read_text()
+    found = re.findall(r"ControlKind<([\w:]+),\s+service::(\w+)(?:,\s+[\w:]+)?>\s+(\w+)\s*\{", text)
+    if len(found) != text.count("inline constexpr ControlKind<"):
+        raise ValueError("devices/controls.h is not understood")
     return [(key, interface, created) for interface, created, key in found]
 
 
@@ -165,7 +165,7 @@ def control_findings(page, column):
     """Controls that no row of the page shows with the SDK's interface (column 1) or the created type (column 2)."""
     lines = page.read_text().splitlines()
     for registration in _registrations():
-        key, quoted = f"`controlkeys::{registration[0]}`", registration[column]
+        key, quoted = f"`controls::{registration[0]}`", registration[column]
         wanted = f"`{quoted}`" if column == 1 else f"`std::shared_ptr<{quoted}>`"
         if not any(key in line and wanted in line for line in lines):
             yield f"{pages.name(page)}: no row has {key} and {wanted}"

@@ -1,7 +1,7 @@
 // What the README shows, in a program.
 
-#include "devices/controlkeys.h"
 #include "devices/controlregistry.h"
+#include "devices/controls.h"
 #include "sdk/ivna.h"
 #include "service/servicecontrols.h"
 #include "service/tuning/sdkloleakagecontrol.h"
@@ -27,7 +27,7 @@ int main()
     tov::devices::ControlRegistry registry;
     tov::devices::service::servicecontrols::registrate(&registry);
 
-    const std::any created = registry.create(tov::devices::controlkeys::loLeakage.registry, instrument);
+    const std::any created = registry.create(tov::devices::controls::loLeakage.keys.registry, instrument);
     if (created.has_value()) {
         auto control = std::any_cast<std::shared_ptr<tov::devices::service::SdkLoLeakageControl>>(created);
         control->setEnabled(true);

@@ -19,7 +19,7 @@ namespace tov::testing {
 namespace {
 
 namespace controls = host::controls;
-namespace controlkeys = devices::controlkeys;
+namespace controls = devices::controls;
 using namespace devices::service;
 using devices::FactoryCorrection;
 using sdk::service::calibrations::ICalibrationController;
@@ -196,7 +196,7 @@ TEST_F(SimulatedCalibrations, HaveCorrectionsThatAreNotValidOrNotModifiable)
 TEST_F(SimulatedCalibrations, RefuseToSwitchACorrectionThatIsNotValidAlsoByThemselves)
 {
     const auto control = std::static_pointer_cast<sdk::IFactoryCorrectionControl>(
-        instrument->findControl(controlkeys::factoryCorrections.sdk));
+        instrument->findControl(controls::factoryCorrections.keys.sdk));
     const auto before = control->enabledCorrections();
     for (const unsigned int flag : {0x8000U, 0x0001U, 0x0400U})
         control->setEnabled(static_cast<sdk::CorrectionFlag>(flag), (before & flag) == 0);
@@ -227,7 +227,7 @@ TEST_F(SimulatedCalibrations, TellOfEachUnitToWhoObservesItsController)
     first->lock()->addObserver(&firstStory);
     second->lock()->addObserver(&secondStory);
 
-    CalibrationUnit& unit = instrument->calibrationUnit(controlkeys::calibrationController1.sdk);
+    CalibrationUnit& unit = instrument->calibrationUnit(controls::calibrationController1.keys.sdk);
     unit.setStatus(CalibrationUnit::Status::Disconnected);
     unit.setStatus(CalibrationUnit::Status::Disconnected);
     unit.setConfiguration("4 ports");
@@ -242,7 +242,7 @@ TEST_F(SimulatedCalibrations, TellOfEachUnitToWhoObservesItsController)
     unit.setStatus(CalibrationUnit::Status::Ready);
     instrument->waitUntilQuiet();
     EXPECT_THAT(firstStory.lines, SizeIs(2)) << "who observed the old controller is told nothing";
-    EXPECT_THROW(instrument->calibrationUnit(controlkeys::loLeakage.sdk), std::out_of_range);
+    EXPECT_THROW(instrument->calibrationUnit(controls::loLeakage.keys.sdk), std::out_of_range);
 }
 
 TEST_F(SimulatedCalibrations, TellHowFarASaveHasComeOverItsDuration)
@@ -250,7 +250,7 @@ TEST_F(SimulatedCalibrations, TellHowFarASaveHasComeOverItsDuration)
     const auto handle = session.control(controls::calibrationController2);
     UnitStory story;
     handle->lock()->addObserver(&story);
-    CalibrationUnit& unit = instrument->calibrationUnit(controlkeys::calibrationController2.sdk);
+    CalibrationUnit& unit = instrument->calibrationUnit(controls::calibrationController2.keys.sdk);
 
     const auto start = std::chrono::steady_clock::now();
     unit.beginSave(25, 2ms);
@@ -266,11 +266,11 @@ TEST_F(SimulatedCalibrations, TellTheRestOfASaveToAControllerThatIsOfferedMeanwh
 {
     UnitStory story;
     auto other = std::make_unique<simulator::SimulatedInstrument>();
-    other->calibrationUnit(controlkeys::calibrationController1.sdk).beginSave(10, 10s);
+    other->calibrationUnit(controls::calibrationController1.keys.sdk).beginSave(10, 10s);
     other->releaseControls();
     other->offerControls();
     const auto controller =
-        std::static_pointer_cast<ICalibrationController>(other->findControl(controlkeys::calibrationController1.sdk));
+        std::static_pointer_cast<ICalibrationController>(other->findControl(controls::calibrationController1.keys.sdk));
     controller->addObserver(&story);
     other.reset(); // whoever waits is told at once
     ASSERT_THAT(story.lines, SizeIs(::testing::Ge(10U)));
@@ -286,7 +286,7 @@ TEST_F(SimulatedCalibrations, AreKeptInAFile)
         ->saveCalibrationData(std::chrono::sys_seconds(-5s), 2.5, {{1.0, 2.0F, 0.1F, 4, 5, 6.0F, 7, 8.0F, -9.0F}});
     session.control(controls::factoryCorrections)->setEnabled(FactoryCorrection::Correction4, true);
     instrument->setCorrectionValid(sdk::CorrectionFlag{0x0002}, false);
-    CalibrationUnit& unit = instrument->calibrationUnit(controlkeys::calibrationController2.sdk);
+    CalibrationUnit& unit = instrument->calibrationUnit(controls::calibrationController2.keys.sdk);
     unit.setStatus(CalibrationUnit::Status::WarmingUp);
     unit.setConfiguration("2 ports");
     instrument->save(file);
@@ -305,10 +305,10 @@ TEST_F(SimulatedCalibrations, AreKeptInAFile)
     EXPECT_EQ(stored->points[0].value7, 7);
     EXPECT_EQ(stored->points[0].value9, -9.0F);
     const auto corrections = std::static_pointer_cast<sdk::IFactoryCorrectionControl>(
-        other.findControl(controlkeys::factoryCorrections.sdk));
+        other.findControl(controls::factoryCorrections.keys.sdk));
     EXPECT_EQ(corrections->enabledCorrections(), 0x0009);
     EXPECT_EQ(corrections->validCorrections() & 0x0002, 0);
-    const CalibrationUnit& otherUnit = other.calibrationUnit(controlkeys::calibrationController2.sdk);
+    const CalibrationUnit& otherUnit = other.calibrationUnit(controls::calibrationController2.keys.sdk);
     EXPECT_EQ(otherUnit.status(), CalibrationUnit::Status::WarmingUp);
     EXPECT_EQ(otherUnit.configuration(), "2 ports");
 }

@@ -1,6 +1,6 @@
 #include "simulator/simulatedinstrument.h"
 
-#include "devices/controlkeys.h"
+#include "devices/controls.h"
 #include "devices/reacquiringcontrol.h"
 #include "sdk/service/iloleakagecontrol.h"
 #include "sdk/service/iyqsynthesiscontrol.h"
@@ -18,7 +18,7 @@ namespace tov::testing {
 
 namespace {
 
-namespace controlkeys = devices::controlkeys;
+namespace controls = devices::controls;
 using ::testing::UnorderedElementsAreArray;
 
 class SimulatedInstrument : public ::testing::Test
@@ -27,12 +27,12 @@ protected:
     std::shared_ptr<sdk::service::ILoLeakageControl> loLeakage()
     {
         return std::static_pointer_cast<sdk::service::ILoLeakageControl>(
-            instrument.findControl(controlkeys::loLeakage.sdk));
+            instrument.findControl(controls::loLeakage.keys.sdk));
     }
     std::shared_ptr<sdk::service::IYqSynthesisControl> yqSynthesis()
     {
         return std::static_pointer_cast<sdk::service::IYqSynthesisControl>(
-            instrument.findControl(controlkeys::yqSynthesis.sdk));
+            instrument.findControl(controls::yqSynthesis.keys.sdk));
     }
 
     simulator::SimulatedInstrument instrument;
@@ -43,27 +43,8 @@ protected:
 TEST_F(SimulatedInstrument, OffersEveryControlFromTheStart)
 {
     std::vector<sdk::Key> expected;
-    for (const auto& keys : {controlkeys::fileMemory,
-                             controlkeys::potentiometers,
-                             controlkeys::usbId,
-                             controlkeys::serialNumber,
-                             controlkeys::memoryOperations,
-                             controlkeys::ulkSynthesis,
-                             controlkeys::ulkPower,
-                             controlkeys::wn0807Synthesis,
-                             controlkeys::wn0807Power,
-                             controlkeys::loLeakage,
-                             controlkeys::kz515Power,
-                             controlkeys::kz515Synthesis,
-                             controlkeys::yqSynthesis,
-                             controlkeys::systemTerms,
-                             controlkeys::ifswCalibration,
-                             controlkeys::factoryPowerCalibration,
-                             controlkeys::factoryCorrections,
-                             controlkeys::temperature,
-                             controlkeys::calibrationController1,
-                             controlkeys::calibrationController2})
-        expected.push_back(keys.sdk);
+    for (const devices::ControlName& control : controls::all)
+        expected.push_back(control.keys.sdk);
     EXPECT_THAT(instrument.controlKeys(), UnorderedElementsAreArray(expected));
     for (const sdk::Key key : instrument.controlKeys())
         EXPECT_NE(instrument.findControl(key), nullptr);
@@ -126,7 +107,7 @@ TEST_F(SimulatedInstrument, RemembersItsSettingsAcrossARelease)
 TEST_F(SimulatedInstrument, LacksAnUnfittedControlUntilItIsFitted)
 {
     loLeakage()->setEnabled(true);
-    instrument.unfitControl(controlkeys::loLeakage.sdk);
+    instrument.unfitControl(controls::loLeakage.keys.sdk);
     EXPECT_EQ(loLeakage(), nullptr);
     EXPECT_NE(yqSynthesis(), nullptr);
 
@@ -134,7 +115,7 @@ TEST_F(SimulatedInstrument, LacksAnUnfittedControlUntilItIsFitted)
     instrument.offerControls();
     EXPECT_EQ(loLeakage(), nullptr) << "offering does not fit it";
 
-    instrument.fitControl(controlkeys::loLeakage.sdk);
+    instrument.fitControl(controls::loLeakage.keys.sdk);
     ASSERT_NE(loLeakage(), nullptr);
     EXPECT_TRUE(loLeakage()->isEnabled());
 }
@@ -142,8 +123,8 @@ TEST_F(SimulatedInstrument, LacksAnUnfittedControlUntilItIsFitted)
 TEST_F(SimulatedInstrument, OffersAFittedControlOnlyWithTheOthers)
 {
     instrument.releaseControls();
-    instrument.unfitControl(controlkeys::loLeakage.sdk);
-    instrument.fitControl(controlkeys::loLeakage.sdk);
+    instrument.unfitControl(controls::loLeakage.keys.sdk);
+    instrument.fitControl(controls::loLeakage.keys.sdk);
     EXPECT_EQ(loLeakage(), nullptr);
 
     instrument.offerControls();
@@ -172,7 +153,7 @@ TEST(SimulatedInstrumentLife, EndsBeforeAControlThatIsStillLocked)
 {
     auto instrument = std::make_unique<simulator::SimulatedInstrument>();
     const auto control = std::static_pointer_cast<sdk::service::IYqSynthesisControl>(
-        instrument->findControl(controlkeys::yqSynthesis.sdk));
+        instrument->findControl(controls::yqSynthesis.keys.sdk));
     instrument.reset();
 
     control->setSelectedIf(1);
@@ -202,8 +183,8 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
         });
     std::jthread fitter([&] {
         while (!stop) {
-            instrument.unfitControl(controlkeys::yqSynthesis.sdk);
-            instrument.fitControl(controlkeys::yqSynthesis.sdk);
+            instrument.unfitControl(controls::yqSynthesis.keys.sdk);
+            instrument.fitControl(controls::yqSynthesis.keys.sdk);
         }
     });
     for (int round = 0; round < 2000 || present < 100 || absent < 100; ++round) {

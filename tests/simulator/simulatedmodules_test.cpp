@@ -20,7 +20,7 @@ namespace tov::testing {
 namespace {
 
 namespace controls = host::controls;
-namespace controlkeys = devices::controlkeys;
+namespace controls = devices::controls;
 using namespace devices::service;
 
 using ::testing::ElementsAre;
@@ -45,7 +45,7 @@ public:
 
 std::shared_ptr<sdk::ITemperatureControl> temperatureOf(simulator::SimulatedInstrument& instrument)
 {
-    return std::static_pointer_cast<sdk::ITemperatureControl>(instrument.findControl(controlkeys::temperature.sdk));
+    return std::static_pointer_cast<sdk::ITemperatureControl>(instrument.findControl(controls::temperature.keys.sdk));
 }
 
 } // namespace

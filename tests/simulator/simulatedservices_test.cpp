@@ -323,7 +323,7 @@ TEST(SimulatedTiming, AnswersTheSameWayForTheSameSeed)
         configuration.timing.seed = seed;
         simulator::SimulatedInstrument instrument(configuration);
         const auto control = std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controlkeys::serialNumber.sdk));
+            instrument.findControl(devices::controls::serialNumber.keys.sdk));
         std::string order;
         for (char name = 'a'; name < 'f'; ++name)
             control->readSerialNumber([&order, name](unsigned int, std::error_code) { order += name; });
@@ -345,7 +345,7 @@ TEST(SimulatedInstrumentLife, AnswersWhatIsWaitingWhenItEnds)
     {
         simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later, 1h));
         control = std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controlkeys::serialNumber.sdk));
+            instrument.findControl(devices::controls::serialNumber.keys.sdk));
         control->readSerialNumber(count);
         instrument.faults().releaseControlsDuring(Operation::SerialNumberRead);
     }
@@ -366,7 +366,7 @@ TEST(SimulatedInstrumentLife, TellsNobodyOnceTheControlIsGone)
     simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later));
     const auto find = [&] {
         return std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controlkeys::serialNumber.sdk));
+            instrument.findControl(devices::controls::serialNumber.keys.sdk));
     };
     find()->addObserver(&observer);
     find()->writeSerialNumber(1, [](std::error_code) {});
