@@ -2,7 +2,8 @@
 # Sourced by ./demo, ./check, ./bench and scripts/package.sh: what they share.
 #
 #   require_packages GROUP...   makes sure that the packages of these groups of packages.txt are installed
-#   build_preset PRESET         configures (once) and builds build/PRESET, quietly when all goes well
+#   build_preset PRESET         configures and builds build/PRESET
+#   build_target PRESET TARGET  builds one target of build/PRESET, which is configured
 #   papers [ARGUMENT...]        checks README and guide (tests/docs/check.py)
 
 set -euo pipefail
@@ -70,10 +71,27 @@ quietly() {
     rm -f "$log"
 }
 
-build_preset() {
+# On a terminal Ninja shows how far it is; elsewhere only what fails is shown.
+watched() {
+    if [ -t 1 ]; then
+        "$@"
+    else
+        quietly "$@"
+    fi
+}
+
+announce() {
     [ -f "build/$1/build.ninja" ] || echo "Building build/$1; the first time takes a minute or two" >&2
+}
+
+build_preset() {
+    announce "$1"
     quietly cmake --preset "$1"
-    quietly cmake --build --preset "$1"
+    watched cmake --build --preset "$1"
+}
+
+build_target() {
+    watched cmake --build --preset "$1" --target "$2"
 }
 
 # By Debian's own Python: markdown-it is installed for no other.

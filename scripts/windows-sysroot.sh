@@ -4,7 +4,7 @@
 # Usage: windows-sysroot.sh DIR
 #
 # DIR is left alone if it was built by this recipe from the same versions, and replaced otherwise. The packages of the
-# groups [build] and [windows] must be installed.
+# groups [build], [tests] and [windows] must be installed.
 set -euo pipefail
 
 recipe=$(readlink -f "${BASH_SOURCE[0]}")
