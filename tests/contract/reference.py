@@ -30,7 +30,8 @@ _NAMES = ("nothing", "a minor version", "a major version")
 
 # What is replaced in a record by what.
 _BREACHES = {
-    "an export is missing": (r"<elf-symbol name='\w*toSdkFrequencyPlan.*| elf-symbol-id='\w*toSdkFrequencyPlan\w*'", ""),
+    "an export is missing":
+        (r"<elf-symbol name='\w*toSdkFrequencyPlan.*| elf-symbol-id='\w*toSdkFrequencyPlan\w*'", ""),
     "a slot has moved": (r"vtable-offset='3'(?=>\s*<function-decl name='isEnabled' mangled-name='_ZN3sdk)",
                          "vtable-offset='5'"),
     "fields of one type are swapped": (r"'sourcePort'((?s:.)*?)'receiverPort'", r"'receiverPort'\1'sourcePort'"),
