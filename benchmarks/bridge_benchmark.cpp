@@ -1,6 +1,5 @@
 #include "comparisons.h"
 
-#include "allocation/allocationcounter.h"
 #include "devices/reacquiringcontrol.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
@@ -94,15 +93,6 @@ private:
     std::thread m_thread{[this] { answerQuestions(); }};
 };
 
-template <typename Call>
-void measure(benchmark::State& state, Call call)
-{
-    const long before = testing::allocations();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(call());
-    state.counters["allocations"] = {double(testing::allocations() - before), benchmark::Counter::kAvgIterations};
-}
-
 /// Keeps the calling thread, and those that it starts, on one core: a question and its answer then cost two
 /// switches between threads, whatever the scheduler feels like.
 class OneCore
@@ -136,9 +126,7 @@ void adapterCall(benchmark::State& state)
         ++lookups;
         return sdk::ControlHandle<IMemorySerialNumberControl>(control);
     }));
-    const long before = lookups;
-    measure(state, [&] { return adapter.serialNumber().value_or(0); });
-    state.counters["lookups"] = {double(lookups - before), benchmark::Counter::kAvgIterations};
+    measure(state, [&] { return adapter.serialNumber().value_or(0); }, &lookups);
 }
 
 // The bridge alone, for a control that is there.

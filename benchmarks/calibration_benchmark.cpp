@@ -1,7 +1,7 @@
 #include "comparisons.h"
+#include "handleof.h"
 
 #include "allocation/allocationcounter.h"
-#include "devices/reacquiringcontrol.h"
 #include "service/calibration/frequencyplanconversion.h"
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
 
@@ -72,10 +72,7 @@ public:
 
 SdkYqIfswCalibrationControl makeAdapter()
 {
-    const auto control = std::make_shared<Registering>();
-    return SdkYqIfswCalibrationControl(devices::ReacquiringControl<IYqIfswCalibrationControl>([control] {
-        return sdk::ControlHandle<IYqIfswCalibrationControl>(std::shared_ptr<IYqIfswCalibrationControl>(control));
-    }));
+    return SdkYqIfswCalibrationControl(handleOf<IYqIfswCalibrationControl>(std::make_shared<Registering>()));
 }
 
 void AddAndRemoveObservers(benchmark::State& state)

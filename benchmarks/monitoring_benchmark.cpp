@@ -1,8 +1,8 @@
 #include "comparisons.h"
+#include "handleof.h"
 
 #include "allocation/allocationcounter.h"
 #include "devices/controlregistry.h"
-#include "devices/reacquiringcontrol.h"
 #include "sdk/itemperaturecontrol.h"
 #include "sdk/service/iulkpowercontrol.h"
 #include "service/monitoring/sdktemperaturecontrol.h"
@@ -26,13 +26,6 @@ namespace {
 
 using devices::service::SdkTemperatureControl;
 using devices::service::SdkUlkPowerControl;
-
-template <typename SdkIface, typename Control>
-devices::ReacquiringControl<SdkIface> handleOf(const std::shared_ptr<Control>& control)
-{
-    return devices::ReacquiringControl<SdkIface>(
-        [control] { return sdk::ControlHandle<SdkIface>(std::shared_ptr<SdkIface>(control)); });
-}
 
 class Thermometer final : public sdk::ITemperatureControl
 {

@@ -1,163 +1,126 @@
 #!/usr/bin/env python3
-"""What was recorded for a version, and what a change of it asks of the next: the exported types and symbols of the
-library, and the tables.
+"""What was recorded for a version, and what a change asks of the next: the library's exports and the types that they
+reach, among them those of the tables.
 
-  reference.py check VERSION LIBRARY              compares both with what is recorded; fails unless VERSION says enough
-  reference.py canaries VERSION LIBRARY WITHOUT   fails unless breaches are noticed; WITHOUT lacks an export of LIBRARY
-  reference.py renew VERSION LIBRARY              records both for VERSION, under the same condition as the check
+  reference.py check VERSION LIBRARY      compares with what is recorded; fails unless VERSION says enough
+  reference.py canaries VERSION LIBRARY   fails unless breaches are noticed
+  reference.py renew VERSION LIBRARY      records the library for VERSION, under the same condition as the check
 
-What was removed or changed asks for the next major version, what was added for the next minor one. LIBRARY must have
-been built with debug information.
+What was removed or changed asks for the next major version, what was added for the next minor one.
 """
 
 import lzma
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
+from concurrent import futures
+from xml.etree import ElementTree
 
 import tables
 
-_FOLDER = pathlib.Path(__file__).resolve().parent / "reference"
-_RECORD = _FOLDER / "DevicesService.abi.xz"
-_VERSION = _FOLDER / "version"
+_RECORD = pathlib.Path(__file__).resolve().parent / "reference" / "DevicesService.abi.xz"
+_VERSION = _RECORD.with_name("version")
+_NOT_REACHED = {"tov::devices::ControlKeys"}  # by exports: each program compiles its own
 
 # What a change asks for, in the order of weight.
 _NOTHING, _MINOR, _MAJOR = range(3)
 _NAMES = ("nothing", "a minor version", "a major version")
 
-
-def numbers(version):
-    """A version as a tuple."""
-    return tuple(int(number) for number in version.split("."))
+# What is replaced in a record by what.
+_BREACHES = {
+    "an export is missing":
+        (r"<elf-symbol name='\w*toSdkFrequencyPlan.*| elf-symbol-id='\w*toSdkFrequencyPlan\w*'", ""),
+    "a slot has moved": (r"vtable-offset='3'(?=>\s*<function-decl name='isEnabled' mangled-name='_ZN3sdk)",
+                         "vtable-offset='5'"),
+    "fields of one type are swapped": (r"'sourcePort'((?s:.)*?)'receiverPort'", r"'receiverPort'\1'sourcePort'"),
+    "a member has moved": (r"layout-offset-in-bits='\d+'(?=>\s*<var-decl name='m_temperature')",
+                           "layout-offset-in-bits='0'"),
+}
 
 
 def is_announced(part, recorded, version):
     """Whether `version` says as much as a change of this kind asks for."""
-    old, new = numbers(recorded), numbers(version)
+    old, new = ([int(number) for number in text.split(".")] for text in (recorded, version))
     return (new >= old, new[:2] > old[:2], new[:1] > old[:1])[part]
 
 
-def library_change(old, new):
-    """What the change from one library or record to another asks for, and abidiff's report."""
-    every = _abidiff(old, new)
-    if every.returncode == 0:
-        return _NOTHING, ""
-    return (_MINOR if _abidiff(old, new, "--no-added-syms").returncode == 0 else _MAJOR), every.stdout
-
-
-def table_change(old, new):
-    """What the change of a table's sections asks for."""
-    if old == new:
-        return _NOTHING
-    return _MINOR if all(new.get(name) == rows for name, rows in old.items()) else _MAJOR
-
-
-def recorded_tables():
-    """Table to sections, as recorded."""
-    return {name: tables.read(name, _FOLDER) for name in tables.NAMES}
-
-
-def require_debug_information(library):
-    """Ends with an error for a library of which only the symbols could be compared."""
-    if ".debug_info" not in _output_of("readelf", "--section-headers", "--wide", library):
-        sys.exit(f"error: {library} has no debug information, so its types cannot be compared")
+def change(old, new):
+    """What the change from one record to another asks for, and abidiff's report."""
+    with tempfile.TemporaryDirectory() as folder:
+        files = [pathlib.Path(folder, name) for name in ("old.abi", "new.abi")]
+        for file, text in zip(files, (old, new)):
+            file.write_text(text)
+        for part, options in ((_MAJOR, ["--no-added-syms"]), (_MINOR, [])):
+            run = subprocess.run(["abidiff", "--no-show-locs", *options, *files], capture_output=True, text=True,
+                                 check=False)
+            if run.returncode & 3:  # the tool itself failed, or was used wrongly
+                sys.exit(f"error: abidiff failed: {run.stderr or run.stdout}")
+            if run.returncode:
+                return part, run.stdout
+    return _NOTHING, ""
 
 
 def record_of(library):
     """The types and symbols of a library as text."""
-    return _output_of("abidw", "--exported-interfaces-only", "--no-comp-dir-path", "--no-corpus-path", "--no-show-locs",
-                      "--no-parameter-names", "--type-id-style", "hash", library)
+    command = ["abidw", "--exported-interfaces-only", "--no-comp-dir-path", "--no-corpus-path", "--no-show-locs",
+               "--no-parameter-names", "--type-id-style", "hash", library]
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
 
 
-def compare(version, library):
-    """Prints what differs from what is recorded; whether `version` says so."""
-    require_debug_information(library)
-    recorded = _VERSION.read_text().strip()
-    part, report = _with_file(lzma.decompress(_RECORD.read_bytes()), lambda record: library_change(record, library))
-    print(report, end="")
-    for name, sections in recorded_tables().items():
-        changed = table_change(sections, tables.read(name))
-        if changed != _NOTHING:
-            print(f"{name}.table is not as it is recorded")
-        part = max(part, changed)
-    announced = is_announced(part, recorded, version)
-    print(f"{version} against the recorded {recorded}: the changes ask for {_NAMES[part]};"
-          f" {'the version says so' if announced else 'THE VERSION DOES NOT SAY SO'}")
-    return announced
+def unknown_classes(record):
+    """The classes of the tables that a record does not describe: a change of them would not be noticed."""
+    def described(element, scope=""):
+        if element.tag in ("namespace-decl", "class-decl"):
+            scope += "::" + element.get("name")
+            if not element.get("is-declaration-only"):
+                yield scope[2:]
+        for child in element:
+            yield from described(child, scope)
+    wanted = {name for table in tables.NAMES for name in tables.read(table)}
+    return wanted - _NOT_REACHED - set(described(ElementTree.fromstring(record)))
 
 
-def check_canaries(version, library, without):
+def are_canaries_noticed(version, library, record):
     """Whether breaches are noticed, and a version that says so is believed."""
-    lost, _ = library_change(library, without)
-    gained, _ = library_change(without, library)
-    text = record_of(library)
-    moved = re.sub(r"layout-offset-in-bits='(\d+)'(?=[^>]*>\s*<var-decl name='m_temperature')", "layout-offset-in-bits='0'",
-                   text, count=1)
-    shifted, _ = _with_file(moved.encode(), lambda record: library_change(record, library))
-    with tempfile.TemporaryDirectory() as folder:
-        stripped = shutil.copy(library, folder)
-        subprocess.run(["strip", "--strip-debug", stripped], check=True)
-        refused = subprocess.run([sys.executable, "-B", __file__, "check", version, stripped],
-                                 capture_output=True, check=False).returncode != 0
-    table = tables.read("interfaces")
-    name, rows = next(iter(table.items()))
-    major, minor, patch = numbers(version)
-    verdicts = {
-        "an export is missing": lost == _MAJOR and not is_announced(lost, version, f"{major}.{minor + 1}.0"),
-        "an export is added": gained == _MINOR and not is_announced(gained, version, f"{major}.{minor}.{patch + 1}"),
-        "a member has moved": moved != text and shifted == _MAJOR,
-        "the library has no debug information": refused,
-        "slots of a table are swapped": table_change(table, table | {name: rows[:1] + rows[:0:-1]}) == _MAJOR,
-        "an interface is added to a table": table_change({of: table[of] for of in table if of != name}, table) == _MINOR,
-        "the next major version may lack an export": is_announced(lost, version, f"{major + 1}.0.0"),
-        "the next minor version may add one": is_announced(gained, version, f"{major}.{minor + 1}.0"),
-    }
+    major, minor, patch = map(int, version.split("."))
+    nexts = (f"{major}.{minor}.{patch + 1}", f"{major}.{minor + 1}.0", f"{major + 1}.0.0")
+    broken = {what: re.sub(*breach, record) for what, breach in _BREACHES.items()}
+    changes = [(what, record, text, _MAJOR) for what, text in broken.items()]
+    changes.append(("an export is added", broken["an export is missing"], record, _MINOR))
+    with futures.ThreadPoolExecutor() as threads:
+        parts = threads.map(lambda args: change(*args[1:3])[0], changes)
+    verdicts = {what: part == expected and [is_announced(part, version, other) for other in nexts].index(True) == part
+                for (what, _, _, expected), part in zip(changes, parts)}
+    with tempfile.NamedTemporaryFile() as stripped:
+        subprocess.run(["strip", "--strip-debug", "-o", stripped.name, library], check=True)
+        verdicts["the library has no debug information"] = bool(unknown_classes(record_of(stripped.name)))
     for what, right in verdicts.items():
         print(f"record: {what}: {'noticed' if right else 'NOT NOTICED'}")
     return all(verdicts.values())
 
 
-def renew(version, library):
-    """Records library and tables, unless what they change is more than the version says."""
-    if _RECORD.exists() and not compare(version, library):
-        return False
-    require_debug_information(library)
-    _FOLDER.mkdir(exist_ok=True)
-    _RECORD.write_bytes(lzma.compress(record_of(library).encode(), preset=9))
-    for name in tables.NAMES:
-        shutil.copy(tables.file_of(name), _FOLDER)
-    _VERSION.write_text(version + "\n")
-    return True
-
-
-def _output_of(*command):
-    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
-
-
-def _abidiff(old, new, *options):
-    run = subprocess.run(["abidiff", "--no-show-locs", *options, str(old), str(new)],
-                         capture_output=True, text=True, check=False)
-    if run.returncode & 3:  # the tool itself failed, or was used wrongly
-        sys.exit(f"error: abidiff failed: {run.stderr or run.stdout}")
-    return run
-
-
-def _with_file(contents, use):
-    with tempfile.NamedTemporaryFile(suffix=".abi") as file:
-        file.write(contents)
-        file.flush()
-        return use(file.name)
-
-
-def main():
+def main(verb, version, library):
     """The exit status."""
-    verb, *arguments = sys.argv[1:]
-    verbs = {"check": compare, "canaries": check_canaries, "renew": renew}
-    return 0 if verbs[verb](*arguments) else 1
+    record = record_of(library)
+    if verb == "canaries":
+        return 0 if are_canaries_noticed(version, library, record) else 1
+    if unknown := unknown_classes(record):
+        sys.exit(f"error: the library's debug information does not describe {', '.join(sorted(unknown))}")
+    if _RECORD.exists():
+        recorded = _VERSION.read_text().strip()
+        part, report = change(lzma.decompress(_RECORD.read_bytes()).decode(), record)
+        announced = is_announced(part, recorded, version)
+        print(f"{report}{version} against the recorded {recorded}: the changes ask for {_NAMES[part]};"
+              f" {'the version says so' if announced else 'THE VERSION DOES NOT SAY SO'}")
+        if not announced:
+            return 1
+    if verb == "renew":
+        _RECORD.write_bytes(lzma.compress(record.encode(), preset=9))
+        _VERSION.write_text(version + "\n")
+    return 0
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(*sys.argv[1:]))

@@ -36,10 +36,10 @@ def file_of(table):
     return _FOLDER / f"{table}.table"
 
 
-def read(table, folder=None):
+def read(table):
     """The sections of a table: class to rows."""
     sections = {}
-    for line in ((folder or _FOLDER) / file_of(table).name).read_text().splitlines():
+    for line in file_of(table).read_text().splitlines():
         if line.startswith("["):
             rows = sections.setdefault(line[1:-1], [])
         elif line and not line.startswith("#"):
