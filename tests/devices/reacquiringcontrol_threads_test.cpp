@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -28,6 +29,7 @@ struct Memory
     std::atomic<long> callsOnDead = 0;  // calls before a control's life, after it and across its end
     std::atomic<long> controlsUsed = 0; // controls that were reached by at least one call
     std::atomic<long> controlsMade = 0;
+    std::function<void()> duringSomeCalls;
 };
 
 /// The control that the thread reached last, by the number that it got when it was made.
@@ -64,8 +66,8 @@ private:
     void enter()
     {
         ++m_inside;
-        if (m_memory.calls++ % 64 == 0)
-            std::this_thread::yield(); // lets a release come in between now and then
+        if (m_memory.calls++ % 64 == 0 && m_memory.duringSomeCalls)
+            m_memory.duringSomeCalls();
         if (m_self != this)
             ++m_memory.callsOnDead;
         if (!m_used.exchange(true))
@@ -85,14 +87,16 @@ class ReacquiringControlUnderThreads : public ::testing::Test
 {
 protected:
     /// On several threads at once, again and again: releases the control, uses it, offers a new one and uses it
-    /// again. Who finds what depends on what the others just did. Nobody leaves before `use` has told of each thread
-    /// that it reached some different controls: one that is preempted inside a call keeps its control for all.
+    /// again; now and then the release comes inside a call. Who finds what depends on what the others just did. Nobody
+    /// leaves before `use` has told of each thread that it reached some different controls: one that is preempted
+    /// inside a call keeps its control for all.
     template <typename Use>
     void flicker(Use use)
     {
         constexpr int rounds = 2000;
         constexpr std::size_t controlsEach = 10;
         const Patience patience("every thread has reached " + std::to_string(controlsEach) + " controls");
+        memory.duringSomeCalls = [this] { instrument.release(key); };
         Rendezvous start(threads);
         std::atomic<int> content = 0;
         std::vector<std::jthread> users;
@@ -112,7 +116,10 @@ protected:
                     useAndNote();
                     useAndNote();
                 }
+                offer();
             });
+        users.clear();
+        memory.duringSomeCalls = nullptr;
     }
 
     void offer() { instrument.offer<sdk::service::ILoLeakageControl>(key, std::make_shared<MortalControl>(memory)); }

@@ -58,8 +58,10 @@ void addAndRemoveWhileNotified(Adapter& adapter, Notify notify)
     std::vector<std::jthread> notifiers;
     for (int i = 0; i < 2; ++i)
         notifiers.emplace_back([&] {
-            while (!stop)
+            while (!stop) {
                 notify();
+                std::this_thread::yield(); // or the owners would hardly ever find the list unlocked
+            }
         });
 
     std::vector<Guarded> observers(2);

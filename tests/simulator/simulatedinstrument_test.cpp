@@ -214,8 +214,10 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
     const Patience patience("the control was found and missed by each user, and refitted");
     for (int round = 0; round < 2000 || (content < 5 && patience.lasts()); ++round) {
         instrument.releaseControls();
-        instrument.offerControls();
         if (round % 16 == 0)
+            std::this_thread::yield();
+        instrument.offerControls();
+        if (round % 16 == 8)
             std::this_thread::yield();
     }
     stop = true;

@@ -58,7 +58,7 @@ TEST(TemperaturesUnderThreads, AreReadWholeAndNeverGoBack)
     const SdkTemperatureControl temperatures(devices::ReacquiringControl<sdk::ITemperatureControl>(
         [control] { return sdk::ControlHandle<sdk::ITemperatureControl>(control); }));
 
-    constexpr int readingsEach = 100;
+    constexpr int readingsEach = 10;
     std::atomic<bool> stop = false;
     std::atomic<int> content = 0; // readers that have seen enough
     std::vector<std::jthread> readers;
