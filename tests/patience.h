@@ -30,7 +30,7 @@ public:
 
 private:
     const std::string m_awaited;
-    const std::chrono::steady_clock::time_point m_end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+    const std::chrono::steady_clock::time_point m_end = std::chrono::steady_clock::now() + std::chrono::minutes(5);
 };
 
 } // namespace tov::testing

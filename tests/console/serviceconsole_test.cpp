@@ -285,7 +285,10 @@ TEST_F(KeptInstrument, IsNotChangedByACommandThatFails)
 
 TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
 {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     ASSERT_EQ(kept({"serial", "set", "1000"}).status, 0);
+    const qint64 wholeCommand = sinceStart.nsecsElapsed();
     const Patience patience("one command was killed too early to change the number, and one too late");
     constexpr int sweep = 40;
     bool tooEarly = false;
@@ -294,12 +297,11 @@ TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
         QProcess process;
         start(process, {"--state", state, "serial", "set", QString::number(1001 + round)});
         ASSERT_TRUE(process.waitForStarted(-1));
-        // Later in each round: from before the program does anything to after it has ended. Where it takes longer than
-        // that, again in longer steps.
-        const qint64 step = 500'000LL << (round / sweep);
-        QElapsedTimer sinceStart;
+        // Later in each round: from before the program does anything to after it has ended, and once more where it has
+        // come to take longer.
+        const qint64 latest = wholeCommand * 2 << (round / sweep);
         sinceStart.start();
-        while (sinceStart.nsecsElapsed() < round % sweep * step) {
+        while (sinceStart.nsecsElapsed() < latest / sweep * (round % sweep)) {
         }
         process.kill();
         process.waitForFinished(-1);
