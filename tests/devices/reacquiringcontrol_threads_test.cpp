@@ -1,12 +1,16 @@
 #include "devices/reacquiringcontrol.h"
 #include "fakes/fakeinstrument.h"
+#include "patience.h"
 #include "rendezvous.h"
 #include "service/tuning/sdkloleakagecontrol.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
+#include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -24,7 +28,12 @@ struct Memory
     std::atomic<long> sets = 0;         // accepted calls, whichever control they reached
     std::atomic<long> callsOnDead = 0;  // calls before a control's life, after it and across its end
     std::atomic<long> controlsUsed = 0; // controls that were reached by at least one call
+    std::atomic<long> controlsMade = 0;
+    std::function<void()> duringSomeCalls;
 };
+
+/// The control that the thread reached last, by the number that it got when it was made.
+thread_local long reachedLast = 0;
 
 class MortalControl final : public sdk::service::ILoLeakageControl
 {
@@ -57,16 +66,18 @@ private:
     void enter()
     {
         ++m_inside;
-        if (m_memory.calls++ % 64 == 0)
-            std::this_thread::yield(); // lets a release come in between now and then
+        if (m_memory.calls++ % 64 == 0 && m_memory.duringSomeCalls)
+            m_memory.duringSomeCalls();
         if (m_self != this)
             ++m_memory.callsOnDead;
         if (!m_used.exchange(true))
             ++m_memory.controlsUsed;
+        reachedLast = m_number;
         --m_inside;
     }
 
     Memory& m_memory;
+    const long m_number = ++m_memory.controlsMade;
     std::atomic<MortalControl*> m_self = this;
     std::atomic<bool> m_used = false;
     std::atomic<int> m_inside = 0;
@@ -75,24 +86,40 @@ private:
 class ReacquiringControlUnderThreads : public ::testing::Test
 {
 protected:
-    /// On several threads at once, `rounds` times each: releases the control, uses it, offers a new one and
-    /// uses it again. Who finds what depends on what the others just did.
+    /// On several threads at once, again and again: releases the control, uses it, offers a new one and uses it
+    /// again; now and then the release comes inside a call. Who finds what depends on what the others just did. Nobody
+    /// leaves before `use` has told of each thread that it reached some different controls: one that is preempted
+    /// inside a call keeps its control for all.
     template <typename Use>
-    void flicker(int rounds, Use use)
+    void flicker(Use use)
     {
+        constexpr int rounds = 2000;
+        constexpr std::size_t controlsEach = 10;
+        const Patience patience("every thread has reached " + std::to_string(controlsEach) + " controls");
+        memory.duringSomeCalls = [this] { instrument.release(key); };
         Rendezvous start(threads);
+        std::atomic<int> content = 0;
         std::vector<std::jthread> users;
         for (int i = 0; i < threads; ++i)
             users.emplace_back([&] {
+                std::set<long> reached;
+                const auto useAndNote = [&] {
+                    if (use() && reached.size() < controlsEach && reached.insert(reachedLast).second
+                        && reached.size() == controlsEach)
+                        ++content;
+                };
                 start.arriveAndWait();
-                for (int round = 0; round < rounds; ++round) {
+                for (int round = 0; round < rounds || (content < threads && patience.lasts()); ++round) {
                     instrument.release(key);
-                    use();
+                    useAndNote();
                     offer();
-                    use();
-                    use();
+                    useAndNote();
+                    useAndNote();
                 }
+                offer();
             });
+        users.clear();
+        memory.duringSomeCalls = nullptr;
     }
 
     void offer() { instrument.offer<sdk::service::ILoLeakageControl>(key, std::make_shared<MortalControl>(memory)); }
@@ -120,11 +147,13 @@ TEST_F(ReacquiringControlUnderThreads, LosesNoUpdateAndCallsNoDeadControl)
     const Reacquiring control = makeReacquiring();
     std::atomic<long> lent = 0;
 
-    flicker(2000, [&] {
-        if (const auto locked = control.lock()) {
+    flicker([&] {
+        const auto locked = control.lock();
+        if (locked) {
             locked->setEnabled(true);
             ++lent;
         }
+        return static_cast<bool>(locked);
     });
 
     EXPECT_GT(memory.controlsUsed, threads);
@@ -138,10 +167,12 @@ TEST_F(ReacquiringControlUnderThreads, CopiesAnAdapterWhileItReacquires)
     const devices::service::SdkLoLeakageControl adapter(makeReacquiring());
     std::atomic<long> reachedByCopies = 0;
 
-    flicker(2000, [&] {
+    flicker([&] {
         adapter.isEnabled();
         const devices::service::SdkLoLeakageControl copy(adapter);
-        reachedByCopies += copy.isEnabled() ? 1 : 0;
+        const bool reached = copy.isEnabled();
+        reachedByCopies += reached ? 1 : 0;
+        return reached;
     });
 
     EXPECT_EQ(memory.callsOnDead, 0);

@@ -6,6 +6,7 @@
 #include "fakes/fakememoryserialnumbercontrol.h"
 #include "fakes/fakememoryusbidcontrol.h"
 #include "fakes/fakepotentiometerscontrol.h"
+#include "rendezvous.h"
 #include "service/memory/sdkfilememorycontrol.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkmemoryusbid.h"
@@ -348,11 +349,14 @@ TEST_P(BridgedOperation, MakesASecondAnswerFailInTheAnsweringThread)
 
 TEST_P(BridgedOperation, ServesSeveralThreadsAtOnce)
 {
+    constexpr int threads = 4;
+    Rendezvous allWait(threads);
     stage->control().when = When::Later;
+    stage->control().beforeAnswer = [&] { allWait.arriveAndWait(); };
     std::atomic<int> right = 0;
     {
         std::vector<std::jthread> callers;
-        for (int i = 0; i < 4; ++i)
+        for (int i = 0; i < threads; ++i)
             callers.emplace_back([&] {
                 for (int round = 0; round < 25; ++round)
                     right += stage->call() == bridged.result ? 1 : 0;

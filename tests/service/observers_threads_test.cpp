@@ -3,6 +3,7 @@
 #include "fakes/fakememoryoperationscontrol.h"
 #include "fakes/fakememoryserialnumbercontrol.h"
 #include "fakes/fakesystemtermscontrol.h"
+#include "patience.h"
 #include "rendezvous.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
@@ -57,18 +58,21 @@ void addAndRemoveWhileNotified(Adapter& adapter, Notify notify)
     std::vector<std::jthread> notifiers;
     for (int i = 0; i < 2; ++i)
         notifiers.emplace_back([&] {
-            while (!stop)
+            while (!stop) {
                 notify();
+                std::this_thread::yield(); // or the owners would hardly ever find the list unlocked
+            }
         });
 
     std::vector<Guarded> observers(2);
     {
+        const Patience patience("every observer was told");
         Rendezvous start(2);
         std::vector<std::jthread> owners;
         for (Guarded& observer : observers)
             owners.emplace_back([&] {
                 start.arriveAndWait();
-                for (int round = 0; round < 200 || observer.told == 0; ++round) {
+                for (int round = 0; round < 200 || (observer.told == 0 && patience.lasts()); ++round) {
                     observer.added = true;
                     adapter.addObserver(&observer);
                     adapter.addObserver(&observer);

@@ -259,7 +259,7 @@ TEST_F(SdkCalibrationController, WatcherIsAttachedInItsOwnThreadWhenTheHandleIsI
         lastOfMany();
         EXPECT_THAT(fake->observers(), IsEmpty()) << "nothing happens before this thread's event loop runs";
         while (announced.count() < 20)
-            ASSERT_TRUE(announced.wait());
+            ASSERT_TRUE(announced.wait(300'000));
 
         EXPECT_THAT(fake->observers(), SizeIs(1));
         EXPECT_EQ(registering, QThread::currentThread());

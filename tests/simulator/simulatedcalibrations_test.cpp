@@ -266,7 +266,7 @@ TEST_F(SimulatedCalibrations, TellTheRestOfASaveToAControllerThatIsOfferedMeanwh
 {
     UnitStory story;
     auto other = std::make_unique<simulator::SimulatedInstrument>();
-    other->calibrationUnit(controls::calibrationController1.keys.sdk).beginSave(10, 10s);
+    other->calibrationUnit(controls::calibrationController1.keys.sdk).beginSave(10, 10h);
     other->releaseControls();
     other->offerControls();
     const auto controller =

@@ -2,6 +2,7 @@
 
 #include "devices/controls.h"
 #include "devices/reacquiringcontrol.h"
+#include "patience.h"
 #include "sdk/service/iloleakagecontrol.h"
 #include "sdk/service/iyqsynthesiscontrol.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
@@ -166,31 +167,38 @@ TEST_F(SimulatedInstrument, MayBeReleasedOfferedRefittedAndUsedFromAnyThread)
     const devices::service::SdkYqSynthesisControl adapter{
         devices::ReacquiringControl<sdk::service::IYqSynthesisControl>(
             [this] { return sdk::ControlHandle<sdk::service::IYqSynthesisControl>(yqSynthesis()); })};
+    constexpr long enough = 100;
     std::atomic<bool> stop = false;
     std::atomic<long> wrong = 0;
-    std::atomic<long> present = 0;
-    std::atomic<long> absent = 0;
+    std::atomic<int> content =
+        0; // of what must happen often: that a user finds it, that one misses it, that it is refitted
 
     std::vector<std::jthread> users;
     for (int i = 0; i < 2; ++i)
         users.emplace_back([&] {
+            long present = 0;
+            long absent = 0;
             while (!stop) {
                 const auto ifs = adapter.supportedIfs();
                 const int selected = adapter.selectedIf();
                 wrong += (ifs.empty() || ifs.size() == 5U) && (selected == -1 || selected == 0) ? 0 : 1;
-                ++(ifs.empty() ? absent : present);
+                content += ++(ifs.empty() ? absent : present) == enough ? 1 : 0;
             }
         });
     std::jthread fitter([&] {
-        while (!stop) {
+        for (long fitted = 0; !stop;) {
             instrument.unfitControl(controls::yqSynthesis.keys.sdk);
             instrument.fitControl(controls::yqSynthesis.keys.sdk);
+            content += ++fitted == enough ? 1 : 0;
         }
     });
-    for (int round = 0; round < 2000 || present < 100 || absent < 100; ++round) {
+    const Patience patience("the control was found and missed by each user, and refitted");
+    for (int round = 0; round < 2000 || (content < 5 && patience.lasts()); ++round) {
         instrument.releaseControls();
-        instrument.offerControls();
         if (round % 16 == 0)
+            std::this_thread::yield();
+        instrument.offerControls();
+        if (round % 16 == 8)
             std::this_thread::yield();
     }
     stop = true;

@@ -1,6 +1,7 @@
 // The simulated device memory services, used through the library's adapters as an application does.
 
 #include "host/instrumentsession.h"
+#include "rendezvous.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "simulator/simulatedinstrument.h"
 #include "simulator/simulatorerror.h"
@@ -13,6 +14,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -286,11 +288,14 @@ TEST_P(SimulatedServices, ServeManyThreadsAtOnce)
     serialNumber->addObserver(&observer);
     std::atomic<int> wrong = 0;
     {
+        constexpr int threads = 4;
+        Rendezvous nextRound(threads); // so that nobody is through before the others begin
         std::vector<std::jthread> callers;
-        for (int i = 0; i < 4; ++i)
+        for (int i = 0; i < threads; ++i)
             callers.emplace_back([&, i] {
                 const QString name = QString::number(i);
                 for (int round = 0; round < 25; ++round) {
+                    nextRound.arriveAndWait();
                     const QByteArray contents = QByteArray::number(round);
                     wrong += files->writeFile(name, contents) ? 0 : 1;
                     wrong += files->readFile({name, 0, 0}) == contents ? 0 : 1;
@@ -314,20 +319,50 @@ INSTANTIATE_TEST_SUITE_P(, SimulatedServices, ::testing::Values(Timing::Answers:
                              return instance.param == Timing::Answers::AtOnce ? "AtOnce" : "Later";
                          });
 
+namespace {
+
+std::shared_ptr<sdk::service::IMemorySerialNumberControl> serialNumberOf(simulator::SimulatedInstrument& instrument)
+{
+    return std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
+        instrument.findControl(devices::controls::serialNumber.keys.sdk));
+}
+
+} // namespace
+
+TEST(SimulatedTiming, AnswersFirstWhatIsDueFirst)
+{
+    std::string order;
+    {
+        simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later, 10h));
+        const auto control = serialNumberOf(instrument);
+        control->readSerialNumber([&](unsigned int, std::error_code) { order += "late "; });
+        instrument.faults().answerLate(Operation::SerialNumberRead, 1us);
+        std::promise<void> answered;
+        control->readSerialNumber([&](unsigned int, std::error_code) {
+            order += "soon ";
+            answered.set_value();
+        });
+        answered.get_future().wait();
+    }
+    EXPECT_EQ(order, "soon late ");
+}
+
 TEST(SimulatedTiming, AnswersTheSameWayForTheSameSeed)
 {
-    // Asks several times at once and notes the order of the answers. With this seed they are far apart.
+    // Asks several times at once and notes the order of the answers. They are minutes apart, however long the asking
+    // takes, but come in this order when the instrument ends.
     const auto orderOfAnswers = [](std::uint32_t seed) {
-        Configuration configuration = answering(Timing::Answers::Later, 40ms);
+        Configuration configuration = answering(Timing::Answers::Later, 10h);
         configuration.timing.order = Timing::Order::Shuffled;
         configuration.timing.seed = seed;
-        simulator::SimulatedInstrument instrument(configuration);
-        const auto control = std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controls::serialNumber.keys.sdk));
         std::string order;
-        for (char name = 'a'; name < 'f'; ++name)
-            control->readSerialNumber([&order, name](unsigned int, std::error_code) { order += name; });
-        instrument.waitUntilQuiet();
+        {
+            simulator::SimulatedInstrument instrument(configuration);
+            for (char name = 'a'; name < 'f'; ++name)
+                serialNumberOf(instrument)->readSerialNumber([&order, name](unsigned int, std::error_code) {
+                    order += name;
+                });
+        }
         return order;
     };
 
@@ -344,8 +379,7 @@ TEST(SimulatedInstrumentLife, AnswersWhatIsWaitingWhenItEnds)
     const auto count = [&](unsigned int, std::error_code) { ++answered; };
     {
         simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later, 1h));
-        control = std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controls::serialNumber.keys.sdk));
+        control = serialNumberOf(instrument);
         control->readSerialNumber(count);
         instrument.faults().releaseControlsDuring(Operation::SerialNumberRead);
     }
@@ -364,21 +398,29 @@ TEST(SimulatedInstrumentLife, TellsNobodyOnceTheControlIsGone)
     } observer;
 
     simulator::SimulatedInstrument instrument(answering(Timing::Answers::Later));
-    const auto find = [&] {
-        return std::static_pointer_cast<sdk::service::IMemorySerialNumberControl>(
-            instrument.findControl(devices::controls::serialNumber.keys.sdk));
-    };
-    find()->addObserver(&observer);
-    find()->writeSerialNumber(1, [](std::error_code) {});
+    serialNumberOf(instrument)->addObserver(&observer);
+    serialNumberOf(instrument)->writeSerialNumber(1, [](std::error_code) {});
     instrument.waitUntilQuiet();
     ASSERT_EQ(observer.told, 1) << "while the control is there";
     for (int round = 0; round < 200; ++round) {
-        find()->addObserver(&observer);
-        find()->writeSerialNumber(1, [](std::error_code) {});
+        const int toldBefore = observer.told;
+        // In every other round the instrument is kept from telling until the control is gone.
+        const bool keptBusy = round % 2 == 0;
+        std::promise<void> gone;
+        serialNumberOf(instrument)->addObserver(&observer);
+        if (keptBusy)
+            serialNumberOf(instrument)->readSerialNumber([&gone](unsigned int, std::error_code) {
+                gone.get_future().wait();
+            });
+        serialNumberOf(instrument)->writeSerialNumber(1, [](std::error_code) {});
         instrument.releaseControls();
         const int toldUntilGone = observer.told;
+        gone.set_value();
         instrument.waitUntilQuiet();
         EXPECT_EQ(observer.told, toldUntilGone);
+        if (keptBusy) {
+            EXPECT_EQ(observer.told, toldBefore);
+        }
         instrument.offerControls();
     }
 }

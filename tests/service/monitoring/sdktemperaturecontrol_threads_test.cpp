@@ -1,5 +1,6 @@
 // Temperatures are read while others refresh them. Nobody is connected to the signal.
 
+#include "patience.h"
 #include "service/monitoring/sdktemperaturecontrol.h"
 
 #include <gtest/gtest.h>
@@ -57,23 +58,33 @@ TEST(TemperaturesUnderThreads, AreReadWholeAndNeverGoBack)
     const SdkTemperatureControl temperatures(devices::ReacquiringControl<sdk::ITemperatureControl>(
         [control] { return sdk::ControlHandle<sdk::ITemperatureControl>(control); }));
 
-    constexpr double last = 2000.0;
+    constexpr int readingsEach = 10;
+    std::atomic<bool> stop = false;
+    std::atomic<int> content = 0; // readers that have seen enough
     std::vector<std::jthread> readers;
     for (int i = 0; i < 2; ++i)
         readers.emplace_back([&] {
             double before = 0.0;
-            while (before < last) {
+            for (int seen = 0; !stop;) {
                 const auto modules = temperatures.modulesTemperature();
                 ASSERT_EQ(modules.size(), 8U);
                 for (const auto& module : modules)
                     ASSERT_EQ(module.temperature, modules.front().temperature);
                 ASSERT_GE(modules.front().temperature, before);
+                if (modules.front().temperature > before && ++seen == readingsEach)
+                    ++content;
                 before = modules.front().temperature;
                 ASSERT_GE(temperatures.temperature(), before);
             }
         });
-    for (int i = 0; i < static_cast<int>(last); ++i)
+
+    const Patience patience("both readers have seen " + std::to_string(readingsEach) + " readings");
+    int warmed = 0;
+    for (; warmed < 2000 || (content < 2 && patience.lasts()); ++warmed)
         control->warm();
+    stop = true;
+    readers.clear();
+    EXPECT_EQ(temperatures.temperature(), warmed);
 }
 
 } // namespace tov::testing
