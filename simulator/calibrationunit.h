@@ -1,8 +1,8 @@
 #pragma once
 
 #include "sdk/service/calibrations/icalibrationcontroller.h"
-#include "simulator/audience.h"
-#include "simulator/controlstate.h"
+#include "simulator/support/audience.h"
+#include "simulator/support/controlstate.h"
 
 #include <QString>
 

@@ -3,7 +3,7 @@
 #include "host/instrumentsession.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "simulator/simulatedinstrument.h"
-#include "simulator/simulatorerror.h"
+#include "simulator/support/simulatorerror.h"
 
 #include <QDateTime>
 #include <QFile>
