@@ -1,27 +1,27 @@
 #include "simulator/simulatedinstrument.h"
 
 #include "devices/controlkeys.h"
-#include "simulator/support/machine.h"
 #include "simulator/calibration/simulatedcalibrationcontroller.h"
 #include "simulator/calibration/simulatedfactorycorrectioncontrol.h"
+#include "simulator/calibration/simulatedyqfactorypowercalibrationcontrol.h"
+#include "simulator/calibration/simulatedyqifswcalibrationcontrol.h"
 #include "simulator/memory/simulatedfilememorycontrol.h"
-#include "simulator/tuning/simulatedkz515powercontrol.h"
-#include "simulator/tuning/simulatedkz515synthesiscontrol.h"
-#include "simulator/tuning/simulatedloleakagecontrol.h"
 #include "simulator/memory/simulatedmemoryoperationscontrol.h"
 #include "simulator/memory/simulatedmemoryusbidcontrol.h"
 #include "simulator/memory/simulatedpotentiometerscontrol.h"
 #include "simulator/memory/simulatedserialnumbercontrol.h"
 #include "simulator/memory/simulatedsystemtermscontrol.h"
 #include "simulator/monitoring/simulatedtemperaturecontrol.h"
+#include "simulator/support/machine.h"
+#include "simulator/support/statefile.h"
+#include "simulator/tuning/simulatedkz515powercontrol.h"
+#include "simulator/tuning/simulatedkz515synthesiscontrol.h"
+#include "simulator/tuning/simulatedloleakagecontrol.h"
 #include "simulator/tuning/simulatedulkpowercontrol.h"
 #include "simulator/tuning/simulatedulksynthesiscontrol.h"
 #include "simulator/tuning/simulatedwn0807powermodulecontrol.h"
 #include "simulator/tuning/simulatedwn0807synthesiscontrol.h"
-#include "simulator/calibration/simulatedyqfactorypowercalibrationcontrol.h"
-#include "simulator/calibration/simulatedyqifswcalibrationcontrol.h"
 #include "simulator/tuning/simulatedyqsynthesiscontrol.h"
-#include "simulator/support/statefile.h"
 
 #include <QFile>
 
@@ -58,8 +58,8 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     , m_factoryPowerCalibration(std::make_shared<FactoryPowerCalibrationState>())
     , m_factoryCorrections(std::make_shared<FactoryCorrectionState>(m_machine))
     , m_temperatures(std::make_shared<TemperatureState>(m_machine, configuration.timing.seed))
-    , m_calibrationUnit1(std::make_shared<CalibrationUnit>(m_machine))
-    , m_calibrationUnit2(std::make_shared<CalibrationUnit>(m_machine))
+    , m_calibrationUnit1(std::make_shared<CalibrationUnitState>(m_machine))
+    , m_calibrationUnit2(std::make_shared<CalibrationUnitState>(m_machine))
 {
     using namespace sdk::service;
     using calibrations::ICalibrationController;
@@ -75,19 +75,19 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controlkeys::memoryOperations.sdk, "memory",
                                                                         m_memory, m_machine);
     addSlot<IUlkSynthesisControl, SimulatedUlkSynthesisControl>(controlkeys::ulkSynthesis.sdk, "Ulk synthesis",
-                                                                SimulatedUlkSynthesisControl::makeState());
+                                                                std::make_shared<UlkSynthesisState>());
     addSlot<IUlkPowerControl, SimulatedUlkPowerControl>(controlkeys::ulkPower.sdk, "Ulk power",
-                                                        SimulatedUlkPowerControl::makeState());
+                                                        std::make_shared<UlkPowerState>());
     addSlot<IWn0807SynthesisControl, SimulatedWn0807SynthesisControl>(
-        controlkeys::wn0807Synthesis.sdk, "Wn0807 synthesis", SimulatedWn0807SynthesisControl::makeState());
-    addSlot<IWn0807PowerModuleControl, SimulatedWn0807PowerModuleControl>(
-        controlkeys::wn0807Power.sdk, "Wn0807 power", SimulatedWn0807PowerModuleControl::makeState());
+        controlkeys::wn0807Synthesis.sdk, "Wn0807 synthesis", std::make_shared<Wn0807SynthesisState>());
+    addSlot<IWn0807PowerModuleControl, SimulatedWn0807PowerModuleControl>(controlkeys::wn0807Power.sdk, "Wn0807 power",
+                                                                          std::make_shared<Wn0807PowerState>());
     addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controlkeys::loLeakage.sdk, "LO leakage",
                                                           std::make_shared<LoLeakageState>());
     addSlot<IKZ515PowerControl, SimulatedKz515PowerControl>(controlkeys::kz515Power.sdk, "Kz515 power",
-                                                            SimulatedKz515PowerControl::makeState());
+                                                            std::make_shared<Kz515PowerState>());
     addSlot<IKZ515SynthesisControl, SimulatedKz515SynthesisControl>(controlkeys::kz515Synthesis.sdk, "Kz515 synthesis",
-                                                                    SimulatedKz515SynthesisControl::makeState());
+                                                                    std::make_shared<Kz515SynthesisState>());
     addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controlkeys::yqSynthesis.sdk, "Yq synthesis",
                                                               std::make_shared<YqSynthesisState>());
     addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controlkeys::systemTerms.sdk, "system terms", m_terms,

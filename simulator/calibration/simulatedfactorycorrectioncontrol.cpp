@@ -21,7 +21,7 @@ std::uint16_t savedMask(const QCborMap& saved, QLatin1StringView name)
 } // namespace
 
 FactoryCorrectionState::FactoryCorrectionState(const std::shared_ptr<Machine>& machine)
-    : m_audience(machine)
+    : observers(machine)
 {
 }
 
@@ -60,15 +60,15 @@ void FactoryCorrectionState::setValid(sdk::CorrectionFlag flag, bool valid)
         const auto before = std::exchange(m_enabled, static_cast<std::uint16_t>(m_enabled & m_valid));
         switchedOff = before != m_enabled;
     }
-    m_audience.notify({}, &IObserver::onCorrectionsChanged);
+    observers.notify(&IObserver::onCorrectionsChanged);
     if (switchedOff)
         tellSwitched(flag, false);
 }
 
 void FactoryCorrectionState::tellSwitched(sdk::CorrectionFlag flag, bool enabled)
 {
-    m_audience.notify({}, &IObserver::onEnabledChanged, flag, enabled);
-    m_audience.notify({}, &IObserver::onCorrectionStatesChanged);
+    observers.notify([=](IObserver& observer) { observer.onEnabledChanged(flag, enabled); },
+                     &IObserver::onCorrectionStatesChanged);
 }
 
 QCborMap FactoryCorrectionState::save() const
@@ -86,15 +86,10 @@ void FactoryCorrectionState::restore(const QCborMap& saved)
 
 SimulatedFactoryCorrectionControl::SimulatedFactoryCorrectionControl(std::shared_ptr<Machine> machine,
                                                                      std::shared_ptr<FactoryCorrectionState> state)
-    : m_machine(std::move(machine))
+    : ObservedControl(state->observers)
+    , m_machine(std::move(machine))
     , m_state(std::move(state))
-    , m_observers(m_state->audience().open())
 {
-}
-
-SimulatedFactoryCorrectionControl::~SimulatedFactoryCorrectionControl()
-{
-    m_observers->close();
 }
 
 std::uint16_t SimulatedFactoryCorrectionControl::supportedCorrections()
@@ -125,16 +120,6 @@ void SimulatedFactoryCorrectionControl::setEnabled(sdk::CorrectionFlag flag, boo
 {
     m_machine->begin(Operation::CorrectionSwitch);
     m_state->setEnabled(flag, enabled);
-}
-
-void SimulatedFactoryCorrectionControl::addObserver(IObserver* observer)
-{
-    m_observers->add(observer);
-}
-
-void SimulatedFactoryCorrectionControl::removeObserver(IObserver* observer)
-{
-    m_observers->remove(observer);
 }
 
 } // namespace tov::simulator

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "sdk/ifactorycorrectioncontrol.h"
-#include "simulator/support/audience.h"
 #include "simulator/support/controlstate.h"
+#include "simulator/support/observers.h"
 
 #include <cstdint>
 #include <memory>
@@ -22,6 +22,9 @@ public:
 
     explicit FactoryCorrectionState(const std::shared_ptr<Machine>& machine);
 
+    /// Of every control object of these corrections.
+    const Observers<IObserver> observers;
+
     std::uint16_t valid() const;
     std::uint16_t enabled() const;
 
@@ -31,16 +34,11 @@ public:
     /// Makes the data of supported corrections valid or not. What is not valid any more is switched off.
     void setValid(sdk::CorrectionFlag flag, bool valid);
 
-    /// For a control object of these corrections.
-    Audience<IObserver>& audience() noexcept { return m_audience; }
-
     QCborMap save() const override;
     void restore(const QCborMap& saved) override;
 
 private:
     void tellSwitched(sdk::CorrectionFlag flag, bool enabled);
-
-    Audience<IObserver> m_audience;
 
     mutable std::mutex m_mutex; // guards all below
     std::uint16_t m_valid = 0x133F;
@@ -48,26 +46,21 @@ private:
 };
 
 /// The factory corrections as the simulated instrument offers them.
-class SimulatedFactoryCorrectionControl final : public sdk::IFactoryCorrectionControl
+class SimulatedFactoryCorrectionControl final
+    : public ObservedControl<sdk::IFactoryCorrectionControl, FactoryCorrectionState::IObserver>
 {
 public:
     SimulatedFactoryCorrectionControl(std::shared_ptr<Machine> machine, std::shared_ptr<FactoryCorrectionState> state);
-    SimulatedFactoryCorrectionControl(const SimulatedFactoryCorrectionControl&) = delete;
-    SimulatedFactoryCorrectionControl& operator=(const SimulatedFactoryCorrectionControl&) = delete;
-    ~SimulatedFactoryCorrectionControl() override;
 
     std::uint16_t supportedCorrections() override;
     std::uint16_t validCorrections() override;
     std::uint16_t enabledCorrections() override;
     std::uint16_t modifiableCorrections() override;
     void setEnabled(sdk::CorrectionFlag flag, bool enabled) override;
-    void addObserver(IObserver* observer) override;
-    void removeObserver(IObserver* observer) override;
 
 private:
     const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<FactoryCorrectionState> m_state;
-    const std::shared_ptr<ObserverHub<IObserver>> m_observers;
 };
 
 } // namespace tov::simulator

@@ -1,6 +1,6 @@
 #include "simulator/calibration/simulatedyqfactorypowercalibrationcontrol.h"
 
-#include "simulator/support/savedlists.h"
+#include "simulator/support/cborvalues.h"
 
 #include <utility>
 
@@ -29,22 +29,22 @@ PowerCalPoint restorePoint(const QCborValue& saved)
 
 } // namespace
 
-QCborMap FactoryPowerCalibrationState::toCbor(const StoredFactoryPowerCalibration& stored) const
+QCborMap toCbor(const StoredFactoryPowerCalibration& stored)
 {
     return {{"seconds"_L1, static_cast<qint64>(stored.time.time_since_epoch().count())},
             {"parameter"_L1, stored.parameter},
             {"points"_L1, saveList(stored.points, savePoint)}};
 }
 
-StoredFactoryPowerCalibration FactoryPowerCalibrationState::fromCbor(const QCborMap& saved) const
+void fromCbor(const QCborMap& saved, StoredFactoryPowerCalibration& stored)
 {
-    return {std::chrono::sys_seconds(std::chrono::seconds(saved["seconds"_L1].toInteger())),
-            saved["parameter"_L1].toDouble(), restoreList(saved["points"_L1], restorePoint)};
+    stored = {std::chrono::sys_seconds(std::chrono::seconds(saved["seconds"_L1].toInteger())),
+              saved["parameter"_L1].toDouble(), restoreList(saved["points"_L1], restorePoint)};
 }
 
 SimulatedYqFactoryPowerCalibrationControl::SimulatedYqFactoryPowerCalibrationControl(
     std::shared_ptr<Machine> machine, std::shared_ptr<FactoryPowerCalibrationState> state)
-    : SimulatedCalibration(std::move(machine), Operation::FactoryPowerPlan)
+    : SimulatedYqCalibration(std::move(machine), Operation::FactoryPowerPlan)
     , m_state(std::move(state))
 {
 }

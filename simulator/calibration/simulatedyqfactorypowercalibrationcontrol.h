@@ -1,25 +1,22 @@
 #pragma once
 
 #include "sdk/service/iyqfactorypowercalibrationcontrol.h"
+#include "simulator/calibration/simulatedyqcalibration.h"
+#include "simulator/storeddata.h"
 #include "simulator/support/laststored.h"
-#include "simulator/calibration/simulatedcalibration.h"
-#include "simulator/storedcalibrations.h"
 
 #include <memory>
 
 namespace tov::simulator {
 
 /// The factory power calibration that the simulated instrument was given last.
-class FactoryPowerCalibrationState final : public LastStored<StoredFactoryPowerCalibration>
-{
-private:
-    QCborMap toCbor(const StoredFactoryPowerCalibration& stored) const override;
-    StoredFactoryPowerCalibration fromCbor(const QCborMap& saved) const override;
-};
+using FactoryPowerCalibrationState = LastStored<StoredFactoryPowerCalibration>;
+QCborMap toCbor(const StoredFactoryPowerCalibration& stored);
+void fromCbor(const QCborMap& saved, StoredFactoryPowerCalibration& stored);
 
 /// The factory power calibration as the simulated instrument offers it.
 class SimulatedYqFactoryPowerCalibrationControl final
-    : public SimulatedCalibration<sdk::service::IYqFactoryPowerCalibrationControl>
+    : public SimulatedYqCalibration<sdk::service::IYqFactoryPowerCalibrationControl>
 {
 public:
     SimulatedYqFactoryPowerCalibrationControl(std::shared_ptr<Machine> machine,

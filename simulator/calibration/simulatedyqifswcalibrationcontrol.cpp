@@ -1,6 +1,6 @@
 #include "simulator/calibration/simulatedyqifswcalibrationcontrol.h"
 
-#include "simulator/support/savedlists.h"
+#include "simulator/support/cborvalues.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,7 +37,7 @@ bool isEmpty(const ISdkControl::CalibrationData& data)
 
 } // namespace
 
-QCborMap IfswCalibrationState::toCbor(const StoredIfswCalibration& stored) const
+QCborMap toCbor(const StoredIfswCalibration& stored)
 {
     QCborArray groups;
     for (const auto& group : stored.data.groups)
@@ -47,9 +47,8 @@ QCborMap IfswCalibrationState::toCbor(const StoredIfswCalibration& stored) const
             {"groups"_L1, groups}};
 }
 
-StoredIfswCalibration IfswCalibrationState::fromCbor(const QCborMap& saved) const
+void fromCbor(const QCborMap& saved, StoredIfswCalibration& stored)
 {
-    StoredIfswCalibration stored;
     stored.time = std::chrono::sys_seconds(std::chrono::seconds(saved["seconds"_L1].toInteger()));
     stored.data.values = restoreList(saved["values"_L1], [](const QCborValue& value) { return value.toDouble(); });
     const QCborArray groups = saved["groups"_L1].toArray();
@@ -57,12 +56,11 @@ StoredIfswCalibration IfswCalibrationState::fromCbor(const QCborMap& saved) cons
         const QCborArray group = groups.at(static_cast<qsizetype>(i)).toArray();
         stored.data.groups.at(i) = {restoreRecords(group.at(0)), restoreRecords(group.at(1))};
     }
-    return stored;
 }
 
 SimulatedYqIfswCalibrationControl::SimulatedYqIfswCalibrationControl(std::shared_ptr<Machine> machine,
                                                                      std::shared_ptr<IfswCalibrationState> state)
-    : SimulatedCalibration(std::move(machine), Operation::IfswPlan)
+    : SimulatedYqCalibration(std::move(machine), Operation::IfswPlan)
     , m_state(std::move(state))
 {
 }

@@ -1,9 +1,7 @@
 #include "simulator/memory/simulatedfilememorycontrol.h"
 
-#include "simulator/support/savedbytes.h"
+#include "simulator/support/cborvalues.h"
 #include "simulator/support/simulatorerror.h"
-
-#include <QCborArray>
 
 #include <algorithm>
 #include <numeric>

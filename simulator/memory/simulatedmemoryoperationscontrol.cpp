@@ -1,6 +1,6 @@
 #include "simulator/memory/simulatedmemoryoperationscontrol.h"
 
-#include "simulator/support/savedbytes.h"
+#include "simulator/support/cborvalues.h"
 #include "simulator/support/simulatorerror.h"
 
 #include <algorithm>
@@ -79,24 +79,18 @@ void MemoryState::restore(const QCborMap& saved)
 
 SimulatedMemoryOperationsControl::SimulatedMemoryOperationsControl(std::shared_ptr<Machine> machine,
                                                                    std::shared_ptr<MemoryState> state)
-    : m_machine(std::move(machine))
+    : ObservedControl(Observers<IObserver>(machine))
+    , m_machine(std::move(machine))
     , m_state(std::move(state))
-    , m_observers(std::make_shared<ObserverHub<IObserver>>())
 {
-}
-
-SimulatedMemoryOperationsControl::~SimulatedMemoryOperationsControl()
-{
-    m_observers->close();
 }
 
 // Tells the observers of an operation in four steps, on the machine's thread.
 std::function<void()> SimulatedMemoryOperationsControl::progress(Notification notification) const
 {
-    return [machine = m_machine.get(), observers = m_observers, total = static_cast<unsigned int>(m_state->size()),
-            notification] {
+    return [observers = m_observers, total = static_cast<unsigned int>(m_state->size()), notification] {
         for (unsigned int quarter = 1; quarter <= 4; ++quarter)
-            machine->notify([=] { observers->notify(notification, total / 4 * quarter, total); });
+            observers.notify([=](IObserver& observer) { (observer.*notification)(total / 4 * quarter, total); });
     };
 }
 
@@ -137,16 +131,6 @@ void SimulatedMemoryOperationsControl::integrityCheck(std::function<void(std::er
                           tell();
                           return state->check();
                       });
-}
-
-void SimulatedMemoryOperationsControl::addObserver(IObserver* observer)
-{
-    m_observers->add(observer);
-}
-
-void SimulatedMemoryOperationsControl::removeObserver(IObserver* observer)
-{
-    m_observers->remove(observer);
 }
 
 } // namespace tov::simulator

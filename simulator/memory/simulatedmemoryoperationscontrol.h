@@ -2,8 +2,7 @@
 
 #include "sdk/service/imemoryoperationscontrol.h"
 #include "simulator/support/controlstate.h"
-#include "simulator/support/machine.h"
-#include "simulator/support/observerhub.h"
+#include "simulator/support/observers.h"
 
 #include <cstddef>
 #include <memory>
@@ -47,20 +46,16 @@ private:
 ///
 /// It tells of its progress, in bytes done and bytes in all, four times an operation: reading by notification
 /// 1, writing by 2, erasing by 3, checking by 4.
-class SimulatedMemoryOperationsControl final : public sdk::service::IMemoryOperationsControl
+class SimulatedMemoryOperationsControl final
+    : public ObservedControl<sdk::service::IMemoryOperationsControl, sdk::service::IMemoryOperationsControl::IObserver>
 {
 public:
     SimulatedMemoryOperationsControl(std::shared_ptr<Machine> machine, std::shared_ptr<MemoryState> state);
-    SimulatedMemoryOperationsControl(const SimulatedMemoryOperationsControl&) = delete;
-    SimulatedMemoryOperationsControl& operator=(const SimulatedMemoryOperationsControl&) = delete;
-    ~SimulatedMemoryOperationsControl() override;
 
     void read(std::function<void(std::vector<std::byte>, std::error_code)> answer) override;
     void write(std::vector<std::byte> data, std::function<void(std::error_code)> answer) override;
     void erase(std::function<void(std::error_code)> answer) override;
     void integrityCheck(std::function<void(std::error_code)> answer) override;
-    void addObserver(IObserver* observer) override;
-    void removeObserver(IObserver* observer) override;
 
 private:
     using Notification = void (IObserver::*)(unsigned int, unsigned int);
@@ -69,7 +64,6 @@ private:
 
     const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<MemoryState> m_state;
-    const std::shared_ptr<ObserverHub<IObserver>> m_observers;
 };
 
 } // namespace tov::simulator

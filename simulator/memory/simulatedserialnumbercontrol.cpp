@@ -18,15 +18,10 @@ void SerialNumberState::restore(const QCborMap& saved)
 
 SimulatedSerialNumberControl::SimulatedSerialNumberControl(std::shared_ptr<Machine> machine,
                                                            std::shared_ptr<SerialNumberState> state)
-    : m_machine(std::move(machine))
+    : ObservedControl(Observers<Observer>(machine))
+    , m_machine(std::move(machine))
     , m_state(std::move(state))
-    , m_observers(std::make_shared<ObserverHub<Observer>>())
 {
-}
-
-SimulatedSerialNumberControl::~SimulatedSerialNumberControl()
-{
-    m_observers->close();
 }
 
 void SimulatedSerialNumberControl::readSerialNumber(std::function<void(unsigned int, std::error_code)> answer)
@@ -38,24 +33,13 @@ void SimulatedSerialNumberControl::readSerialNumber(std::function<void(unsigned 
 void SimulatedSerialNumberControl::writeSerialNumber(unsigned int serialNumber,
                                                      std::function<void(std::error_code)> answer)
 {
-    m_machine->answer(Operation::SerialNumberWrite, std::move(answer),
-                      [machine = m_machine.get(), state = m_state, observers = m_observers, serialNumber] {
-                          const std::lock_guard guard(state->replacing);
-                          const unsigned int previous = state->number.exchange(serialNumber);
-                          machine->notify(
-                              [=] { observers->notify(&Observer::onSerialNumberEvent, previous, serialNumber); });
-                          return std::error_code();
-                      });
-}
-
-void SimulatedSerialNumberControl::addObserver(Observer* observer)
-{
-    m_observers->add(observer);
-}
-
-void SimulatedSerialNumberControl::removeObserver(Observer* observer)
-{
-    m_observers->remove(observer);
+    m_machine->answer(
+        Operation::SerialNumberWrite, std::move(answer), [state = m_state, observers = m_observers, serialNumber] {
+            const std::lock_guard guard(state->replacing);
+            const unsigned int previous = state->number.exchange(serialNumber);
+            observers.notify([=](Observer& observer) { observer.onSerialNumberEvent(previous, serialNumber); });
+            return std::error_code();
+        });
 }
 
 } // namespace tov::simulator

@@ -2,8 +2,7 @@
 
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "simulator/support/controlstate.h"
-#include "simulator/support/machine.h"
-#include "simulator/support/observerhub.h"
+#include "simulator/support/observers.h"
 
 #include <atomic>
 #include <memory>
@@ -24,23 +23,17 @@ public:
 };
 
 /// The serial number as the simulated instrument offers it. A write is told with the old and the new number.
-class SimulatedSerialNumberControl final : public sdk::service::IMemorySerialNumberControl
+class SimulatedSerialNumberControl final : public ObservedControl<sdk::service::IMemorySerialNumberControl>
 {
 public:
     SimulatedSerialNumberControl(std::shared_ptr<Machine> machine, std::shared_ptr<SerialNumberState> state);
-    SimulatedSerialNumberControl(const SimulatedSerialNumberControl&) = delete;
-    SimulatedSerialNumberControl& operator=(const SimulatedSerialNumberControl&) = delete;
-    ~SimulatedSerialNumberControl() override;
 
     void readSerialNumber(std::function<void(unsigned int, std::error_code)> answer) override;
     void writeSerialNumber(unsigned int serialNumber, std::function<void(std::error_code)> answer) override;
-    void addObserver(Observer* observer) override;
-    void removeObserver(Observer* observer) override;
 
 private:
     const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<SerialNumberState> m_state;
-    const std::shared_ptr<ObserverHub<Observer>> m_observers;
 };
 
 } // namespace tov::simulator

@@ -1,6 +1,6 @@
 #include "simulator/memory/simulatedsystemtermscontrol.h"
 
-#include "simulator/support/savedlists.h"
+#include "simulator/support/cborvalues.h"
 
 #include <utility>
 
@@ -76,41 +76,26 @@ TermsRecord restoreRecord(const QCborValue& record)
 
 } // namespace
 
-QCborMap SystemTermsState::toCbor(const StoredTerms& stored) const
+QCborMap toCbor(const StoredTerms& stored)
 {
     return {{"seconds"_L1, static_cast<qint64>(stored.secondsSinceEpoch)},
             {"parameter"_L1, stored.parameter},
             {"records"_L1, saveList(stored.records, saveRecord)},
-            {"terms"_L1, simulator::save(stored.terms)}};
+            {"terms"_L1, save(stored.terms)}};
 }
 
-StoredTerms SystemTermsState::fromCbor(const QCborMap& saved) const
+void fromCbor(const QCborMap& saved, StoredTerms& stored)
 {
-    return {saved["seconds"_L1].toInteger(), saved["parameter"_L1].toDouble(),
-            restoreList(saved["records"_L1], restoreRecord), restoreTerms(saved["terms"_L1].toMap())};
+    stored = {saved["seconds"_L1].toInteger(), saved["parameter"_L1].toDouble(),
+              restoreList(saved["records"_L1], restoreRecord), restoreTerms(saved["terms"_L1].toMap())};
 }
 
 SimulatedSystemTermsControl::SimulatedSystemTermsControl(std::shared_ptr<Machine> machine,
                                                          std::shared_ptr<SystemTermsState> state)
-    : m_machine(std::move(machine))
+    : ObservedControl(Observers<Observer>(machine))
+    , m_machine(std::move(machine))
     , m_state(std::move(state))
-    , m_observers(std::make_shared<ObserverHub<Observer>>())
 {
-}
-
-SimulatedSystemTermsControl::~SimulatedSystemTermsControl()
-{
-    m_observers->close();
-}
-
-void SimulatedSystemTermsControl::addObserver(Observer* observer)
-{
-    m_observers->add(observer);
-}
-
-void SimulatedSystemTermsControl::removeObserver(Observer* observer)
-{
-    m_observers->remove(observer);
 }
 
 std::vector<SimulatedSystemTermsControl::TermsRecord> SimulatedSystemTermsControl::termsRecords()
@@ -136,12 +121,9 @@ void SimulatedSystemTermsControl::store(StoredTerms stored, int status)
     m_machine->begin(Operation::TermsWrite);
     const auto count = static_cast<unsigned int>(stored.records.size());
     m_state->store(std::move(stored));
-    m_machine->notify([observers = m_observers, count, status] {
-        observers->notify(&Observer::onTermsNotice);
-        observers->notify(&Observer::onTermsValue, count);
-        observers->notify(&Observer::onTermsStatus, status);
-        observers->notify(&Observer::onTermsSecondNotice);
-    });
+    m_observers.notify(
+        &Observer::onTermsNotice, [=](Observer& observer) { observer.onTermsValue(count); },
+        [=](Observer& observer) { observer.onTermsStatus(status); }, &Observer::onTermsSecondNotice);
 }
 
 bool SimulatedSystemTermsControl::systemTermsFlag()

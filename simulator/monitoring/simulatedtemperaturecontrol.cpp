@@ -21,7 +21,7 @@ float rounded(double temperature)
 } // namespace
 
 TemperatureState::TemperatureState(const std::shared_ptr<Machine>& machine, std::uint32_t seed)
-    : m_audience(machine)
+    : observers(machine)
     , m_random(seed)
     , m_modules{{{"Digital board", 46.0, 180.0, ambient, rounded(ambient)},
                  {"Front end", 41.0, 240.0, ambient, rounded(ambient)},
@@ -68,7 +68,7 @@ void TemperatureState::passTime(std::chrono::milliseconds time)
         }
     }
     if (moved)
-        m_audience.notify({}, &Observer::onTemperatureChanged);
+        observers.notify(&Observer::onTemperatureChanged);
 }
 
 QCborMap TemperatureState::save() const
@@ -90,14 +90,9 @@ void TemperatureState::restore(const QCborMap& saved)
 }
 
 SimulatedTemperatureControl::SimulatedTemperatureControl(std::shared_ptr<TemperatureState> state)
-    : m_state(std::move(state))
-    , m_observers(m_state->audience().open())
+    : ObservedControl(state->observers)
+    , m_state(std::move(state))
 {
-}
-
-SimulatedTemperatureControl::~SimulatedTemperatureControl()
-{
-    m_observers->close();
 }
 
 float SimulatedTemperatureControl::temperature()
@@ -110,16 +105,6 @@ const std::unordered_map<std::string, float>& SimulatedTemperatureControl::modul
     auto& readings = m_handedOut.own();
     readings = m_state->modules();
     return readings;
-}
-
-void SimulatedTemperatureControl::addObserver(Observer* observer)
-{
-    m_observers->add(observer);
-}
-
-void SimulatedTemperatureControl::removeObserver(Observer* observer)
-{
-    m_observers->remove(observer);
 }
 
 } // namespace tov::simulator

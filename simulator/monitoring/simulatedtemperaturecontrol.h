@@ -1,8 +1,8 @@
 #pragma once
 
 #include "sdk/itemperaturecontrol.h"
-#include "simulator/support/audience.h"
 #include "simulator/support/controlstate.h"
+#include "simulator/support/observers.h"
 #include "simulator/support/perthread.h"
 
 #include <array>
@@ -30,13 +30,13 @@ public:
 
     TemperatureState(const std::shared_ptr<Machine>& machine, std::uint32_t seed);
 
+    /// Of every control object of these temperatures.
+    const Observers<Observer> observers;
+
     float temperature() const;
     Readings modules() const;
 
     void passTime(std::chrono::milliseconds time);
-
-    /// For a control object of these temperatures.
-    Audience<Observer>& audience() noexcept { return m_audience; }
 
     QCborMap save() const override;
     void restore(const QCborMap& saved) override;
@@ -51,34 +51,25 @@ private:
         float reading;       // °C
     };
 
-    Audience<Observer> m_audience;
-
     mutable std::mutex m_mutex; // guards all below
     std::mt19937 m_random;
     std::array<Module, 9> m_modules;
 };
 
 /// The temperatures as the simulated instrument offers them.
-class SimulatedTemperatureControl final : public sdk::ITemperatureControl
+class SimulatedTemperatureControl final : public ObservedControl<sdk::ITemperatureControl>
 {
 public:
     explicit SimulatedTemperatureControl(std::shared_ptr<TemperatureState> state);
-    SimulatedTemperatureControl(const SimulatedTemperatureControl&) = delete;
-    SimulatedTemperatureControl& operator=(const SimulatedTemperatureControl&) = delete;
-    ~SimulatedTemperatureControl() override;
 
     float temperature() override;
 
     /// What the calling thread sees does not change before it asks again.
     const std::unordered_map<std::string, float>& modulesTemperature() override;
 
-    void addObserver(Observer* observer) override;
-    void removeObserver(Observer* observer) override;
-
 private:
     const std::shared_ptr<TemperatureState> m_state;
     PerThread<std::unordered_map<std::string, float>> m_handedOut;
-    const std::shared_ptr<ObserverHub<Observer>> m_observers;
 };
 
 } // namespace tov::simulator

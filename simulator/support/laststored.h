@@ -8,9 +8,12 @@
 
 namespace tov::simulator {
 
-/// What the instrument was given last, if anything was.
+/// What the instrument was given last, if anything was. `toCbor()` and `fromCbor()` beside the control that is given
+/// it say how it is kept in a file.
+///
+/// Thread: *any thread*.
 template <typename Stored>
-class LastStored : public ControlState
+class LastStored final : public ControlState
 {
 public:
     std::optional<Stored> stored() const
@@ -25,24 +28,21 @@ public:
         m_stored = std::move(stored);
     }
 
-    QCborMap save() const final
+    QCborMap save() const override
     {
         const std::lock_guard guard(m_mutex);
         return m_stored ? toCbor(*m_stored) : QCborMap();
     }
 
-    void restore(const QCborMap& saved) final
+    void restore(const QCborMap& saved) override
     {
         const std::lock_guard guard(m_mutex);
         m_stored.reset();
         if (!saved.isEmpty())
-            m_stored = fromCbor(saved);
+            fromCbor(saved, m_stored.emplace());
     }
 
 private:
-    virtual QCborMap toCbor(const Stored& stored) const = 0;
-    virtual Stored fromCbor(const QCborMap& saved) const = 0;
-
     mutable std::mutex m_mutex; // guards all below
     std::optional<Stored> m_stored;
 };

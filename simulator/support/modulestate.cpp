@@ -1,76 +1,80 @@
 #include "simulator/support/modulestate.h"
 
-#include "simulator/support/savedbytes.h"
+#include "simulator/support/cborvalues.h"
 
 #include <algorithm>
-#include <utility>
+#include <cmath>
 
 namespace tov::simulator {
 
 using namespace Qt::StringLiterals;
 
-ModuleState::ModuleState(std::vector<ModuleSetting> settings)
-    : m_settings(std::move(settings))
+Acceptance nearest(double least, double most)
 {
-    ModuleState::reset();
+    return [=](double number) {
+        return std::isnan(number) ? std::nullopt : std::optional(std::clamp(number, least, most));
+    };
 }
 
-double ModuleState::number(const std::string& setting) const
+Acceptance within(double least, double most)
 {
-    const std::lock_guard guard(m_mutex);
-    return m_values.at(setting);
+    return [=](double number) { return number >= least && number <= most ? std::optional(number) : std::nullopt; };
 }
 
-std::optional<double> ModuleState::value(const std::string& setting) const
+ModuleState::Number::Number(ModuleState& module, const QString& name, std::optional<double> initial,
+                            Acceptance acceptance)
+    : m_module(module)
+    , m_name(name)
+    , m_initial(initial)
+    , m_acceptance(std::move(acceptance))
+    , m_number(initial)
 {
-    const std::lock_guard guard(m_mutex);
-    const auto found = m_values.find(setting);
-    return found != m_values.end() ? std::optional(found->second) : std::nullopt;
+    module.m_numbers.emplace(name, this);
 }
 
-void ModuleState::set(const std::string& setting, double value)
+std::optional<double> ModuleState::Number::number() const
 {
-    const auto found = std::ranges::find(m_settings, setting, &ModuleSetting::name);
-    if (found == m_settings.end())
-        return;
-    const bool fits = value >= found->least && value <= found->most;
-    if (!fits && (found->beyond == ModuleSetting::Beyond::Refuse || value != value))
-        return;
-    const std::lock_guard guard(m_mutex);
-    m_values[setting] = std::clamp(value, found->least, found->most);
+    const std::lock_guard guard(m_module.m_mutex);
+    return m_number;
+}
+
+void ModuleState::Number::setNumber(double number)
+{
+    const std::lock_guard guard(m_module.m_mutex);
+    if (const auto accepted = m_acceptance(number))
+        m_number = accepted;
+}
+
+ModuleState::Table::Table(ModuleState& module, const QString& name)
+    : m_module(module)
+{
+    module.m_tables.emplace(name, this);
+}
+
+void ModuleState::Table::load(Bytes bytes)
+{
+    const std::lock_guard guard(m_module.m_mutex);
+    m_bytes = std::move(bytes);
 }
 
 void ModuleState::reset()
 {
     const std::lock_guard guard(m_mutex);
-    m_values.clear();
-    for (const ModuleSetting& setting : m_settings)
-        if (setting.initial)
-            m_values[setting.name] = *setting.initial;
-}
-
-ModuleState::Table ModuleState::table(const std::string& name) const
-{
-    const std::lock_guard guard(m_mutex);
-    const auto found = m_tables.find(name);
-    return found != m_tables.end() ? found->second : Table();
-}
-
-void ModuleState::loadTable(const std::string& name, Table table)
-{
-    const std::lock_guard guard(m_mutex);
-    m_tables[name] = std::move(table);
+    for (const auto& [name, setting] : m_numbers)
+        setting->m_number = setting->m_initial;
 }
 
 QCborMap ModuleState::save() const
 {
     const std::lock_guard guard(m_mutex);
     QCborMap values;
-    for (const auto& [name, value] : m_values)
-        values.insert(QString::fromStdString(name), value);
+    for (const auto& [name, setting] : m_numbers)
+        if (setting->m_number)
+            values.insert(name, *setting->m_number);
     QCborMap tables;
     for (const auto& [name, table] : m_tables)
-        tables.insert(QString::fromStdString(name), saveBytes(table));
+        if (table->m_bytes)
+            tables.insert(name, saveBytes(*table->m_bytes));
     return {{"values"_L1, values}, {"tables"_L1, tables}};
 }
 
@@ -78,15 +82,17 @@ void ModuleState::restore(const QCborMap& saved)
 {
     reset();
     const QCborMap values = saved["values"_L1].toMap();
-    for (const ModuleSetting& setting : m_settings)
-        if (const QCborValue value = values[QString::fromStdString(setting.name)]; value.isDouble())
-            set(setting.name, value.toDouble());
+    for (const auto& [name, setting] : m_numbers)
+        if (const QCborValue value = values[name]; value.isDouble())
+            setting->setNumber(value.toDouble());
 
     const std::lock_guard guard(m_mutex);
-    m_tables.clear();
     const QCborMap tables = saved["tables"_L1].toMap();
-    for (auto table = tables.begin(); table != tables.end(); ++table)
-        m_tables[table.key().toString().toStdString()] = restoreBytes<unsigned char>(table.value().toByteArray());
+    for (const auto& [name, table] : m_tables) {
+        table->m_bytes.reset();
+        if (tables.contains(name))
+            table->m_bytes = restoreBytes<unsigned char>(tables[name].toByteArray());
+    }
 }
 
 } // namespace tov::simulator

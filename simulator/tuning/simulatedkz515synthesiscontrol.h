@@ -3,26 +3,33 @@
 #include "sdk/service/ikz515synthesiscontrol.h"
 #include "simulator/support/modulestate.h"
 
-#include <memory>
+#include <array>
+#include <vector>
 
 namespace tov::simulator {
 
-/// The Kz515 synthesis control as the simulated instrument offers it, in Hz. A reference frequency that is not
-/// available is refused.
-class SimulatedKz515SynthesisControl final : public sdk::service::IKZ515SynthesisControl
+/// The Kz515 synthesis module, in Hz. A reference frequency that is not available is refused.
+class Kz515SynthesisState final : public ModuleState
 {
 public:
-    /// The state of such a module as it comes from the factory.
-    static std::shared_ptr<ModuleState> makeState();
+    static constexpr std::array frequencies = {5e6, 10e6, 100e6};
 
-    explicit SimulatedKz515SynthesisControl(std::shared_ptr<ModuleState> state);
+    Setting<double> referenceFrequency{*this, "referenceFrequency", 10e6, oneOf(frequencies)};
+};
 
-    std::vector<double> availableReferenceFrequencies() override;
-    double currentReferenceFrequency() override;
-    void setReferenceFrequency(double frequency) override;
+/// The Kz515 synthesis control as the simulated instrument offers it.
+class SimulatedKz515SynthesisControl final
+    : public ModuleControl<sdk::service::IKZ515SynthesisControl, Kz515SynthesisState>
+{
+public:
+    using ModuleControl::ModuleControl;
 
-private:
-    const std::shared_ptr<ModuleState> m_state;
+    std::vector<double> availableReferenceFrequencies() override
+    {
+        return {Kz515SynthesisState::frequencies.begin(), Kz515SynthesisState::frequencies.end()};
+    }
+    double currentReferenceFrequency() override { return m_state->referenceFrequency.value(); }
+    void setReferenceFrequency(double frequency) override { m_state->referenceFrequency.set(frequency); }
 };
 
 } // namespace tov::simulator

@@ -1,33 +1,28 @@
 #pragma once
 
 #include "sdk/service/iloleakagecontrol.h"
-#include "simulator/support/controlstate.h"
-
-#include <atomic>
-#include <memory>
+#include "simulator/support/modulestate.h"
 
 namespace tov::simulator {
 
-class LoLeakageState final : public ControlState
+/// The LO leakage, which a file keeps without the form of the other modules.
+class LoLeakageState final : public ModuleState
 {
 public:
-    std::atomic<bool> enabled = false;
+    Setting<bool> enabled{*this, "enabled", false};
 
-    QCborMap save() const override;
-    void restore(const QCborMap& saved) override;
+    QCborMap save() const override { return {{enabled.name(), enabled.value()}}; }
+    void restore(const QCborMap& saved) override { enabled.set(saved[enabled.name()].toBool()); }
 };
 
 /// The LO leakage control as the simulated instrument offers it.
-class SimulatedLoLeakageControl final : public sdk::service::ILoLeakageControl
+class SimulatedLoLeakageControl final : public ModuleControl<sdk::service::ILoLeakageControl, LoLeakageState>
 {
 public:
-    explicit SimulatedLoLeakageControl(std::shared_ptr<LoLeakageState> state);
+    using ModuleControl::ModuleControl;
 
-    bool isEnabled() override;
-    void setEnabled(bool enabled) override;
-
-private:
-    const std::shared_ptr<LoLeakageState> m_state;
+    bool isEnabled() override { return m_state->enabled.value(); }
+    void setEnabled(bool enabled) override { m_state->enabled.set(enabled); }
 };
 
 } // namespace tov::simulator

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "simulator/faults.h"
-#include "simulator/support/machine.h"
-#include "simulator/support/observerhub.h"
+#include "simulator/support/observers.h"
 
 #include <memory>
 #include <utility>
@@ -14,22 +13,17 @@ namespace tov::simulator {
 /// A save is told by state 1 and the first event, and when the data are stored by state 2 and the second event. One
 /// that empties the store is told by state 0 and the third event instead of the latter.
 template <typename SdkIface>
-class SimulatedCalibration : public SdkIface
+class SimulatedYqCalibration : public ObservedControl<SdkIface>
 {
 public:
     using Observer = typename SdkIface::Observer;
 
-    SimulatedCalibration(std::shared_ptr<Machine> machine, Operation plan)
-        : m_machine(std::move(machine))
+    SimulatedYqCalibration(std::shared_ptr<Machine> machine, Operation plan)
+        : ObservedControl<SdkIface>(Observers<Observer>(machine))
+        , m_machine(std::move(machine))
         , m_plan(plan)
     {
     }
-    SimulatedCalibration(const SimulatedCalibration&) = delete;
-    SimulatedCalibration& operator=(const SimulatedCalibration&) = delete;
-    ~SimulatedCalibration() override { m_observers->close(); }
-
-    void addObserver(Observer* observer) override { m_observers->add(observer); }
-    void removeObserver(Observer* observer) override { m_observers->remove(observer); }
 
     /// From 10 MHz to 20 GHz, in Hz.
     sdk::FrequencyPlan frequencyPlan() override
@@ -45,18 +39,14 @@ protected:
     {
         m_machine->begin(save);
         store();
-        m_machine->notify([observers = m_observers, empty] {
-            observers->notify(&Observer::onStateChanged, 1);
-            observers->notify(&Observer::onFirstEvent);
-            observers->notify(&Observer::onStateChanged, empty ? 0 : 2);
-            observers->notify(empty ? &Observer::onThirdEvent : &Observer::onSecondEvent);
-        });
+        this->m_observers.notify([](Observer& observer) { observer.onStateChanged(1); }, &Observer::onFirstEvent,
+                                 [=](Observer& observer) { observer.onStateChanged(empty ? 0 : 2); },
+                                 empty ? &Observer::onThirdEvent : &Observer::onSecondEvent);
     }
 
 private:
     const std::shared_ptr<Machine> m_machine;
     const Operation m_plan;
-    const std::shared_ptr<ObserverHub<Observer>> m_observers = std::make_shared<ObserverHub<Observer>>();
 };
 
 } // namespace tov::simulator
