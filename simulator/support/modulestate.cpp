@@ -45,16 +45,10 @@ void ModuleState::Number::setNumber(double number)
         m_number = accepted;
 }
 
-ModuleState::Table::Table(ModuleState& module, const QString& name)
-    : m_module(module)
-{
-    module.m_tables.emplace(name, this);
-}
-
-void ModuleState::Table::load(Bytes bytes)
+void ModuleState::Table::load(const std::vector<unsigned char>& bytes)
 {
     const std::lock_guard guard(m_module.m_mutex);
-    m_bytes = std::move(bytes);
+    m_module.m_tables[m_name] = saveBytes(bytes);
 }
 
 void ModuleState::reset()
@@ -71,11 +65,7 @@ QCborMap ModuleState::save() const
     for (const auto& [name, setting] : m_numbers)
         if (setting->m_number)
             values.insert(name, *setting->m_number);
-    QCborMap tables;
-    for (const auto& [name, table] : m_tables)
-        if (table->m_bytes)
-            tables.insert(name, saveBytes(*table->m_bytes));
-    return {{"values"_L1, values}, {"tables"_L1, tables}};
+    return {{"values"_L1, values}, {"tables"_L1, m_tables}};
 }
 
 void ModuleState::restore(const QCborMap& saved)
@@ -87,12 +77,7 @@ void ModuleState::restore(const QCborMap& saved)
             setting->setNumber(value.toDouble());
 
     const std::lock_guard guard(m_mutex);
-    const QCborMap tables = saved["tables"_L1].toMap();
-    for (const auto& [name, table] : m_tables) {
-        table->m_bytes.reset();
-        if (tables.contains(name))
-            table->m_bytes = restoreBytes<unsigned char>(tables[name].toByteArray());
-    }
+    m_tables = saved["tables"_L1].toMap();
 }
 
 } // namespace tov::simulator

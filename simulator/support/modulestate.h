@@ -2,11 +2,12 @@
 
 #include "simulator/support/controlstate.h"
 
+#include <QCborMap>
 #include <QString>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -50,11 +51,10 @@ public:
     void restore(const QCborMap& saved) override;
 
 private:
-    // In the order of their names, by which a file keeps them.
-    std::map<QString, Number*> m_numbers;
-    std::map<QString, Table*> m_tables;
+    std::map<QString, Number*> m_numbers; // in the order in which a file keeps them
 
-    mutable std::mutex m_mutex; // guards what is in them
+    mutable std::mutex m_mutex; // guards what is held by them, and all below
+    QCborMap m_tables;
 };
 
 /// What all settings have in common: each is a number inside, or nothing.
@@ -77,98 +77,74 @@ private:
     const QString m_name;
     const std::optional<double> m_initial;
     const Acceptance m_acceptance;
-    std::optional<double> m_number; // guarded by the module's mutex
+    std::optional<double> m_number; // guarded by the module
 };
 
 /// A table that can be loaded into a module.
 class ModuleState::Table
 {
 public:
-    using Bytes = std::vector<unsigned char>;
+    Table(ModuleState& module, const QString& name)
+        : m_module(module)
+        , m_name(name)
+    {
+    }
 
-    Table(ModuleState& module, const QString& name);
-    Table(const Table&) = delete;
-    Table& operator=(const Table&) = delete;
-    ~Table() = default;
-
-    void load(Bytes bytes);
+    void load(const std::vector<unsigned char>& bytes);
 
 private:
-    friend ModuleState;
-
     ModuleState& m_module;
-    std::optional<Bytes> m_bytes; // guarded by the module's mutex
+    const QString m_name;
 };
 
-/// One setting of a module: a number, a `bool` or an enumeration.
+/// One setting of a module: a number, a `bool` or an enumeration, or one of these that has no value before it is set.
 ///
 /// Thread: *any thread*.
 template <typename Value>
 class Setting : public ModuleState::Number
 {
 public:
-    Setting(ModuleState& module, const QString& name, Value initial, Acceptance acceptance = within(0, 1))
-        : Number(module, name, static_cast<double>(initial), std::move(acceptance))
-    {
-    }
+    /// What an optional one holds.
+    using Held = typename decltype(std::optional(std::declval<Value>()))::value_type;
 
-    Value value() const { return static_cast<Value>(number().value_or(0.0)); }
-    void set(Value value) { setNumber(static_cast<double>(value)); }
-};
-
-/// One that has no value before it is set.
-template <typename Value>
-class Setting<std::optional<Value>> : public ModuleState::Number
-{
-public:
-    Setting(ModuleState& module, const QString& name, std::optional<Value> initial, Acceptance acceptance)
+    Setting(ModuleState& module, const QString& name, std::optional<Held> initial, Acceptance acceptance = within(0, 1))
         : Number(module, name, initial ? std::optional(static_cast<double>(*initial)) : std::nullopt,
                  std::move(acceptance))
     {
     }
 
-    std::optional<Value> value() const
+    Value value() const
     {
         const auto held = number();
-        return held ? std::optional(static_cast<Value>(*held)) : std::nullopt;
+        return held ? Value(static_cast<Held>(*held)) : Value();
     }
-    void set(Value value) { setNumber(static_cast<double>(value)); }
+    void set(Held value) { setNumber(static_cast<double>(value)); }
 };
 
 /// Settings of one kind by their index, which follows their name. Beyond the last one nothing can be set, and a read
-/// gives the value that is 0 or nothing.
-template <typename Value, std::size_t Count>
+/// gives 0 or nothing.
+template <typename Value>
 class SettingRow
 {
 public:
-    SettingRow(ModuleState& module, const QString& name, const std::array<Value, Count>& initial,
+    SettingRow(ModuleState& module, const QString& name, const std::vector<Value>& initial,
                const Acceptance& acceptance)
-        : SettingRow(module, name, initial, acceptance, std::make_index_sequence<Count>())
     {
+        for (const Value& each : initial)
+            m_settings.emplace_back(module, name + QString::number(m_settings.size()), each, acceptance);
     }
 
-    Value value(int index) const { return has(index) ? at(index).value() : Value(); }
-
-    template <typename Set>
-    void set(int index, Set value)
+    Value value(int index) const { return has(index) ? m_settings[static_cast<std::size_t>(index)].value() : Value(); }
+    void set(int index, typename Setting<Value>::Held value)
     {
         if (has(index))
-            at(index).set(value);
+            m_settings[static_cast<std::size_t>(index)].set(value);
     }
 
 private:
-    template <std::size_t... Index>
-    SettingRow(ModuleState& module, const QString& name, const std::array<Value, Count>& initial,
-               const Acceptance& acceptance, std::index_sequence<Index...>)
-        : m_settings{Setting<Value>(module, name + QString::number(Index), initial[Index], acceptance)...}
-    {
-    }
+    bool has(int index) const { return index >= 0 && std::cmp_less(index, m_settings.size()); }
 
-    static bool has(int index) { return index >= 0 && std::cmp_less(index, Count); }
-    auto& at(int index) { return m_settings.at(static_cast<std::size_t>(index)); }
-    const auto& at(int index) const { return m_settings.at(static_cast<std::size_t>(index)); }
-
-    std::array<Setting<Value>, Count> m_settings;
+    std::deque<Setting<Value>> m_settings; // never moves them
 };
 
 /// A control that does nothing but keep the settings of its module.

@@ -4,7 +4,6 @@
 #include "simulator/support/modulestate.h"
 
 #include <array>
-#include <utility>
 #include <vector>
 
 namespace tov::simulator {
@@ -71,11 +70,11 @@ public:
     void setSignalGain(unsigned char gain) override { m_state->signalGain.set(gain); }
     void assignReceiverCorrectionTable(std::vector<unsigned char> table) override
     {
-        m_state->receiverCorrection.load(std::move(table));
+        m_state->receiverCorrection.load(table);
     }
     void assignPowerCalibrationTable(std::vector<unsigned char> table) override
     {
-        m_state->powerCalibration.load(std::move(table));
+        m_state->powerCalibration.load(table);
     }
 };
 

@@ -4,7 +4,6 @@
 #include "simulator/support/modulestate.h"
 
 #include <cmath>
-#include <utility>
 #include <vector>
 
 namespace tov::simulator {
@@ -72,7 +71,7 @@ public:
     bool ddsCorrectionEnabled() override { return m_state->ddsCorrection.value(); }
     void assignPowerCalibrationTable(std::vector<unsigned char> table) override
     {
-        m_state->powerCalibration.load(std::move(table));
+        m_state->powerCalibration.load(table);
     }
 };
 

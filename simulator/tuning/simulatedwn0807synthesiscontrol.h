@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <utility>
@@ -35,20 +36,20 @@ public:
     Setting<double> ddsSwitchFreq{*this, "ddsSwitchFreq", 100e6, nearest(1e6, 1e9)};
     Setting<int> delayMode{*this, "delayMode", 0, within(0, 1)};
     Setting<double> measureDelay{*this, "measureDelay", 0, nearest(0, 10)};
-    SettingRow<double, 5> rowFrequency{*this, "rowFrequency", factoryColumn(&PowerSyntEntry::frequency),
-                                       within(1e6, 20e9)};
-    SettingRow<unsigned char, 5> rowPower{*this, "rowPower", factoryColumn(&PowerSyntEntry::power), nearest(0, 63)};
-    SettingRow<int, 2> capacitanceMode{*this, "capacitanceMode", {0, 0}, within(0, 3)};
-    SettingRow<std::optional<double>, 2> capacitanceFirst{*this, "capacitanceFirst", {1.0}, nearest(0, 100)};
-    SettingRow<std::optional<double>, 2> capacitanceSecond{*this, "capacitanceSecond", {10.0}, nearest(0, 100)};
-    SettingRow<std::optional<double>, 4> filterFrom{*this, "filterFrom", {10e6, 1e9, 4e9}, within(1e6, 20e9)};
+    SettingRow<double> rowFrequency{*this, "rowFrequency", factoryColumn(&PowerSyntEntry::frequency),
+                                    within(1e6, 20e9)};
+    SettingRow<unsigned char> rowPower{*this, "rowPower", factoryColumn(&PowerSyntEntry::power), nearest(0, 63)};
+    SettingRow<int> capacitanceMode{*this, "capacitanceMode", {0, 0}, within(0, 3)};
+    SettingRow<std::optional<double>> capacitanceFirst{*this, "capacitanceFirst", {1.0, {}}, nearest(0, 100)};
+    SettingRow<std::optional<double>> capacitanceSecond{*this, "capacitanceSecond", {10.0, {}}, nearest(0, 100)};
+    SettingRow<std::optional<double>> filterFrom{*this, "filterFrom", {10e6, 1e9, 4e9, {}}, within(1e6, 20e9)};
 
 private:
     template <typename Value>
-    static std::array<Value, factoryTable.size()> factoryColumn(Value PowerSyntEntry::* column)
+    static std::vector<Value> factoryColumn(Value PowerSyntEntry::* column)
     {
-        std::array<Value, factoryTable.size()> values{};
-        std::ranges::transform(factoryTable, values.begin(), column);
+        std::vector<Value> values;
+        std::ranges::transform(factoryTable, std::back_inserter(values), column);
         return values;
     }
 };
