@@ -84,9 +84,9 @@ private:
 class ModuleState::Table
 {
 public:
-    Table(ModuleState& module, const QString& name)
+    Table(ModuleState& module, QString name)
         : m_module(module)
-        , m_name(name)
+        , m_name(std::move(name))
     {
     }
 
