@@ -58,15 +58,8 @@ foreach(folder IN ITEMS devices service)
 endforeach()
 install_headers(host "${PROJECT_SOURCE_DIR}/host" PATTERN "*.h")
 install_headers(simulator "${PROJECT_SOURCE_DIR}/simulator"
-    PATTERN "simulatedinstrument.h"
-    PATTERN "audience.h"
-    PATTERN "calibrationunit.h"
-    PATTERN "controlstate.h"
-    PATTERN "faults.h"
-    PATTERN "machine.h"
-    PATTERN "observerhub.h"
-    PATTERN "stored*.h"
-    PATTERN "timing.h")
+    REGEX "/simulator/[a-z]+$" EXCLUDE # the rooms, which hold what is its own
+    PATTERN "*.h")
 
 include(CMakePackageConfigHelpers)
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/DevicesServiceConfig.cmake.in"

@@ -1,15 +1,9 @@
 #pragma once
 
-#include "sdk/service/calibrations/icalibrationcontroller.h"
-#include "simulator/audience.h"
-#include "simulator/controlstate.h"
-
 #include <QString>
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
-#include <mutex>
 
 namespace tov::simulator {
 
@@ -17,12 +11,9 @@ namespace tov::simulator {
 /// handles it. Whoever observes the controller is told on the simulator's thread.
 ///
 /// Thread: *any thread*.
-class CalibrationUnit final : public ControlState
+class CalibrationUnit
 {
 public:
-    /// Who is told of the unit.
-    using Observer = sdk::service::calibrations::ICalibrationController::Observer;
-
     /// Status of the unit, by the numbers that a file keeps. Nothing in the simulator depends on it.
     enum class Status : int {
         Disconnected, ///< there is no unit at the controller
@@ -30,41 +21,27 @@ public:
         Ready,        ///< the unit may be used
     };
 
-    /// A unit that is ready and has no configuration. It notifies on the thread of `machine`, which it keeps alive.
-    explicit CalibrationUnit(const std::shared_ptr<Machine>& machine);
-
-    /// What `setStatus()` or a file said last.
-    Status status() const;
+    /// What `setStatus()` or a file said last; at first that it is ready.
+    virtual Status status() const = 0;
 
     /// Tells that the unit's status has changed, if it has.
-    void setStatus(Status status);
+    virtual void setStatus(Status status) = 0;
 
-    /// What the unit is set up for, as a text without meaning to the simulator.
-    QString configuration() const;
+    /// What the unit is set up for, as a text without meaning to the simulator; at first empty.
+    virtual QString configuration() const = 0;
 
     /// Tells that the configuration has changed, if it has.
-    void setConfiguration(const QString& configuration);
+    virtual void setConfiguration(const QString& configuration) = 0;
 
     /// Saves `total` of whatever a save consists of in ten equal parts over `duration`, and tells how far it has come
     /// at the beginning and after each.
-    void beginSave(std::uint64_t total, std::chrono::microseconds duration = {});
+    virtual void beginSave(std::uint64_t total, std::chrono::microseconds duration = {}) = 0;
 
     /// The saves that were begun, which no file keeps.
-    int saves() const;
+    virtual int saves() const = 0;
 
-    /// For a control object of this unit.
-    Audience<Observer>& audience() noexcept { return m_audience; }
-
-    QCborMap save() const override;
-    void restore(const QCborMap& saved) override;
-
-private:
-    Audience<Observer> m_audience;
-
-    mutable std::mutex m_mutex; // guards all below
-    Status m_status = Status::Ready;
-    QString m_configuration;
-    int m_saves = 0;
+protected:
+    ~CalibrationUnit() = default;
 };
 
 } // namespace tov::simulator

@@ -1,27 +1,26 @@
 #include "simulator/simulatedinstrument.h"
 
-#include "devices/controls.h"
-#include "simulator/machine.h"
-#include "simulator/simulatedcalibrationcontroller.h"
-#include "simulator/simulatedfactorycorrectioncontrol.h"
-#include "simulator/simulatedfilememorycontrol.h"
-#include "simulator/simulatedkz515powercontrol.h"
-#include "simulator/simulatedkz515synthesiscontrol.h"
-#include "simulator/simulatedloleakagecontrol.h"
-#include "simulator/simulatedmemoryoperationscontrol.h"
-#include "simulator/simulatedmemoryusbidcontrol.h"
-#include "simulator/simulatedpotentiometerscontrol.h"
-#include "simulator/simulatedserialnumbercontrol.h"
-#include "simulator/simulatedsystemtermscontrol.h"
-#include "simulator/simulatedtemperaturecontrol.h"
-#include "simulator/simulatedulkpowercontrol.h"
-#include "simulator/simulatedulksynthesiscontrol.h"
-#include "simulator/simulatedwn0807powermodulecontrol.h"
-#include "simulator/simulatedwn0807synthesiscontrol.h"
-#include "simulator/simulatedyqfactorypowercalibrationcontrol.h"
-#include "simulator/simulatedyqifswcalibrationcontrol.h"
-#include "simulator/simulatedyqsynthesiscontrol.h"
-#include "simulator/statefile.h"
+#include "simulator/calibration/simulatedcalibrationcontroller.h"
+#include "simulator/calibration/simulatedfactorycorrectioncontrol.h"
+#include "simulator/calibration/simulatedyqfactorypowercalibrationcontrol.h"
+#include "simulator/calibration/simulatedyqifswcalibrationcontrol.h"
+#include "simulator/memory/simulatedfilememorycontrol.h"
+#include "simulator/memory/simulatedmemoryoperationscontrol.h"
+#include "simulator/memory/simulatedmemoryusbidcontrol.h"
+#include "simulator/memory/simulatedpotentiometerscontrol.h"
+#include "simulator/memory/simulatedserialnumbercontrol.h"
+#include "simulator/memory/simulatedsystemtermscontrol.h"
+#include "simulator/monitoring/simulatedtemperaturecontrol.h"
+#include "simulator/support/machine.h"
+#include "simulator/support/statefile.h"
+#include "simulator/tuning/simulatedkz515powercontrol.h"
+#include "simulator/tuning/simulatedkz515synthesiscontrol.h"
+#include "simulator/tuning/simulatedloleakagecontrol.h"
+#include "simulator/tuning/simulatedulkpowercontrol.h"
+#include "simulator/tuning/simulatedulksynthesiscontrol.h"
+#include "simulator/tuning/simulatedwn0807powermodulecontrol.h"
+#include "simulator/tuning/simulatedwn0807synthesiscontrol.h"
+#include "simulator/tuning/simulatedyqsynthesiscontrol.h"
 
 #include <QFile>
 
@@ -35,12 +34,12 @@ namespace tov::simulator {
 namespace controls = devices::controls;
 
 // The control is erased from its interface pointer, which is what a user of the key casts it back to.
-template <typename SdkIface, typename Control, typename State, typename... Shared>
-void SimulatedInstrument::addSlot(sdk::Key key, const QString& name, const std::shared_ptr<State>& state,
-                                  const Shared&... shared)
+template <typename Control, typename SdkIface, typename... Types, typename State, typename... Shared>
+void SimulatedInstrument::addSlot(const devices::ControlKind<SdkIface, Types...>& kind,
+                                  const std::shared_ptr<State>& state, const Shared&... shared)
 {
-    m_slots.push_back({.key = key,
-                       .name = name,
+    m_slots.push_back({.key = kind.keys.sdk,
+                       .name = QString::fromUtf8(kind.name),
                        .state = state,
                        .makeControl = [=]() -> std::shared_ptr<void> {
                            return std::shared_ptr<SdkIface>(std::make_shared<Control>(shared..., state));
@@ -58,52 +57,30 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     , m_factoryPowerCalibration(std::make_shared<FactoryPowerCalibrationState>())
     , m_factoryCorrections(std::make_shared<FactoryCorrectionState>(m_machine))
     , m_temperatures(std::make_shared<TemperatureState>(m_machine, configuration.timing.seed))
-    , m_calibrationUnit1(std::make_shared<CalibrationUnit>(m_machine))
-    , m_calibrationUnit2(std::make_shared<CalibrationUnit>(m_machine))
+    , m_calibrationUnit1(std::make_shared<CalibrationUnitState>(m_machine))
+    , m_calibrationUnit2(std::make_shared<CalibrationUnitState>(m_machine))
 {
-    using namespace sdk::service;
-    using calibrations::ICalibrationController;
-
-    addSlot<IFileMemoryControl, SimulatedFileMemoryControl>(controls::fileMemory.keys.sdk, "file memory", m_files,
-                                                            m_machine);
-    addSlot<IPotentiometersControl, SimulatedPotentiometersControl>(controls::potentiometers.keys.sdk, "potentiometers",
-                                                                    m_potentiometers, m_machine);
-    addSlot<IMemoryUsbIdControl, SimulatedMemoryUsbIdControl>(controls::usbId.keys.sdk, "USB identifier",
-                                                              std::make_shared<UsbIdState>(), m_machine);
-    addSlot<IMemorySerialNumberControl, SimulatedSerialNumberControl>(controls::serialNumber.keys.sdk, "serial number",
-                                                                      std::make_shared<SerialNumberState>(), m_machine);
-    addSlot<IMemoryOperationsControl, SimulatedMemoryOperationsControl>(controls::memoryOperations.keys.sdk, "memory",
-                                                                        m_memory, m_machine);
-    addSlot<IUlkSynthesisControl, SimulatedUlkSynthesisControl>(controls::ulkSynthesis.keys.sdk, "Ulk synthesis",
-                                                                SimulatedUlkSynthesisControl::makeState());
-    addSlot<IUlkPowerControl, SimulatedUlkPowerControl>(controls::ulkPower.keys.sdk, "Ulk power",
-                                                        SimulatedUlkPowerControl::makeState());
-    addSlot<IWn0807SynthesisControl, SimulatedWn0807SynthesisControl>(
-        controls::wn0807Synthesis.keys.sdk, "Wn0807 synthesis", SimulatedWn0807SynthesisControl::makeState());
-    addSlot<IWn0807PowerModuleControl, SimulatedWn0807PowerModuleControl>(
-        controls::wn0807Power.keys.sdk, "Wn0807 power", SimulatedWn0807PowerModuleControl::makeState());
-    addSlot<ILoLeakageControl, SimulatedLoLeakageControl>(controls::loLeakage.keys.sdk, "LO leakage",
-                                                          std::make_shared<LoLeakageState>());
-    addSlot<IKZ515PowerControl, SimulatedKz515PowerControl>(controls::kz515Power.keys.sdk, "Kz515 power",
-                                                            SimulatedKz515PowerControl::makeState());
-    addSlot<IKZ515SynthesisControl, SimulatedKz515SynthesisControl>(
-        controls::kz515Synthesis.keys.sdk, "Kz515 synthesis", SimulatedKz515SynthesisControl::makeState());
-    addSlot<IYqSynthesisControl, SimulatedYqSynthesisControl>(controls::yqSynthesis.keys.sdk, "Yq synthesis",
-                                                              std::make_shared<YqSynthesisState>());
-    addSlot<ISystemTermsControl, SimulatedSystemTermsControl>(controls::systemTerms.keys.sdk, "system terms", m_terms,
-                                                              m_machine);
-    addSlot<IYqIfswCalibrationControl, SimulatedYqIfswCalibrationControl>(
-        controls::ifswCalibration.keys.sdk, "IF-switch calibration", m_ifswCalibration, m_machine);
-    addSlot<IYqFactoryPowerCalibrationControl, SimulatedYqFactoryPowerCalibrationControl>(
-        controls::factoryPowerCalibration.keys.sdk, "factory power calibration", m_factoryPowerCalibration, m_machine);
-    addSlot<sdk::IFactoryCorrectionControl, SimulatedFactoryCorrectionControl>(
-        controls::factoryCorrections.keys.sdk, "factory corrections", m_factoryCorrections, m_machine);
-    addSlot<sdk::ITemperatureControl, SimulatedTemperatureControl>(controls::temperature.keys.sdk, "temperatures",
-                                                                   m_temperatures);
-    addSlot<ICalibrationController, SimulatedCalibrationController>(controls::calibrationController1.keys.sdk,
-                                                                    "calibration unit 1", m_calibrationUnit1);
-    addSlot<ICalibrationController, SimulatedCalibrationController>(controls::calibrationController2.keys.sdk,
-                                                                    "calibration unit 2", m_calibrationUnit2);
+    addSlot<SimulatedFileMemoryControl>(controls::fileMemory, m_files, m_machine);
+    addSlot<SimulatedPotentiometersControl>(controls::potentiometers, m_potentiometers, m_machine);
+    addSlot<SimulatedMemoryUsbIdControl>(controls::usbId, std::make_shared<UsbIdState>(), m_machine);
+    addSlot<SimulatedSerialNumberControl>(controls::serialNumber, std::make_shared<SerialNumberState>(), m_machine);
+    addSlot<SimulatedMemoryOperationsControl>(controls::memoryOperations, m_memory, m_machine);
+    addSlot<SimulatedUlkSynthesisControl>(controls::ulkSynthesis, std::make_shared<UlkSynthesisState>());
+    addSlot<SimulatedUlkPowerControl>(controls::ulkPower, std::make_shared<UlkPowerState>());
+    addSlot<SimulatedWn0807SynthesisControl>(controls::wn0807Synthesis, std::make_shared<Wn0807SynthesisState>());
+    addSlot<SimulatedWn0807PowerModuleControl>(controls::wn0807Power, std::make_shared<Wn0807PowerState>());
+    addSlot<SimulatedLoLeakageControl>(controls::loLeakage, std::make_shared<LoLeakageState>());
+    addSlot<SimulatedKz515PowerControl>(controls::kz515Power, std::make_shared<Kz515PowerState>());
+    addSlot<SimulatedKz515SynthesisControl>(controls::kz515Synthesis, std::make_shared<Kz515SynthesisState>());
+    addSlot<SimulatedYqSynthesisControl>(controls::yqSynthesis, std::make_shared<YqSynthesisState>());
+    addSlot<SimulatedSystemTermsControl>(controls::systemTerms, m_terms, m_machine);
+    addSlot<SimulatedYqIfswCalibrationControl>(controls::ifswCalibration, m_ifswCalibration, m_machine);
+    addSlot<SimulatedYqFactoryPowerCalibrationControl>(controls::factoryPowerCalibration, m_factoryPowerCalibration,
+                                                       m_machine);
+    addSlot<SimulatedFactoryCorrectionControl>(controls::factoryCorrections, m_factoryCorrections, m_machine);
+    addSlot<SimulatedTemperatureControl>(controls::temperature, m_temperatures);
+    addSlot<SimulatedCalibrationController>(controls::calibrationController1, m_calibrationUnit1);
+    addSlot<SimulatedCalibrationController>(controls::calibrationController2, m_calibrationUnit2);
     offerControls();
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "devices/controls.h"
 #include "sdk/correctionflag.h"
 #include "sdk/ivna.h"
 #include "simulator/calibrationunit.h"
 #include "simulator/faults.h"
-#include "simulator/storedcalibrations.h"
-#include "simulator/storedterms.h"
+#include "simulator/storeddata.h"
 #include "simulator/timing.h"
 
 #include <QString>
@@ -22,14 +22,16 @@
 
 namespace tov::simulator {
 
+class CalibrationUnitState;
+class ControlState;
 class FactoryCorrectionState;
-class FactoryPowerCalibrationState;
 class FileMemoryState;
-class IfswCalibrationState;
+class Machine;
 class MemoryState;
 class PotentiometersState;
-class SystemTermsState;
 class TemperatureState;
+template <typename Stored>
+class LastStored;
 
 /// What a simulated instrument is like when it is new; `SimulatedInstrument::load()` brings sizes of its own.
 struct Configuration
@@ -136,8 +138,9 @@ private:
         std::shared_ptr<void> control; // what is offered now, if anything
     };
 
-    template <typename SdkIface, typename Control, typename State, typename... Shared>
-    void addSlot(sdk::Key key, const QString& name, const std::shared_ptr<State>& state, const Shared&... shared);
+    template <typename Control, typename SdkIface, typename... Types, typename State, typename... Shared>
+    void addSlot(const devices::ControlKind<SdkIface, Types...>& kind, const std::shared_ptr<State>& state,
+                 const Shared&... shared);
 
     Slot& slot(sdk::Key key);
     void offer(Slot& slot) const;
@@ -146,13 +149,13 @@ private:
     const std::shared_ptr<FileMemoryState> m_files;
     const std::shared_ptr<MemoryState> m_memory;
     const std::shared_ptr<PotentiometersState> m_potentiometers;
-    const std::shared_ptr<SystemTermsState> m_terms;
-    const std::shared_ptr<IfswCalibrationState> m_ifswCalibration;
-    const std::shared_ptr<FactoryPowerCalibrationState> m_factoryPowerCalibration;
+    const std::shared_ptr<LastStored<StoredTerms>> m_terms;
+    const std::shared_ptr<LastStored<StoredIfswCalibration>> m_ifswCalibration;
+    const std::shared_ptr<LastStored<StoredFactoryPowerCalibration>> m_factoryPowerCalibration;
     const std::shared_ptr<FactoryCorrectionState> m_factoryCorrections;
     const std::shared_ptr<TemperatureState> m_temperatures;
-    const std::shared_ptr<CalibrationUnit> m_calibrationUnit1;
-    const std::shared_ptr<CalibrationUnit> m_calibrationUnit2;
+    const std::shared_ptr<CalibrationUnitState> m_calibrationUnit1;
+    const std::shared_ptr<CalibrationUnitState> m_calibrationUnit2;
 
     mutable std::mutex m_mutex; // guards all below; controls are destroyed outside it
     bool m_offering = false;

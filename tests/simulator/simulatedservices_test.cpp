@@ -4,7 +4,7 @@
 #include "rendezvous.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "simulator/simulatedinstrument.h"
-#include "simulator/simulatorerror.h"
+#include "simulator/support/simulatorerror.h"
 
 #include <QDateTime>
 #include <QFile>

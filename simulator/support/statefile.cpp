@@ -1,0 +1,84 @@
+#include "simulator/support/statefile.h"
+
+#include <QByteArray>
+#include <QCborValue>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QMap>
+#include <QSaveFile>
+
+#include <stdexcept>
+
+namespace tov::simulator {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto format = "state of a simulated instrument"_L1;
+constexpr qint64 version = 2;
+
+QByteArray checksum(const QByteArray& contents)
+{
+    return QCryptographicHash::hash(contents, QCryptographicHash::Sha256);
+}
+
+std::runtime_error failure(const QString& path, const QString& what)
+{
+    return std::runtime_error((path + ": " + what).toStdString());
+}
+
+// Files of version 1 had names of their own for the controls.
+QCborMap withTodaysNames(const QCborMap& state)
+{
+    static const QMap<QString, QString> others = {
+        {"USB identifier", "usb-id"},
+        {"memory", "memory-operations"},
+        {"temperatures", "temperature"},
+        {"IF-switch calibration", "ifsw-calibration"},
+        {"calibration unit 1", "calibration-controller-1"},
+        {"calibration unit 2", "calibration-controller-2"},
+    };
+    QCborMap renamed;
+    for (const auto& [key, value] : state) {
+        const QString name = key.toString();
+        renamed.insert(others.value(name, name.toLower().replace(' ', '-')), QCborValue(value));
+    }
+    return renamed;
+}
+
+} // namespace
+
+void writeStateFile(const QString& path, const QCborMap& state)
+{
+    const QByteArray contents = QCborValue(state).toCbor();
+    const QCborMap whole = {
+        {"format"_L1, format}, {"version"_L1, version}, {"checksum"_L1, checksum(contents)}, {"contents"_L1, contents}};
+    const QByteArray bytes = QCborValue(whole).toCbor();
+
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        throw failure(path, "the state cannot be saved: " + file.errorString());
+}
+
+QCborMap readStateFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw failure(path, "the state cannot be read: " + file.errorString());
+
+    QCborParserError error;
+    const QCborMap whole = QCborValue::fromCbor(file.readAll(), &error).toMap();
+    if (error.error != QCborError::NoError || whole["format"_L1].toString() != format)
+        throw failure(path, "this is no state of a simulated instrument, or it is damaged");
+    const qint64 found = whole["version"_L1].toInteger();
+    if (found != 1 && found != version)
+        throw failure(path, "this state was saved by another version of the simulator");
+    const QByteArray contents = whole["contents"_L1].toByteArray();
+    if (whole["checksum"_L1].toByteArray() != checksum(contents))
+        throw failure(path, "this state is damaged");
+    const QCborMap state = QCborValue::fromCbor(contents).toMap();
+    return found == 1 ? withTodaysNames(state) : state;
+}
+
+} // namespace tov::simulator

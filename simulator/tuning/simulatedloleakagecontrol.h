@@ -1,0 +1,28 @@
+#pragma once
+
+#include "sdk/service/iloleakagecontrol.h"
+#include "simulator/support/modulestate.h"
+
+namespace tov::simulator {
+
+/// The LO leakage, which a file keeps without the form of the other modules.
+class LoLeakageState final : public ModuleState
+{
+public:
+    Setting<bool> enabled{*this, "enabled", false};
+
+    QCborMap save() const override { return {{enabled.name(), enabled.value()}}; }
+    void restore(const QCborMap& saved) override { enabled.set(saved[enabled.name()].toBool()); }
+};
+
+/// The LO leakage control as the simulated instrument offers it.
+class SimulatedLoLeakageControl final : public ModuleControl<sdk::service::ILoLeakageControl, LoLeakageState>
+{
+public:
+    using ModuleControl::ModuleControl;
+
+    bool isEnabled() override { return m_state->enabled.value(); }
+    void setEnabled(bool enabled) override { m_state->enabled.set(enabled); }
+};
+
+} // namespace tov::simulator
