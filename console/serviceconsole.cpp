@@ -1,14 +1,12 @@
 #include "console/serviceconsole.h"
 
-#include "console/arguments.h"
-#include "console/commandline.h"
-#include "console/failure.h"
-#include "console/terminal.h"
-#include "console/workbench.h"
+#include "console/commandline/arguments.h"
+#include "console/commandline/failure.h"
+#include "console/commands/commands.h"
+#include "console/terminal/terminal.h"
 
 #include <iostream>
 #include <string>
-#include <vector>
 
 namespace tov::console {
 
@@ -20,21 +18,24 @@ ExitStatus finish(ExitStatus status)
     return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output");
 }
 
-ExitStatus run(const Understood& understood)
+ExitStatus run(const Words& arguments)
 {
-    if (!understood.command)
+    Options options;
+    const Command::Action action = understand(allCommands(CommandSet::Program, options), arguments);
+    if (!action)
         return finish(ExitStatus::Success);
-    Workbench workbench(understood.options);
-    const ExitStatus status = understood.command(workbench);
-    workbench.keep();
-    workbench.output().print();
+    ConsoleSession console(options);
+    const ExitStatus status = action(console);
+    console.keep();
+    console.output().print();
     return finish(status);
 }
 
 // What the shell's completion asks for: a line for every word that fits.
-ExitStatus complete(const std::vector<std::string>& words)
+ExitStatus complete(const Words& words)
 {
-    for (const std::string& word : completions(words, CommandSet::Program))
+    Options options;
+    for (const std::string& word : completions(allCommands(CommandSet::Program, options), words))
         std::cout << word << "\n";
     return finish(ExitStatus::Success);
 }
@@ -44,14 +45,16 @@ ExitStatus complete(const std::vector<std::string>& words)
 ExitStatus runServiceConsole(int argc, char** argv)
 try {
     prepareTerminal();
-    std::vector<std::string> arguments = programArguments(argc, argv);
+    Words arguments = programArguments(argc, argv);
     if (!arguments.empty() && arguments.front() == "__complete") {
         arguments.erase(arguments.begin());
         return complete(arguments);
     }
-    return run(understand(arguments, CommandSet::Program));
-} catch (const CommandError& error) {
-    return fail(error.status(), error.what());
+    return run(arguments);
+} catch (const Failure& error) {
+    return fail(ExitStatus::Failure, error.what());
+} catch (const BadUse& error) {
+    return fail(ExitStatus::BadUse, error.what());
 } catch (const std::exception& error) {
     return fail(ExitStatus::InternalError, std::string("internal error: ") + error.what());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/exitstatus.h"
+#include "console/commandline/exitstatus.h"
 
 namespace tov::console {
 

@@ -4,6 +4,8 @@
 
 cmake_minimum_required(VERSION 3.25)
 
+# Says which folders and headers the sources of `folder` may import; a folder is given by its whole path, or by its
+# first part for all that is in it.
 function(may_import folder)
     file(GLOB_RECURSE files "${SOURCE_DIR}/${folder}/*.h" "${SOURCE_DIR}/${folder}/*.cpp" "${SOURCE_DIR}/${folder}/*.in")
     if(NOT files)
@@ -12,9 +14,9 @@ function(may_import folder)
     foreach(file IN LISTS files)
         file(STRINGS "${file}" includes REGEX "^#include \"")
         foreach(include IN LISTS includes)
-            if(NOT include MATCHES "^#include \"(([a-z]+)/[a-z0-9/_]+\\.h)\"")
+            if(NOT include MATCHES "^#include \"((([a-z]+)[a-z0-9/_]*)/[a-z0-9_]+\\.h)\"")
                 message(SEND_ERROR "${file}: not included by its full path: ${include}")
-            elseif(NOT CMAKE_MATCH_2 IN_LIST ARGN)
+            elseif(NOT CMAKE_MATCH_3 IN_LIST ARGN AND NOT CMAKE_MATCH_2 IN_LIST ARGN AND NOT CMAKE_MATCH_1 IN_LIST ARGN)
                 message(SEND_ERROR "${file}: ${folder} may not import ${CMAKE_MATCH_1}")
             endif()
         endforeach()
@@ -28,3 +30,14 @@ may_import(service service devices sdk utils vna)
 may_import(simulator simulator devices sdk)
 may_import(host host service simulator devices sdk utils vna)
 may_import(console console host service simulator devices sdk utils vna)
+
+# The rooms of the console, each of which may import those above it.
+set(above console/errors.h)
+foreach(room IN ITEMS text files terminal session tuning notifications commandline commands)
+    list(APPEND above console/${room})
+    may_import(console/${room} ${above} host service simulator devices sdk utils vna)
+endforeach()
+
+# What is no console's own, so that another program can have it: the settings of the modules, and the files.
+may_import(console/tuning console/tuning console/text console/errors.h console/session/controls.h host service utils)
+may_import(console/files console/files console/text console/errors.h service vna)

@@ -1,11 +1,10 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/notificationlines.h"
-#include "console/number.h"
-#include "console/progress.h"
-#include "console/terminal.h"
-#include "console/watching.h"
-#include "console/workbench.h"
+#include "console/notifications/notificationlines.h"
+#include "console/notifications/watching.h"
+#include "console/terminal/progress.h"
+#include "console/terminal/terminal.h"
+#include "console/text/number.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 
 #include <algorithm>
@@ -32,7 +31,7 @@ const host::Control<SdkCalibrationControlHandle>& controllerNamed(const std::str
         return host::controls::calibrationController1;
     if (number == 2U)
         return host::controls::calibrationController2;
-    throw CommandError(ExitStatus::BadUse, "there is no controller '" + name + "'; there are 1, 2");
+    throw BadUse("there is no controller '" + name + "'; there are 1, 2");
 }
 
 /// Shows every signal of a controller's watcher as a line, but on a terminal the progress of a save as a bar.
@@ -101,29 +100,26 @@ void exercise(simulator::SimulatedInstrument& instrument, simulator::Calibration
     instrument.waitUntilQuiet();
 }
 
-void watchController(Workbench& workbench, const Arguments& arguments)
+void watchController(ConsoleSession& console, const Arguments& arguments)
 {
     const auto& kind = controllerNamed(arguments.controller);
-    const auto handle = workbench.require(kind);
+    const auto handle = console.require(kind);
     const Watch watch(arguments);
-    Display display(kind.name, workbench.output().isText());
+    Display display(kind.name, console.output().isText());
     display.follow(*handle);
-    watch.run([&] { exercise(workbench.instrument(), workbench.instrument().calibrationUnit(kind.keys.sdk)); });
+    watch.run([&] { exercise(console.instrument(), console.instrument().calibrationUnit(kind.keys.sdk)); });
 }
 
 } // namespace
 
-void addCalibrationCommand(CLI::App& app, ChosenCommand& chosen)
+void addCalibrationCommand(Command& program)
 {
-    CLI::App& calibration = *app.add_subcommand("calibration", "Follow the calibration controllers");
-    addSubcommand<Arguments>(
-        calibration, chosen, "watch", "Print what happens at a controller until stopped (Ctrl-C)",
-        [](CLI::App& command, Arguments& arguments) {
-            command.add_option("--controller", arguments.controller, "Which of the two controllers, 1 or 2 (1)")
-                ->type_name("NUMBER");
-            declareExercise(command, arguments);
-        },
-        watchController);
+    const auto arguments = std::make_shared<Arguments>();
+    program.add("calibration", "Follow the calibration controllers")
+        .add("watch", "Print what happens at a controller until stopped (Ctrl-C)")
+        .optional("--controller", &arguments->controller, "NUMBER", "Which of the two controllers, 1 or 2 (1)")
+        .optional("--exercise", &arguments->exercise, "COUNT", exerciseHelp)
+        .runs(watchController, arguments);
 }
 
 } // namespace tov::console

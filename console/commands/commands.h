@@ -1,40 +1,42 @@
 #pragma once
 
-#include "console/exitstatus.h"
-
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "console/commandline/command.h"
+#include "console/session/consolesession.h"
 
 namespace tov::console {
 
-class Workbench;
+/// Which commands and options a command line has.
+enum class CommandSet {
+    Program, ///< all of them
+    Shell,   ///< what makes sense while the shell keeps its instrument
+};
 
-/// The command that the user chose, with its arguments, ready to run.
-using ChosenCommand = std::function<ExitStatus(Workbench&)>;
+/// All commands. Understanding a command line fills `options`, which must outlive it.
+Command allCommands(CommandSet commands, Options& options);
 
-// Each of these adds one command to the command line. When the user calls it, it puts itself into
-// `chosen`; both arguments must outlive the parsing.
-void addInfoCommand(CLI::App& app, ChosenCommand& chosen);
-void addProbeCommand(CLI::App& app, ChosenCommand& chosen);
-void addFilesCommand(CLI::App& app, ChosenCommand& chosen);
-void addMemoryCommand(CLI::App& app, ChosenCommand& chosen);
-void addPotsCommand(CLI::App& app, ChosenCommand& chosen);
-void addSerialCommand(CLI::App& app, ChosenCommand& chosen);
-void addUsbCommand(CLI::App& app, ChosenCommand& chosen);
-void addTermsCommand(CLI::App& app, ChosenCommand& chosen);
-void addLoLeakageCommand(CLI::App& app, ChosenCommand& chosen);
-void addYqCommand(CLI::App& app, ChosenCommand& chosen);
-void addIfswCommand(CLI::App& app, ChosenCommand& chosen);
-void addPowerCalCommand(CLI::App& app, ChosenCommand& chosen);
-void addCorrectionsCommand(CLI::App& app, ChosenCommand& chosen);
-void addCalibrationCommand(CLI::App& app, ChosenCommand& chosen);
-void addTemperatureCommand(CLI::App& app, ChosenCommand& chosen);
-void addTuneCommand(CLI::App& app, ChosenCommand& chosen);
-void addMonitorCommand(CLI::App& app, ChosenCommand& chosen);
-void addShellCommand(CLI::App& app, ChosenCommand& chosen);
-void addDemoCommand(CLI::App& app, ChosenCommand& chosen);
+// Each of these adds one command to `program`.
+void addInfoCommand(Command& program);
+void addProbeCommand(Command& program);
+void addFilesCommand(Command& program);
+void addMemoryCommand(Command& program);
+void addPotsCommand(Command& program);
+void addSerialCommand(Command& program);
+void addUsbCommand(Command& program);
+void addTermsCommand(Command& program);
+void addIfswCommand(Command& program);
+void addPowerCalCommand(Command& program);
+void addCorrectionsCommand(Command& program);
+void addCalibrationCommand(Command& program);
+void addTemperatureCommand(Command& program);
+void addTuneCommand(Command& program);
+void addMonitorCommand(Command& program);
+void addShellCommand(Command& program);
+void addDemoCommand(Command& program);
+
+/// What can stand where a control is named.
+Words controlNames(const Words& before);
+
+/// The lines of the help that tell how the program ends.
+extern const char* const exitStatusesHelp;
 
 } // namespace tov::console

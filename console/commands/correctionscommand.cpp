@@ -1,7 +1,6 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/number.h"
-#include "console/workbench.h"
+#include "console/text/number.h"
 
 namespace tov::console {
 
@@ -15,11 +14,6 @@ std::string nameOf(FactoryCorrection correction)
     return "correction-" + std::to_string(static_cast<int>(correction) + 1);
 }
 
-struct Arguments
-{
-    std::string correction;
-};
-
 // Throws unless the instrument supports a correction of this name or number.
 FactoryCorrection correctionNamed(const SdkFactoryCorrectionControl& control, const std::string& name)
 {
@@ -30,12 +24,12 @@ FactoryCorrection correctionNamed(const SdkFactoryCorrectionControl& control, co
             return correction;
         known.append(known.empty() ? "; there are " : ", ").append(nameOf(correction));
     }
-    throw CommandError(ExitStatus::BadUse, "there is no correction '" + name + "'" + known);
+    throw BadUse("there is no correction '" + name + "'" + known);
 }
 
-void list(Workbench& workbench)
+void list(ConsoleSession& console)
 {
-    const auto control = workbench.require(host::controls::factoryCorrections);
+    const auto control = console.require(host::controls::factoryCorrections);
     const auto yesNo = [](bool yes) { return yes ? "yes" : "no"; };
     Table table({"correction", "valid", "enabled", "modifiable"});
     QJsonArray json;
@@ -49,16 +43,15 @@ void list(Workbench& workbench)
                                 {"enabled", enabled},
                                 {"modifiable", modifiable}});
     }
-    workbench.output().answer(table.toText(), {{"corrections", json}});
+    console.output().answer(table.toText(), {{"corrections", json}});
 }
 
-void switchTo(Workbench& workbench, const Arguments& arguments, bool enable)
+void switchTo(ConsoleSession& console, const std::string& name, bool enable)
 {
-    const auto control = workbench.require(host::controls::factoryCorrections);
-    const FactoryCorrection correction = correctionNamed(*control, arguments.correction);
+    const auto control = console.require(host::controls::factoryCorrections);
+    const FactoryCorrection correction = correctionNamed(*control, name);
     const auto refuse = [&](const std::string& why) {
-        return CommandError(ExitStatus::Failure,
-                            nameOf(correction) + (enable ? " was not enabled" : " was not disabled") + ": " + why);
+        return Failure(nameOf(correction) + (enable ? " was not enabled" : " was not disabled") + ": " + why);
     };
 
     // The control refuses without a word, so it is asked first.
@@ -69,29 +62,25 @@ void switchTo(Workbench& workbench, const Arguments& arguments, bool enable)
     control->setEnabled(correction, enable);
     if (control->isEnabled(correction) != enable)
         throw refuse("the instrument did not take it");
-    workbench.output().answer(nameOf(correction) + (enable ? " is enabled\n" : " is disabled\n"),
-                              {{"correction", QString::fromStdString(nameOf(correction))}, {"enabled", enable}});
-}
-
-void declare(CLI::App& command, Arguments& arguments)
-{
-    command.add_option("correction", arguments.correction, "Name or number of a correction, see 'corrections ls'")
-        ->required()
-        ->type_name("CORRECTION");
+    console.output().answer(nameOf(correction) + (enable ? " is enabled\n" : " is disabled\n"),
+                            {{"correction", QString::fromStdString(nameOf(correction))}, {"enabled", enable}});
 }
 
 } // namespace
 
-void addCorrectionsCommand(CLI::App& app, ChosenCommand& chosen)
+void addCorrectionsCommand(Command& program)
 {
-    CLI::App& corrections = *app.add_subcommand("corrections", "Show or switch the factory corrections");
-    addSubcommand(corrections, chosen, "ls", "List the corrections that the instrument supports", list);
-    addSubcommand<Arguments>(
-        corrections, chosen, "enable", "Switch a correction on", declare,
-        [](Workbench& workbench, const Arguments& arguments) { switchTo(workbench, arguments, true); });
-    addSubcommand<Arguments>(
-        corrections, chosen, "disable", "Switch a correction off", declare,
-        [](Workbench& workbench, const Arguments& arguments) { switchTo(workbench, arguments, false); });
+    Command& corrections = program.add("corrections", "Show or switch the factory corrections");
+    corrections.add("ls", "List the corrections that the instrument supports").runs(list);
+    const auto name = std::make_shared<std::string>();
+    const auto addSwitch = [&](const char* command, const char* help, bool enable) {
+        corrections.add(command, help)
+            .argument("correction", *name, "CORRECTION", "Name or number of a correction, see 'corrections ls'")
+            .runs([enable](ConsoleSession& console, const std::string& given) { switchTo(console, given, enable); },
+                  name);
+    };
+    addSwitch("enable", "Switch a correction on", true);
+    addSwitch("disable", "Switch a correction off", false);
 }
 
 } // namespace tov::console

@@ -1,19 +1,16 @@
 #include "console/commands/commands.h"
 
-#include "console/observing.h"
-#include "console/workbench.h"
+#include "console/notifications/observing.h"
 #include "host/loadedlibrary.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
-
-#include <CLI/CLI.hpp>
 
 #include <QDateTime>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <coroutine>
 #include <map>
-#include <memory>
 #include <ranges>
 #include <string_view>
 
@@ -86,33 +83,338 @@ private:
     std::map<std::string_view, Result> m_results;
 };
 
-class SerialNumberCounter final : public devices::service::ISerialNumberControl::Observer
+/// The control that a trial is about. Throws `Failure` when the instrument lacks it.
+template <typename Adapter>
+class Tried
 {
 public:
-    void onSerialNumberEvent(const devices::service::SerialNumberEvent& /*event*/) override { ++count; }
+    Tried(ConsoleSession& console, Tour& tour, const host::Control<Adapter>& kind)
+        : m_instrument(console.instrument())
+        , m_tour(tour)
+        , m_kind(kind)
+        , m_adapter(console.require(kind))
+    {
+    }
+
+    Adapter* operator->() const { return m_adapter.get(); }
+    const std::shared_ptr<Adapter>& adapter() const { return m_adapter; }
+    simulator::SimulatedInstrument& instrument() const { return m_instrument; }
+    simulator::CalibrationUnit& unit() const { return m_instrument.calibrationUnit(m_kind.keys.sdk); }
+
+    void check(const std::string& what, bool behaved) const { m_tour.check(m_kind, what, behaved); }
+
+private:
+    simulator::SimulatedInstrument& m_instrument;
+    Tour& m_tour;
+    const host::ControlName& m_kind;
+    std::shared_ptr<Adapter> m_adapter;
+};
+
+/// What is tried on one control, from first use to finding it again. It waits wherever all trials go on together.
+class Trial
+{
+public:
+    struct promise_type // the language's name
+    {
+        Trial get_return_object() { return Trial(std::coroutine_handle<promise_type>::from_promise(*this)); }
+        std::suspend_always initial_suspend() noexcept { return {}; }
+        std::suspend_always final_suspend() noexcept { return {}; }
+        void return_void() {}
+        void unhandled_exception() { throw; }
+    };
+
+    Trial(const Trial&) = delete;
+    Trial& operator=(const Trial&) = delete;
+    ~Trial() { m_steps.destroy(); }
+
+    /// Does what comes before the next wait.
+    void goOn() { m_steps.resume(); }
+
+private:
+    explicit Trial(std::coroutine_handle<promise_type> steps)
+        : m_steps(steps)
+    {
+    }
+
+    const std::coroutine_handle<promise_type> m_steps;
+};
+
+constexpr std::suspend_always areTakenAway;
+constexpr std::suspend_always areOfferedAgain;
+
+Trial tryFileMemory(Tried<IFileMemoryControl> files)
+{
+    const QByteArray note("measured twice");
+    files.check("a file is stored and read back",
+                files->writeFile("note.txt", note) && files->readFile({"note.txt", 0, 0}) == note);
+    co_await areTakenAway;
+    const auto list = files->fileList();
+    files.check("says " + (list ? "nothing" : list.error().toStdString()), !list);
+    co_await areOfferedAgain;
+    files.check("the file is there", files->readFile({"note.txt", 0, 0}) == note);
+}
+
+Trial tryMemoryOperations(Tried<IMemoryOperationsControl> memory)
+{
+    const std::vector<std::byte> pattern(16, std::byte{0x5A});
+    const bool written = memory->write(pattern).has_value();
+    const auto contents = memory->read();
+    memory.check("holds what was written and is intact",
+                 written && contents && std::ranges::equal(pattern, *contents | std::views::take(16))
+                     && memory->integrityCheck());
+    co_await areTakenAway;
+    memory.check("fails", !memory->read());
+    co_await areOfferedAgain;
+    memory.check("is intact", memory->integrityCheck().has_value());
+}
+
+Trial tryPotentiometers(Tried<IPotentiometersControl> potentiometers)
+{
+    potentiometers.check("a value is kept in EEPROM",
+                         potentiometers->writeToEeprom(0, 42) && potentiometers->readFromEeprom(0) == 42);
+    co_await areTakenAway;
+    potentiometers.check("fail", !potentiometers->readFromEeprom(0));
+    co_await areOfferedAgain;
+    potentiometers.check("the value is there", potentiometers->readFromEeprom(0) == 42);
+}
+
+class SerialNumberCounter final : public ISerialNumberControl::Observer
+{
+public:
+    void onSerialNumberEvent(const SerialNumberEvent& /*event*/) override { ++count; }
 
     std::atomic<int> count = 0;
 };
 
-class CorrectionCounter final : public devices::service::SdkFactoryCorrectionControl::Observer
+Trial trySerialNumber(Tried<ISerialNumberControl> serialNumber)
+{
+    SerialNumberCounter told;
+    const Observing observing(serialNumber.adapter(), told);
+    serialNumber.check("is written and read back",
+                       serialNumber->writeSerialNumber(777) && serialNumber->serialNumber() == 777U);
+    serialNumber.instrument().waitUntilQuiet();
+    serialNumber.check("an observer was told of it", told.count == 1);
+    co_await areTakenAway;
+    serialNumber.check("fails", !serialNumber->serialNumber());
+    co_await areOfferedAgain;
+    const bool written = serialNumber->writeSerialNumber(778).has_value();
+    serialNumber.instrument().waitUntilQuiet();
+    serialNumber.check("is written, and the same observer is told of it", written && told.count == 2);
+}
+
+Trial tryUsbId(Tried<IUsbIdControl> usbId)
+{
+    auto id = usbId->usbId();
+    id.id3 = 7;
+    usbId.check("that of a " + id.modelName + " is written and read back",
+                usbId->writeUsbId(id) && usbId->usbId().id3 == 7);
+    co_await areTakenAway;
+    usbId.check("reads as its default", usbId->usbId().tag == 1 && usbId->usbIds().empty());
+    co_await areOfferedAgain;
+    usbId.check("is the one that was written", usbId->usbId().id3 == 7);
+}
+
+Trial trySystemTerms(Tried<ISystemTermsControl> terms)
+{
+    terms->writeSystemTerms(QDateTime::currentDateTimeUtc(), 1.0, {{1, 0.5, 2}}, {});
+    terms.check("are stored with their records", terms->systemTermsFlag() && terms->termsRecords().size() == 1);
+    co_await areTakenAway;
+    terms.check("are none", terms->termsRecords().empty());
+    co_await areOfferedAgain;
+    terms.check("are still stored", terms->systemTermsFlag());
+}
+
+Trial tryLoLeakage(Tried<SdkLoLeakageControl> loLeakage)
+{
+    loLeakage->setEnabled(true);
+    loLeakage.check("is on after it was switched on", loLeakage->isEnabled());
+    co_await areTakenAway;
+    loLeakage.check("reads as off", !loLeakage->isEnabled());
+    loLeakage->setEnabled(false);
+    co_await areOfferedAgain;
+    loLeakage.check("is on, though it was switched off in between", loLeakage->isEnabled());
+}
+
+Trial tryYqSynthesis(Tried<SdkYqSynthesisControl> yq)
+{
+    yq->enableManualIf(true);
+    yq->setSelectedIf(1);
+    yq.check("IF 1 is chosen manually after it was set", yq->manualIfEnabled() && yq->selectedIf() == 1);
+    co_await areTakenAway;
+    yq.check("the selected IF reads as -1, and there are none", yq->selectedIf() == -1 && yq->supportedIfs().empty());
+    co_await areOfferedAgain;
+    yq.check("IF 1 is still chosen", yq->manualIfEnabled() && yq->selectedIf() == 1);
+}
+
+Trial tryUlkSynthesis(Tried<SdkUlkSynthesisControl> ulk)
+{
+    ulk->setSelectedIf(2);
+    ulk.check("another IF is selected", ulk->selectedIf() == 2);
+    co_await areTakenAway;
+    ulk.check("the selected IF reads as 0, and there are none", ulk->selectedIf() == 0 && ulk->supportedIfs().empty());
+    co_await areOfferedAgain;
+    ulk->reset();
+    ulk.check("is reset", ulk->selectedIf() == 0);
+}
+
+Trial tryUlkPower(Tried<SdkUlkPowerControl> ulk)
+{
+    int changes = 0;
+    const QObject here; // the connection ends with it
+    QObject::connect(
+        ulk.adapter().get(), &SdkUlkPowerControl::rfPowerChanged, &here, [&changes] { ++changes; },
+        Qt::DirectConnection);
+    ulk->setRfPower(7);
+    ulk.check("a power is set and told by a signal", ulk->rfPower() == 7 && changes == 1);
+    co_await areTakenAway;
+    ulk->setRfPower(8);
+    ulk.check("the power reads as 0, and setting it tells nothing", ulk->rfPower() == 0 && changes == 1);
+    co_await areOfferedAgain;
+    ulk->reset();
+    ulk.check("is reset, and a signal tells of it", ulk->rfPower() == 32 && changes == 2);
+}
+
+Trial tryKz515Power(Tried<SdkKz515PowerControl> kz)
+{
+    kz->setDacModeUnion(true);
+    kz->setUnionDac(77);
+    kz.check("both DACs act as one", kz->dacA() == 77 && kz->dacB() == 77);
+    co_await areTakenAway;
+    kz.check("the DACs read as 0", kz->dacA() == 0 && !kz->isDacModeUnion());
+    co_await areOfferedAgain;
+    kz.check("the DACs still act as one", kz->isDacModeUnion() && kz->dacB() == 77);
+}
+
+Trial tryKz515Synthesis(Tried<SdkKz515SynthesisControl> kz)
+{
+    kz->setReferenceFrequency(100e6);
+    kz.check("another reference frequency is chosen", kz->currentReferenceFrequency() == 100e6);
+    co_await areTakenAway;
+    kz.check("there are no frequencies", kz->availableReferenceFrequencies().empty());
+    co_await areOfferedAgain;
+    kz.check("the frequency is still chosen", kz->currentReferenceFrequency() == 100e6);
+}
+
+Trial tryWn0807Power(Tried<SdkWn0807PowerControl> wn)
+{
+    wn->setAttenuationDb(10.0);
+    wn.check("10 dB are 40 steps of attenuation", wn->attenuationStep() == 40);
+    co_await areTakenAway;
+    wn.check("the attenuation reads as 0", wn->attenuationDb() == 0.0);
+    co_await areOfferedAgain;
+    wn.check("the attenuation is still set", wn->attenuationDb() == 10.0);
+}
+
+Trial tryWn0807Synthesis(Tried<SdkWn0807SynthesisControl> wn)
+{
+    wn->setRfPowerRangePower(0, 33);
+    wn.check("the power table is changed and the factory's is not",
+             wn->rfPowerRangeTable()[0].power == 33 && wn->rfPowerDefaultRangeTable()[0].power != 33);
+    co_await areTakenAway;
+    wn.check("there is no table", wn->rfPowerRangeTable().empty());
+    co_await areOfferedAgain;
+    wn.check("the table is still changed", wn->rfPowerRangeTable()[0].power == 33);
+}
+
+template <typename Observer>
+class StateCounter final : public Observer
+{
+public:
+    void onFirstEvent() override {}
+    void onSecondEvent() override {}
+    void onThirdEvent() override {}
+    void onStateChanged(CalibrationState /*state*/) override { ++count; }
+
+    std::atomic<int> count = 0;
+};
+
+Trial tryIfswCalibration(Tried<SdkYqIfswCalibrationControl> ifsw)
+{
+    StateCounter<SdkYqIfswCalibrationControl::Observer> told;
+    const Observing observing(ifsw.adapter(), told);
+    ifsw->saveCalibrationData({.values = {1e9}, .groups = {}});
+    ifsw.instrument().waitUntilQuiet();
+    ifsw.check("gives a plan, is saved and tells of its states",
+               !ifsw->frequencyPlan().segments.empty() && ifsw.instrument().storedIfswCalibration() && told.count == 2);
+    co_await areTakenAway;
+    ifsw.check("there is no plan", ifsw->frequencyPlan().segments.empty());
+    co_await areOfferedAgain;
+    ifsw->saveCalibrationData({});
+    ifsw.instrument().waitUntilQuiet();
+    ifsw.check("is saved, and the same observer is told of it", told.count == 4);
+}
+
+Trial tryFactoryPowerCalibration(Tried<SdkYqFactoryPowerCalibrationControl> power)
+{
+    StateCounter<SdkYqFactoryPowerCalibrationControl::Observer> told;
+    const Observing observing(power.adapter(), told);
+    power->saveCalibrationData(std::chrono::sys_seconds(std::chrono::seconds(1'700'000'000)), 1.0, {{}});
+    power.instrument().waitUntilQuiet();
+    power.check("gives a plan, is saved and tells of its states",
+                !power->frequencyPlan().segments.empty() && power.instrument().storedFactoryPowerCalibration()
+                    && told.count == 2);
+    co_await areTakenAway;
+    power.check("there is no plan", power->frequencyPlan().segments.empty());
+    co_await areOfferedAgain;
+    power->saveCalibrationData({}, 0.0, {});
+    power.instrument().waitUntilQuiet();
+    power.check("is saved, and the same observer is told of it", told.count == 4);
+}
+
+class CorrectionCounter final : public SdkFactoryCorrectionControl::Observer
 {
 public:
     void onCorrectionsChanged() override { ++announced; }
     void onCorrectionStatesChanged() override {}
-    void onEnabledChanged(devices::FactoryCorrection /*correction*/, bool /*enabled*/) override { ++switched; }
+    void onEnabledChanged(FactoryCorrection /*correction*/, bool /*enabled*/) override { ++switched; }
 
     std::atomic<int> announced = 0;
     std::atomic<int> switched = 0;
 };
 
+Trial tryFactoryCorrections(Tried<SdkFactoryCorrectionControl> corrections)
+{
+    CorrectionCounter told;
+    const Observing observing(corrections.adapter(), told);
+    corrections->setEnabled(FactoryCorrection::Correction3, true);
+    corrections->setEnabled(FactoryCorrection::Correction6, true);
+    corrections.instrument().waitUntilQuiet();
+    corrections.check("one is switched on and told of, one that is not valid is refused",
+                      corrections->isEnabled(FactoryCorrection::Correction3)
+                          && !corrections->isEnabled(FactoryCorrection::Correction6) && told.switched == 1);
+    co_await areTakenAway;
+    corrections.check("there are none", corrections->supported().empty());
+    co_await areOfferedAgain;
+    corrections.check("are as they were, and everybody was told to read them again",
+                      corrections->isEnabled(FactoryCorrection::Correction3) && told.announced == 1);
+}
+
+Trial tryTemperature(Tried<SdkTemperatureControl> temperature)
+{
+    std::atomic<int> changes = 0;
+    const QObject here; // the connection ends with it
+    QObject::connect(
+        temperature.adapter().get(), &SdkTemperatureControl::temperaturesChanged, &here, [&changes] { ++changes; },
+        Qt::DirectConnection);
+    temperature.instrument().passTime(std::chrono::minutes(5));
+    temperature.instrument().waitUntilQuiet();
+    const double warm = temperature->temperature();
+    temperature.check("the instrument warms up and a signal tells of it",
+                      warm > 30.0 && temperature->modulesTemperature().size() >= 8 && changes == 1);
+    co_await areTakenAway;
+    temperature.check("stays as it was last", temperature->temperature() == warm);
+    co_await areOfferedAgain;
+    temperature.check("is read again, and a signal tells of it", changes == 2);
+}
+
 /// Counts what the watcher of a calibration controller emits.
 class SignalCounter
 {
 public:
-    explicit SignalCounter(devices::service::SdkCalibrationControlHandle& handle)
+    explicit SignalCounter(SdkCalibrationControlHandle& handle)
         : m_watcher(handle)
     {
-        using Watcher = devices::service::SdkCalibrationControlWatcher;
+        using Watcher = SdkCalibrationControlWatcher;
         QObject::connect(&m_watcher, &Watcher::unitStatusChanged, [this] { ++units; });
         QObject::connect(&m_watcher, &Watcher::saveProgressChanged, [this](int newPercent) { percent = newPercent; });
         QObject::connect(&m_watcher, &Watcher::configurationChanged, [this] { ++configurations; });
@@ -123,267 +425,84 @@ public:
     std::atomic<int> configurations = 0;
 
 private:
-    devices::service::SdkCalibrationControlWatcher m_watcher;
+    SdkCalibrationControlWatcher m_watcher;
 };
 
-template <typename Observer>
-class StateCounter final : public Observer
+Trial tryCalibrationController1(Tried<SdkCalibrationControlHandle> controller)
 {
-public:
-    void onFirstEvent() override {}
-    void onSecondEvent() override {}
-    void onThirdEvent() override {}
-    void onStateChanged(devices::service::CalibrationState /*state*/) override { ++count; }
-
-    std::atomic<int> count = 0;
-};
-
-/// The tour with everything that it needs.
-class Demo
-{
-public:
-    explicit Demo(Workbench& workbench)
-        : m_workbench(workbench)
-    {
-        QObject::connect(
-            m_ulkPower.get(), &SdkUlkPowerControl::rfPowerChanged, &m_here, [this] { ++m_powerChanges; },
-            Qt::DirectConnection);
-        QObject::connect(
-            m_temperature.get(), &SdkTemperatureControl::temperaturesChanged, &m_here,
-            [this] { ++m_temperatureChanges; }, Qt::DirectConnection);
-    }
-
-    ExitStatus run()
-    {
-        useControls();
-        takeControlsAway();
-        offerControlsAgain();
-        return m_tour.finish();
-    }
-
-private:
-    void useControls();
-    void takeControlsAway();
-    void offerControlsAgain();
-
-    Workbench& m_workbench;
-    host::InstrumentSession& m_session = m_workbench.session();
-    simulator::SimulatedInstrument& m_instrument = m_workbench.instrument();
-    Tour m_tour{m_workbench.output()};
-
-    const std::shared_ptr<IFileMemoryControl> m_files = m_workbench.require(controls::fileMemory);
-    const std::shared_ptr<IPotentiometersControl> m_potentiometers = m_workbench.require(controls::potentiometers);
-    const std::shared_ptr<IUsbIdControl> m_usbId = m_workbench.require(controls::usbId);
-    const std::shared_ptr<ISerialNumberControl> m_serialNumber = m_workbench.require(controls::serialNumber);
-    const std::shared_ptr<IMemoryOperationsControl> m_memory = m_workbench.require(controls::memoryOperations);
-    const std::shared_ptr<SdkUlkSynthesisControl> m_ulkSynthesis = m_workbench.require(controls::ulkSynthesis);
-    const std::shared_ptr<SdkUlkPowerControl> m_ulkPower = m_workbench.require(controls::ulkPower);
-    const std::shared_ptr<SdkWn0807SynthesisControl> m_wnSynthesis = m_workbench.require(controls::wn0807Synthesis);
-    const std::shared_ptr<SdkWn0807PowerControl> m_wnPower = m_workbench.require(controls::wn0807Power);
-    const std::shared_ptr<SdkLoLeakageControl> m_loLeakage = m_workbench.require(controls::loLeakage);
-    const std::shared_ptr<SdkKz515PowerControl> m_kzPower = m_workbench.require(controls::kz515Power);
-    const std::shared_ptr<SdkKz515SynthesisControl> m_kzSynthesis = m_workbench.require(controls::kz515Synthesis);
-    const std::shared_ptr<SdkYqSynthesisControl> m_yq = m_workbench.require(controls::yqSynthesis);
-    const std::shared_ptr<ISystemTermsControl> m_terms = m_workbench.require(controls::systemTerms);
-    const std::shared_ptr<SdkYqIfswCalibrationControl> m_ifsw = m_workbench.require(controls::ifswCalibration);
-    const std::shared_ptr<SdkYqFactoryPowerCalibrationControl> m_power =
-        m_workbench.require(controls::factoryPowerCalibration);
-    const std::shared_ptr<SdkFactoryCorrectionControl> m_corrections =
-        m_workbench.require(controls::factoryCorrections);
-    const std::shared_ptr<SdkTemperatureControl> m_temperature = m_workbench.require(controls::temperature);
-    const std::shared_ptr<SdkCalibrationControlHandle> m_controller1 =
-        m_workbench.require(controls::calibrationController1);
-    const std::shared_ptr<SdkCalibrationControlHandle> m_controller2 =
-        m_workbench.require(controls::calibrationController2);
-
-    SerialNumberCounter m_serialNumbers;
-    CorrectionCounter m_correctionCounter;
-    StateCounter<SdkYqIfswCalibrationControl::Observer> m_ifswStates;
-    StateCounter<SdkYqFactoryPowerCalibrationControl::Observer> m_powerStates;
-    const Observing<ISerialNumberControl, SerialNumberCounter> m_observingSerialNumber{m_serialNumber, m_serialNumbers};
-    const Observing<SdkFactoryCorrectionControl, CorrectionCounter> m_observingCorrections{m_corrections,
-                                                                                           m_correctionCounter};
-    const Observing<SdkYqIfswCalibrationControl, decltype(m_ifswStates)> m_observingIfsw{m_ifsw, m_ifswStates};
-    const Observing<SdkYqFactoryPowerCalibrationControl, decltype(m_powerStates)> m_observingPower{m_power,
-                                                                                                   m_powerStates};
-    const SignalCounter m_signals1{*m_controller1};
-    const SignalCounter m_signals2{*m_controller2};
-    simulator::CalibrationUnit& m_unit1 = m_instrument.calibrationUnit(controls::calibrationController1.keys.sdk);
-    simulator::CalibrationUnit& m_unit2 = m_instrument.calibrationUnit(controls::calibrationController2.keys.sdk);
-    const QByteArray m_note{"measured twice"};
-    double m_warm = 0.0;
-    int m_powerChanges = 0;
-    std::atomic<int> m_temperatureChanges = 0;
-    const QObject m_here; // the connections end with it
-};
-
-void Demo::useControls()
-{
-    m_tour.chapter("The library is loaded from " + host::loadedLibraryPath().toStdString()
-                   + ", a simulated instrument is open.");
-    m_tour.chapter("The controls are read and set.");
-    m_tour.check(controls::fileMemory, "a file is stored and read back",
-                 m_files->writeFile("note.txt", m_note) && m_files->readFile({"note.txt", 0, 0}) == m_note);
-    const std::vector<std::byte> pattern(16, std::byte{0x5A});
-    const auto contents =
-        m_memory->write(pattern) ? m_memory->read() : std::unexpected(decltype(m_memory->read())::error_type());
-    m_tour.check(controls::memoryOperations, "holds what was written and is intact",
-                 contents && std::ranges::equal(pattern, *contents | std::views::take(16))
-                     && m_memory->integrityCheck());
-    m_tour.check(controls::potentiometers, "a value is kept in EEPROM",
-                 m_potentiometers->writeToEeprom(0, 42) && m_potentiometers->readFromEeprom(0) == 42);
-    m_tour.check(controls::serialNumber, "is written and read back",
-                 m_serialNumber->writeSerialNumber(777) && m_serialNumber->serialNumber() == 777U);
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::serialNumber, "an observer was told of it", m_serialNumbers.count == 1);
-    auto id = m_usbId->usbId();
-    id.id3 = 7;
-    m_tour.check(controls::usbId, "that of a " + id.modelName + " is written and read back",
-                 m_usbId->writeUsbId(id) && m_usbId->usbId().id3 == 7);
-    m_terms->writeSystemTerms(QDateTime::currentDateTimeUtc(), 1.0, {{1, 0.5, 2}}, {});
-    m_tour.check(controls::systemTerms, "are stored with their records",
-                 m_terms->systemTermsFlag() && m_terms->termsRecords().size() == 1);
-    m_loLeakage->setEnabled(true);
-    m_tour.check(controls::loLeakage, "is on after it was switched on", m_loLeakage->isEnabled());
-    m_yq->enableManualIf(true);
-    m_yq->setSelectedIf(1);
-    m_tour.check(controls::yqSynthesis, "IF 1 is chosen manually after it was set",
-                 m_yq->manualIfEnabled() && m_yq->selectedIf() == 1);
-    m_ulkSynthesis->setSelectedIf(2);
-    m_tour.check(controls::ulkSynthesis, "another IF is selected", m_ulkSynthesis->selectedIf() == 2);
-    m_ulkPower->setRfPower(7);
-    m_tour.check(controls::ulkPower, "a power is set and told by a signal",
-                 m_ulkPower->rfPower() == 7 && m_powerChanges == 1);
-    m_kzPower->setDacModeUnion(true);
-    m_kzPower->setUnionDac(77);
-    m_tour.check(controls::kz515Power, "both DACs act as one", m_kzPower->dacA() == 77 && m_kzPower->dacB() == 77);
-    m_kzSynthesis->setReferenceFrequency(100e6);
-    m_tour.check(controls::kz515Synthesis, "another reference frequency is chosen",
-                 m_kzSynthesis->currentReferenceFrequency() == 100e6);
-    m_wnPower->setAttenuationDb(10.0);
-    m_tour.check(controls::wn0807Power, "10 dB are 40 steps of attenuation", m_wnPower->attenuationStep() == 40);
-    m_wnSynthesis->setRfPowerRangePower(0, 33);
-    m_tour.check(controls::wn0807Synthesis, "the power table is changed and the factory's is not",
-                 m_wnSynthesis->rfPowerRangeTable()[0].power == 33
-                     && m_wnSynthesis->rfPowerDefaultRangeTable()[0].power != 33);
-    m_ifsw->saveCalibrationData({.values = {1e9}, .groups = {}});
-    m_power->saveCalibrationData(std::chrono::sys_seconds(std::chrono::seconds(1'700'000'000)), 1.0, {{}});
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::ifswCalibration, "gives a plan, is saved and tells of its states",
-                 !m_ifsw->frequencyPlan().segments.empty() && m_instrument.storedIfswCalibration()
-                     && m_ifswStates.count == 2);
-    m_tour.check(controls::factoryPowerCalibration, "gives a plan, is saved and tells of its states",
-                 !m_power->frequencyPlan().segments.empty() && m_instrument.storedFactoryPowerCalibration()
-                     && m_powerStates.count == 2);
-    m_corrections->setEnabled(FactoryCorrection::Correction3, true);
-    m_corrections->setEnabled(FactoryCorrection::Correction6, true);
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::factoryCorrections, "one is switched on and told of, one that is not valid is refused",
-                 m_corrections->isEnabled(FactoryCorrection::Correction3)
-                     && !m_corrections->isEnabled(FactoryCorrection::Correction6) && m_correctionCounter.switched == 1);
-    m_instrument.passTime(std::chrono::minutes(5));
-    m_instrument.waitUntilQuiet();
-    m_warm = m_temperature->temperature();
-    m_tour.check(controls::temperature, "the instrument warms up and a signal tells of it",
-                 m_warm > 30.0 && m_temperature->modulesTemperature().size() >= 8 && m_temperatureChanges == 1);
-    m_unit1.beginSave(100);
-    m_unit2.setConfiguration("4 ports");
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::calibrationController1, "a save is told by signals", m_signals1.percent == 100);
-    m_tour.check(controls::calibrationController2, "a new configuration is told by a signal",
-                 m_signals2.configurations == 1);
+    const SignalCounter told(*controller.adapter());
+    controller.unit().beginSave(100);
+    controller.instrument().waitUntilQuiet();
+    controller.check("a save is told by signals", told.percent == 100);
+    co_await areTakenAway;
+    controller.check("is not there", !controller->lock());
+    co_await areOfferedAgain;
+    controller.unit().setStatus(simulator::CalibrationUnit::Status::Disconnected);
+    controller.instrument().waitUntilQuiet();
+    controller.check("the signals announced it, and tell of its unit again", told.units == 2);
 }
 
-void Demo::takeControlsAway()
+Trial tryCalibrationController2(Tried<SdkCalibrationControlHandle> controller)
 {
-    m_tour.chapter("The instrument takes its controls away.");
-    m_session.releaseControls([&] { m_instrument.releaseControls(); });
-    const auto list = m_files->fileList();
-    m_tour.check(controls::fileMemory, "says " + (list ? "nothing" : list.error().toStdString()), !list);
-    m_tour.check(controls::memoryOperations, "fails", !m_memory->read());
-    m_tour.check(controls::potentiometers, "fail", !m_potentiometers->readFromEeprom(0));
-    m_tour.check(controls::serialNumber, "fails", !m_serialNumber->serialNumber());
-    m_tour.check(controls::usbId, "reads as its default", m_usbId->usbId().tag == 1 && m_usbId->usbIds().empty());
-    m_tour.check(controls::systemTerms, "are none", m_terms->termsRecords().empty());
-    m_tour.check(controls::loLeakage, "reads as off", !m_loLeakage->isEnabled());
-    m_loLeakage->setEnabled(false);
-    m_tour.check(controls::yqSynthesis, "the selected IF reads as -1, and there are none",
-                 m_yq->selectedIf() == -1 && m_yq->supportedIfs().empty());
-    m_tour.check(controls::ulkSynthesis, "the selected IF reads as 0, and there are none",
-                 m_ulkSynthesis->selectedIf() == 0 && m_ulkSynthesis->supportedIfs().empty());
-    m_ulkPower->setRfPower(8);
-    m_tour.check(controls::ulkPower, "the power reads as 0, and setting it tells nothing",
-                 m_ulkPower->rfPower() == 0 && m_powerChanges == 1);
-    m_tour.check(controls::kz515Power, "the DACs read as 0", m_kzPower->dacA() == 0 && !m_kzPower->isDacModeUnion());
-    m_tour.check(controls::kz515Synthesis, "there are no frequencies",
-                 m_kzSynthesis->availableReferenceFrequencies().empty());
-    m_tour.check(controls::wn0807Power, "the attenuation reads as 0", m_wnPower->attenuationDb() == 0.0);
-    m_tour.check(controls::wn0807Synthesis, "there is no table", m_wnSynthesis->rfPowerRangeTable().empty());
-    m_tour.check(controls::ifswCalibration, "there is no plan", m_ifsw->frequencyPlan().segments.empty());
-    m_tour.check(controls::factoryPowerCalibration, "there is no plan", m_power->frequencyPlan().segments.empty());
-    m_tour.check(controls::factoryCorrections, "there are none", m_corrections->supported().empty());
-    m_tour.check(controls::temperature, "stays as it was last", m_temperature->temperature() == m_warm);
-    m_tour.check(controls::calibrationController1, "is not there", !m_controller1->lock());
-    m_tour.check(controls::calibrationController2, "is not there", !m_controller2->lock());
+    const SignalCounter told(*controller.adapter());
+    controller.unit().setConfiguration("4 ports");
+    controller.instrument().waitUntilQuiet();
+    controller.check("a new configuration is told by a signal", told.configurations == 1);
+    co_await areTakenAway;
+    controller.check("is not there", !controller->lock());
+    co_await areOfferedAgain;
+    controller.check("the signals announced that its unit must be read again",
+                     told.units == 1 && told.configurations == 2);
 }
 
-void Demo::offerControlsAgain()
+ExitStatus demo(ConsoleSession& console)
 {
-    m_tour.chapter("The instrument offers its controls again; the same objects find them.");
-    m_session.offerControls([&] { m_instrument.offerControls(); });
-    m_tour.check(controls::fileMemory, "the file is there", m_files->readFile({"note.txt", 0, 0}) == m_note);
-    m_tour.check(controls::memoryOperations, "is intact", m_memory->integrityCheck().has_value());
-    m_tour.check(controls::potentiometers, "the value is there", m_potentiometers->readFromEeprom(0) == 42);
-    const bool written = m_serialNumber->writeSerialNumber(778).has_value();
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::serialNumber, "is written, and the same observer is told of it",
-                 written && m_serialNumbers.count == 2);
-    m_tour.check(controls::usbId, "is the one that was written", m_usbId->usbId().id3 == 7);
-    m_tour.check(controls::systemTerms, "are still stored", m_terms->systemTermsFlag());
-    m_tour.check(controls::loLeakage, "is on, though it was switched off in between", m_loLeakage->isEnabled());
-    m_tour.check(controls::yqSynthesis, "IF 1 is still chosen", m_yq->manualIfEnabled() && m_yq->selectedIf() == 1);
-    m_ulkSynthesis->reset();
-    m_tour.check(controls::ulkSynthesis, "is reset", m_ulkSynthesis->selectedIf() == 0);
-    m_ulkPower->reset();
-    m_tour.check(controls::ulkPower, "is reset, and a signal tells of it",
-                 m_ulkPower->rfPower() == 32 && m_powerChanges == 2);
-    m_tour.check(controls::kz515Power, "the DACs still act as one",
-                 m_kzPower->isDacModeUnion() && m_kzPower->dacB() == 77);
-    m_tour.check(controls::kz515Synthesis, "the frequency is still chosen",
-                 m_kzSynthesis->currentReferenceFrequency() == 100e6);
-    m_tour.check(controls::wn0807Power, "the attenuation is still set", m_wnPower->attenuationDb() == 10.0);
-    m_tour.check(controls::wn0807Synthesis, "the table is still changed",
-                 m_wnSynthesis->rfPowerRangeTable()[0].power == 33);
-    m_ifsw->saveCalibrationData({});
-    m_power->saveCalibrationData({}, 0.0, {});
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::ifswCalibration, "is saved, and the same observer is told of it", m_ifswStates.count == 4);
-    m_tour.check(controls::factoryPowerCalibration, "is saved, and the same observer is told of it",
-                 m_powerStates.count == 4);
-    m_tour.check(controls::factoryCorrections, "are as they were, and everybody was told to read them again",
-                 m_corrections->isEnabled(FactoryCorrection::Correction3) && m_correctionCounter.announced == 1);
-    m_tour.check(controls::temperature, "is read again, and a signal tells of it", m_temperatureChanges == 2);
-    m_unit1.setStatus(simulator::CalibrationUnit::Status::Disconnected);
-    m_instrument.waitUntilQuiet();
-    m_tour.check(controls::calibrationController1, "the signals announced it, and tell of its unit again",
-                 m_signals1.units == 2);
-    m_tour.check(controls::calibrationController2, "the signals announced that its unit must be read again",
-                 m_signals2.units == 1 && m_signals2.configurations == 2);
-}
+    if (console.keepsState())
+        throw BadUse("demo has an instrument of its own: leave --state out");
 
-ExitStatus demo(Workbench& workbench)
-{
-    if (workbench.keepsState())
-        throw CommandError(ExitStatus::BadUse, "demo has an instrument of its own: leave --state out");
-    return Demo(workbench).run();
+    Tour tour(console.output());
+    std::array trials = {tryFileMemory({console, tour, controls::fileMemory}),
+                         tryMemoryOperations({console, tour, controls::memoryOperations}),
+                         tryPotentiometers({console, tour, controls::potentiometers}),
+                         trySerialNumber({console, tour, controls::serialNumber}),
+                         tryUsbId({console, tour, controls::usbId}),
+                         trySystemTerms({console, tour, controls::systemTerms}),
+                         tryLoLeakage({console, tour, controls::loLeakage}),
+                         tryYqSynthesis({console, tour, controls::yqSynthesis}),
+                         tryUlkSynthesis({console, tour, controls::ulkSynthesis}),
+                         tryUlkPower({console, tour, controls::ulkPower}),
+                         tryKz515Power({console, tour, controls::kz515Power}),
+                         tryKz515Synthesis({console, tour, controls::kz515Synthesis}),
+                         tryWn0807Power({console, tour, controls::wn0807Power}),
+                         tryWn0807Synthesis({console, tour, controls::wn0807Synthesis}),
+                         tryIfswCalibration({console, tour, controls::ifswCalibration}),
+                         tryFactoryPowerCalibration({console, tour, controls::factoryPowerCalibration}),
+                         tryFactoryCorrections({console, tour, controls::factoryCorrections}),
+                         tryTemperature({console, tour, controls::temperature}),
+                         tryCalibrationController1({console, tour, controls::calibrationController1}),
+                         tryCalibrationController2({console, tour, controls::calibrationController2})};
+    const auto goOn = [&] { std::ranges::for_each(trials, &Trial::goOn); };
+
+    tour.chapter("The library is loaded from " + host::loadedLibraryPath().toStdString()
+                 + ", a simulated instrument is open.");
+    tour.chapter("The controls are read and set.");
+    goOn();
+    tour.chapter("The instrument takes its controls away.");
+    console.session().releaseControls([&] { console.instrument().releaseControls(); });
+    goOn();
+    tour.chapter("The instrument offers its controls again; the same objects find them.");
+    console.session().offerControls([&] { console.instrument().offerControls(); });
+    goOn();
+    return tour.finish();
 }
 
 } // namespace
 
-void addDemoCommand(CLI::App& app, ChosenCommand& chosen)
+void addDemoCommand(Command& program)
 {
-    app.add_subcommand("demo", "Show the main job on all controls: they are made, used, taken away and found again")
-        ->callback([&chosen] { chosen = demo; });
+    program.add("demo", "Show the main job on all controls: they are made, used, taken away and found again")
+        .footer(exitStatusesHelp)
+        .runs(demo);
 }
 
 } // namespace tov::console

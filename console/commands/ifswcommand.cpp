@@ -1,37 +1,32 @@
 #include "console/commands/plancommand.h"
 
-#include "console/calibrationfiles.h"
+#include "console/files/calibrationfiles.h"
 
 namespace tov::console {
 
 namespace {
 
-struct Arguments
+void save(ConsoleSession& console, const std::string& localFile)
 {
-    std::string localFile;
-};
-
-void save(Workbench& workbench, const Arguments& arguments)
-{
-    auto data = readIfswFile(arguments.localFile);
+    auto data = readIfswFile(localFile);
     std::size_t count = data.values.size();
     for (const auto& group : data.groups)
         count += group.first.size() + group.second.size();
-    workbench.require(host::controls::ifswCalibration)->saveCalibrationData(std::move(data));
-    workbench.output().answer("saved " + std::to_string(count) + " records\n",
-                              {{"records", static_cast<qint64>(count)}});
+    console.require(host::controls::ifswCalibration)->saveCalibrationData(std::move(data));
+    console.output().answer("saved " + std::to_string(count) + " records\n", {{"records", static_cast<qint64>(count)}});
 }
 
 } // namespace
 
-void addIfswCommand(CLI::App& app, ChosenCommand& chosen)
+void addIfswCommand(Command& program)
 {
-    CLI::App& ifsw = *app.add_subcommand("ifsw", "Calibrate the IF switch of the Yq module");
-    addPlanCommand(ifsw, chosen, host::controls::ifswCalibration);
-    addSubcommand<Arguments>(
-        ifsw, chosen, "save", "Save the calibration data of a file of this computer",
-        [](CLI::App& command, Arguments& arguments) { addLocalFile(command, arguments.localFile); }, save)
-        ->footer(ifswFileFormat);
+    Command& ifsw = program.add("ifsw", "Calibrate the IF switch of the Yq module");
+    addPlanCommand(ifsw, host::controls::ifswCalibration);
+    const auto localFile = std::make_shared<std::string>();
+    ifsw.add("save", "Save the calibration data of a file of this computer")
+        .argument("file", *localFile, "FILE", "File of this computer")
+        .footer(ifswFileFormat)
+        .runs(save, localFile);
 }
 
 } // namespace tov::console

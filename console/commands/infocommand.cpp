@@ -1,10 +1,8 @@
 #include "console/commands/commands.h"
 
-#include "console/workbench.h"
+#include "console/text/values.h"
 #include "host/loadedlibrary.h"
 #include "service/version.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 
@@ -31,10 +29,10 @@ Table registeredControls(const host::InstrumentSession& session)
     return table;
 }
 
-ExitStatus info(Workbench& workbench)
+void info(ConsoleSession& console)
 {
     const std::string library = host::loadedLibraryPath().toStdString();
-    const Table controls = registeredControls(workbench.session());
+    const Table controls = registeredControls(console.session());
 
     const std::string version = devices::service::version;
 
@@ -42,22 +40,19 @@ ExitStatus info(Workbench& workbench)
                              + "\n                 loaded from " + library + "\nQt               " + qVersion()
                              + "\nInstrument       simulated\n\n" + controls.toText();
 
-    workbench.output().answer(text, {{"program", devices::service::version},
-                                     {"library-built-with", devices::service::version},
-                                     {"library-path", QString::fromStdString(library)},
-                                     {"qt", qVersion()},
-                                     {"instrument", "simulated"},
-                                     {"controls", controls.toJson()}});
-    return ExitStatus::Success;
+    console.output().answer(text, {{"program", devices::service::version},
+                                   {"library-built-with", devices::service::version},
+                                   {"library-path", QString::fromStdString(library)},
+                                   {"qt", qVersion()},
+                                   {"instrument", "simulated"},
+                                   {"controls", controls.toJson()}});
 }
 
 } // namespace
 
-void addInfoCommand(CLI::App& app, ChosenCommand& chosen)
+void addInfoCommand(Command& program)
 {
-    app.add_subcommand("info", "Show versions, the instrument and every registered control")->callback([&chosen] {
-        chosen = info;
-    });
+    program.add("info", "Show versions, the instrument and every registered control").runs(info);
 }
 
 } // namespace tov::console

@@ -1,8 +1,7 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/localfile.h"
-#include "console/progress.h"
-#include "console/workbench.h"
+#include "console/files/localfile.h"
+#include "console/terminal/progress.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -14,18 +13,13 @@ namespace {
 using devices::service::IMemoryOperationsControl;
 using devices::service::MemoryOperationEvent;
 
-struct Arguments
-{
-    std::string localFile;
-};
-
 /// Shows every notification of the memory as progress while it exists: the event's numbers are the bytes in all
 /// and the bytes done.
 class ShownProgress final : public IMemoryOperationsControl::IObserver
 {
 public:
-    ShownProgress(Workbench& workbench, IMemoryOperationsControl& memory, const std::string& what)
-        : m_workbench(workbench)
+    ShownProgress(ConsoleSession& console, IMemoryOperationsControl& memory, const std::string& what)
+        : m_console(console)
         , m_memory(memory)
         , m_progress(what)
     {
@@ -35,7 +29,7 @@ public:
     ShownProgress& operator=(const ShownProgress&) = delete;
     ~ShownProgress() override
     {
-        m_workbench.instrument().waitUntilQuiet();
+        m_console.instrument().waitUntilQuiet();
         m_memory.removeObserver(this);
     }
 
@@ -47,83 +41,82 @@ public:
 private:
     void show(const MemoryOperationEvent& event)
     {
-        if (m_workbench.output().isText())
+        if (m_console.output().isText())
             m_progress.show(event.second, event.first);
     }
 
-    Workbench& m_workbench;
+    ConsoleSession& m_console;
     IMemoryOperationsControl& m_memory;
     Progress m_progress;
 };
 
-// Carries `operation` out with its progress shown and gives its value. Throws `CommandError` (Failure) when it fails.
+// Carries `operation` out with its progress shown and gives its value. Throws `Failure` when it fails.
 template <typename Operation>
-auto withProgress(Workbench& workbench, const std::string& what, Operation operation)
+auto withProgress(ConsoleSession& console, const std::string& what, Operation operation)
 {
-    const auto memory = workbench.require(host::controls::memoryOperations);
+    const auto memory = console.require(host::controls::memoryOperations);
     auto result = [&] {
-        const ShownProgress progress(workbench, *memory, what);
+        const ShownProgress progress(console, *memory, what);
         return operation(*memory);
     }();
     if (!result)
-        throw CommandError(ExitStatus::Failure, what + " failed: the instrument gives no reason");
+        throw Failure(what + " failed: the instrument gives no reason");
     if constexpr (!std::is_void_v<typename decltype(result)::value_type>)
         return *std::move(result);
 }
 
-void answer(Workbench& workbench, const std::string& text, qsizetype bytes)
+void answer(ConsoleSession& console, const std::string& text, qsizetype bytes)
 {
-    workbench.output().answer(text + ": " + std::to_string(bytes) + " bytes\n", {{"bytes", bytes}});
+    console.output().answer(text + ": " + std::to_string(bytes) + " bytes\n", {{"bytes", bytes}});
 }
 
-void dump(Workbench& workbench, const Arguments& arguments)
+void dump(ConsoleSession& console, const std::string& localFile)
 {
     const auto contents =
-        withProgress(workbench, "reading the memory", [](IMemoryOperationsControl& memory) { return memory.read(); });
+        withProgress(console, "reading the memory", [](IMemoryOperationsControl& memory) { return memory.read(); });
     QByteArray bytes(static_cast<qsizetype>(contents.size()), Qt::Uninitialized);
     std::ranges::transform(contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
-    writeLocalFile(arguments.localFile, bytes);
-    answer(workbench, "read", bytes.size());
+    writeLocalFile(localFile, bytes);
+    answer(console, "read", bytes.size());
 }
 
-void load(Workbench& workbench, const Arguments& arguments)
+void load(ConsoleSession& console, const std::string& localFile)
 {
-    const QByteArray bytes = readLocalFile(arguments.localFile);
+    const QByteArray bytes = readLocalFile(localFile);
     std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));
     std::ranges::transform(bytes, contents.begin(), [](char byte) { return static_cast<std::byte>(byte); });
-    withProgress(workbench, "writing the memory",
+    withProgress(console, "writing the memory",
                  [&](IMemoryOperationsControl& memory) { return memory.write(contents); });
-    answer(workbench, "written", bytes.size());
+    answer(console, "written", bytes.size());
 }
 
-void erase(Workbench& workbench)
+void erase(ConsoleSession& console)
 {
-    withProgress(workbench, "erasing the memory", [](IMemoryOperationsControl& memory) { return memory.erase(); });
-    workbench.output().answer("erased\n", {{"erased", true}});
+    withProgress(console, "erasing the memory", [](IMemoryOperationsControl& memory) { return memory.erase(); });
+    console.output().answer("erased\n", {{"erased", true}});
 }
 
-void check(Workbench& workbench)
+void check(ConsoleSession& console)
 {
-    withProgress(workbench, "checking the memory",
+    withProgress(console, "checking the memory",
                  [](IMemoryOperationsControl& memory) { return memory.integrityCheck(); });
-    workbench.output().answer("intact\n", {{"intact", true}});
-}
-
-void declareFile(CLI::App& command, Arguments& arguments)
-{
-    addLocalFile(command, arguments.localFile);
+    console.output().answer("intact\n", {{"intact", true}});
 }
 
 } // namespace
 
-void addMemoryCommand(CLI::App& app, ChosenCommand& chosen)
+void addMemoryCommand(Command& program)
 {
-    CLI::App& memory = *app.add_subcommand("memory", "Work with the instrument's memory as a whole");
-    addSubcommand<Arguments>(memory, chosen, "dump", "Copy the memory into a file of this computer", declareFile, dump);
-    addSubcommand<Arguments>(memory, chosen, "load", "Replace the memory by a file of this computer", declareFile,
-                             load);
-    addSubcommand(memory, chosen, "erase", "Erase the memory", erase);
-    addSubcommand(memory, chosen, "check", "Let the instrument check its memory", check);
+    Command& memory = program.add("memory", "Work with the instrument's memory as a whole");
+    const auto localFile = std::make_shared<std::string>();
+    memory.add("dump", "Copy the memory into a file of this computer")
+        .argument("file", *localFile, "FILE", "File of this computer")
+        .runs(dump, localFile);
+    memory.add("load", "Replace the memory by a file of this computer")
+        .argument("file", *localFile, "FILE", "File of this computer")
+        .runs(load, localFile);
+    memory.add("erase", "Erase the memory").runs(erase);
+    memory.add("check", "Let the instrument check its memory").runs(check);
 }
 
 } // namespace tov::console

@@ -1,8 +1,7 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/notifications.h"
-#include "console/watching.h"
-#include "console/workbench.h"
+#include "console/notifications/notifications.h"
+#include "console/notifications/watching.h"
 
 namespace tov::console {
 
@@ -11,14 +10,14 @@ namespace {
 using devices::FactoryCorrection;
 
 // Does on the instrument what makes it notify.
-void exercise(Workbench& workbench)
+void exercise(ConsoleSession& console)
 {
-    const auto serialNumber = workbench.require(host::controls::serialNumber);
+    const auto serialNumber = console.require(host::controls::serialNumber);
     const auto number = serialNumber->serialNumber();
     if (!number || !serialNumber->writeSerialNumber(*number)
-        || !workbench.require(host::controls::memoryOperations)->integrityCheck())
-        throw CommandError(ExitStatus::Failure, "the instrument did not do what makes it notify; try 'memory check'");
-    const auto corrections = workbench.require(host::controls::factoryCorrections);
+        || !console.require(host::controls::memoryOperations)->integrityCheck())
+        throw Failure("the instrument did not do what makes it notify; try 'memory check'");
+    const auto corrections = console.require(host::controls::factoryCorrections);
     for (const FactoryCorrection correction : corrections->supported()) {
         if (!corrections->isValid(correction) || !corrections->isModifiable(correction))
             continue;
@@ -27,22 +26,24 @@ void exercise(Workbench& workbench)
         corrections->setEnabled(correction, enabled);
         break;
     }
-    workbench.instrument().waitUntilQuiet();
+    console.instrument().waitUntilQuiet();
 }
 
-void monitor(Workbench& workbench, const WatchArguments& arguments)
+void monitor(ConsoleSession& console, const WatchArguments& arguments)
 {
-    const Notifications notifications(workbench);
+    const Notifications notifications(console);
     const Watch watch(arguments);
-    watch.run([&] { exercise(workbench); });
+    watch.run([&] { exercise(console); });
 }
 
 } // namespace
 
-void addMonitorCommand(CLI::App& app, ChosenCommand& chosen)
+void addMonitorCommand(Command& program)
 {
-    addSubcommand<WatchArguments>(app, chosen, "monitor", "Print notifications as they come until stopped (Ctrl-C)",
-                                  declareExercise, monitor);
+    const auto arguments = std::make_shared<WatchArguments>();
+    program.add("monitor", "Print notifications as they come until stopped (Ctrl-C)")
+        .optional("--exercise", &arguments->exercise, "COUNT", exerciseHelp)
+        .runs(monitor, arguments);
 }
 
 } // namespace tov::console

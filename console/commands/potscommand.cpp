@@ -1,7 +1,6 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/number.h"
-#include "console/workbench.h"
+#include "console/text/number.h"
 
 namespace tov::console {
 
@@ -20,13 +19,12 @@ void requireSuccess(const std::expected<Value, devices::service::IPotentiometers
                     const std::string& what)
 {
     if (!result)
-        throw CommandError(ExitStatus::Failure,
-                           what + " failed: the instrument gives no reason; 'pots ls' shows the potentiometers");
+        throw Failure(what + " failed: the instrument gives no reason; 'pots ls' shows the potentiometers");
 }
 
-void list(Workbench& workbench)
+void list(ConsoleSession& console)
 {
-    const auto control = workbench.require(host::controls::potentiometers);
+    const auto control = console.require(host::controls::potentiometers);
     Table table({"index", "name", "word1", "word2", "EEPROM"});
     QJsonArray json;
     std::size_t index = 0;
@@ -41,50 +39,45 @@ void list(Workbench& workbench)
                                 {"eeprom", value ? QJsonValue(*value) : QJsonValue()}});
         ++index;
     }
-    workbench.output().answer(table.toText(), {{"potentiometers", json}});
+    console.output().answer(table.toText(), {{"potentiometers", json}});
 }
 
-void get(Workbench& workbench, const Arguments& arguments)
+void get(ConsoleSession& console, const Arguments& arguments)
 {
     const auto index = requireNumber<std::size_t>("index", arguments.index);
-    const auto value = workbench.require(host::controls::potentiometers)->readFromEeprom(index);
+    const auto value = console.require(host::controls::potentiometers)->readFromEeprom(index);
     requireSuccess(value, "reading potentiometer " + arguments.index);
-    workbench.output().answer(std::to_string(*value) + "\n", {{"eeprom", *value}});
+    console.output().answer(std::to_string(*value) + "\n", {{"eeprom", *value}});
 }
 
-void set(Workbench& workbench, const Arguments& arguments)
+void set(ConsoleSession& console, const Arguments& arguments)
 {
-    const auto control = workbench.require(host::controls::potentiometers);
+    const auto control = console.require(host::controls::potentiometers);
     const auto index = requireNumber<std::size_t>("index", arguments.index);
     const auto value = requireNumber<int>("value", arguments.value);
     requireSuccess(arguments.ram ? control->writeToRam(index, value) : control->writeToEeprom(index, value),
                    "writing potentiometer " + arguments.index);
-    workbench.output().answer("written\n", {{arguments.ram ? "ram" : "eeprom", value}});
-}
-
-void declareIndex(CLI::App& command, Arguments& arguments)
-{
-    command.add_option("index", arguments.index, "Index of the potentiometer")->required()->type_name("INDEX");
+    console.output().answer("written\n", {{arguments.ram ? "ram" : "eeprom", value}});
 }
 
 } // namespace
 
-void addPotsCommand(CLI::App& app, ChosenCommand& chosen)
+void addPotsCommand(Command& program)
 {
-    CLI::App& pots = *app.add_subcommand("pots", "Work with the digital potentiometers");
-    addSubcommand(pots, chosen, "ls", "List the potentiometers with their values in EEPROM", list);
-    addSubcommand<Arguments>(pots, chosen, "get", "Show the value in EEPROM", declareIndex, get);
-    addSubcommand<Arguments>(
-        pots, chosen, "set", "Write a value to RAM or to EEPROM",
-        [](CLI::App& command, Arguments& arguments) {
-            declareIndex(command, arguments);
-            command.add_option("value", arguments.value, "The value")->required()->type_name("VALUE");
-            CLI::Option_group* const where = command.add_option_group("memory", "Which of the two");
-            where->add_flag("--ram", arguments.ram, "Write to RAM");
-            where->add_flag("--eeprom", arguments.eeprom, "Write to EEPROM");
-            where->require_option(1);
-        },
-        set);
+    Command& pots = program.add("pots", "Work with the digital potentiometers");
+    const auto arguments = std::make_shared<Arguments>();
+    pots.add("ls", "List the potentiometers with their values in EEPROM").runs(list);
+    pots.add("get", "Show the value in EEPROM")
+        .argument("index", arguments->index, "INDEX", "Index of the potentiometer")
+        .runs(get, arguments);
+    pots.add("set", "Write a value to RAM or to EEPROM")
+        .argument("index", arguments->index, "INDEX", "Index of the potentiometer")
+        .argument("value", arguments->value, "VALUE", "The value")
+        .oneOf({"memory",
+                "Which of the two",
+                {{.name = "--ram", .target = &arguments->ram, .help = "Write to RAM"},
+                 {.name = "--eeprom", .target = &arguments->eeprom, .help = "Write to EEPROM"}}})
+        .runs(set, arguments);
 }
 
 } // namespace tov::console

@@ -1,35 +1,31 @@
 #include "console/commands/plancommand.h"
 
-#include "console/calibrationfiles.h"
+#include "console/files/calibrationfiles.h"
 
 namespace tov::console {
 
 namespace {
 
-struct Arguments
+void save(ConsoleSession& console, const std::string& localFile)
 {
-    std::string localFile;
-};
-
-void save(Workbench& workbench, const Arguments& arguments)
-{
-    PowerFile file = readPowerFile(arguments.localFile);
+    PowerFile file = readPowerFile(localFile);
     const auto count = file.points.size();
-    workbench.require(host::controls::factoryPowerCalibration)
+    console.require(host::controls::factoryPowerCalibration)
         ->saveCalibrationData(file.time, file.parameter, std::move(file.points));
-    workbench.output().answer("saved " + std::to_string(count) + " points\n", {{"points", static_cast<qint64>(count)}});
+    console.output().answer("saved " + std::to_string(count) + " points\n", {{"points", static_cast<qint64>(count)}});
 }
 
 } // namespace
 
-void addPowerCalCommand(CLI::App& app, ChosenCommand& chosen)
+void addPowerCalCommand(Command& program)
 {
-    CLI::App& powerCal = *app.add_subcommand("power-cal", "Calibrate the power of the Yq module");
-    addPlanCommand(powerCal, chosen, host::controls::factoryPowerCalibration);
-    addSubcommand<Arguments>(
-        powerCal, chosen, "save", "Save the calibration data of a file of this computer",
-        [](CLI::App& command, Arguments& arguments) { addLocalFile(command, arguments.localFile); }, save)
-        ->footer(powerFileFormat);
+    Command& powerCal = program.add("power-cal", "Calibrate the power of the Yq module");
+    addPlanCommand(powerCal, host::controls::factoryPowerCalibration);
+    const auto localFile = std::make_shared<std::string>();
+    powerCal.add("save", "Save the calibration data of a file of this computer")
+        .argument("file", *localFile, "FILE", "File of this computer")
+        .footer(powerFileFormat)
+        .runs(save, localFile);
 }
 
 } // namespace tov::console

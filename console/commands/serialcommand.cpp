@@ -1,58 +1,45 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/number.h"
-#include "console/workbench.h"
+#include "console/text/number.h"
 
 namespace tov::console {
 
 namespace {
 
-struct Arguments
-{
-    std::string number;
-};
-
-void show(Workbench& workbench, const devices::service::ISerialNumberControl& control)
+void show(ConsoleSession& console, const devices::service::ISerialNumberControl& control)
 {
     const auto number = control.serialNumber();
     if (!number)
-        throw CommandError(ExitStatus::Failure,
-                           "the serial number cannot be read: the instrument gives no reason; try again");
-    workbench.output().answer(std::to_string(*number) + "\n", {{"serial-number", static_cast<qint64>(*number)}});
+        throw Failure("the serial number cannot be read: the instrument gives no reason; try again");
+    console.output().answer(std::to_string(*number) + "\n", {{"serial-number", static_cast<qint64>(*number)}});
 }
 
-void get(Workbench& workbench)
+void get(ConsoleSession& console)
 {
-    show(workbench, *workbench.require(host::controls::serialNumber));
+    show(console, *console.require(host::controls::serialNumber));
 }
 
-void set(Workbench& workbench, const Arguments& arguments)
+void set(ConsoleSession& console, const std::string& text)
 {
-    const auto control = workbench.require(host::controls::serialNumber);
-    const auto number = requireNumber<unsigned int>("number", arguments.number);
+    const auto control = console.require(host::controls::serialNumber);
+    const auto number = requireNumber<unsigned int>("number", text);
     if (!control->writeSerialNumber(number))
-        throw CommandError(ExitStatus::Failure,
-                           "the serial number cannot be written: the instrument gives no reason; try again");
+        throw Failure("the serial number cannot be written: the instrument gives no reason; try again");
     if (const auto kept = control->serialNumber(); kept && *kept != number)
-        throw CommandError(ExitStatus::Failure,
-                           "the instrument did not take " + arguments.number + "; it holds " + std::to_string(*kept));
-    show(workbench, *control);
+        throw Failure("the instrument did not take " + text + "; it holds " + std::to_string(*kept));
+    show(console, *control);
 }
 
 } // namespace
 
-void addSerialCommand(CLI::App& app, ChosenCommand& chosen)
+void addSerialCommand(Command& program)
 {
-    CLI::App& serial = *app.add_subcommand("serial", "Show or write the serial number");
-    addSubcommand(serial, chosen, "get", "Show the serial number", get);
-    addSubcommand<Arguments>(
-        serial, chosen, "set", "Write the serial number",
-        [](CLI::App& command, Arguments& arguments) {
-            command.add_option("number", arguments.number, "The serial number, 0 to 4294967295")
-                ->required()
-                ->type_name("NUMBER");
-        },
-        set);
+    Command& serial = program.add("serial", "Show or write the serial number");
+    const auto number = std::make_shared<std::string>();
+    serial.add("get", "Show the serial number").runs(get);
+    serial.add("set", "Write the serial number")
+        .argument("number", *number, "NUMBER", "The serial number, 0 to 4294967295")
+        .runs(set, number);
 }
 
 } // namespace tov::console

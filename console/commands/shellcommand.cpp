@@ -1,10 +1,9 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/commandline.h"
-#include "console/failure.h"
-#include "console/notifications.h"
-#include "console/number.h"
-#include "console/prompt.h"
+#include "console/commandline/failure.h"
+#include "console/notifications/notifications.h"
+#include "console/terminal/prompt.h"
+#include "console/text/number.h"
 
 #include <algorithm>
 #include <chrono>
@@ -27,8 +26,8 @@ constexpr auto shellHelp = "Commands are those of service-console, and besides\n
 class Shell
 {
 public:
-    explicit Shell(Workbench& workbench)
-        : m_workbench(workbench)
+    explicit Shell(ConsoleSession& console)
+        : m_console(console)
         , m_prompt("service-console> ", completeLine)
     {
     }
@@ -37,95 +36,84 @@ public:
     ExitStatus run()
     {
         while (const auto line = m_prompt.read()) {
-            const std::vector<std::string> words = wordsOf(*line);
+            const Words words = wordsOf(*line);
             if (words.empty() || words.front().starts_with("#"))
                 continue;
             if (words.front() == "exit" || words.front() == "quit")
                 break;
             try {
                 m_status = runLine(words);
-            } catch (const CommandError& error) {
-                m_status = fail(error.status(), error.what());
+            } catch (const Failure& error) {
+                m_status = fail(ExitStatus::Failure, error.what());
+            } catch (const BadUse& error) {
+                m_status = fail(ExitStatus::BadUse, error.what());
             }
         }
         return m_status;
     }
 
 private:
-    static const std::vector<std::string>& ownCommands()
+    static Words completeLine(const Words& words)
     {
-        static const std::vector<std::string> names = {"exit", "help", "notify", "offer", "release", "wait"};
-        return names;
-    }
-
-    static const std::vector<std::string>& onOff()
-    {
-        static const std::vector<std::string> words = {"on", "off"};
-        return words;
-    }
-
-    static std::vector<std::string> completeLine(const std::vector<std::string>& words)
-    {
-        std::vector<std::string> fitting = completions(words, CommandSet::Shell);
+        Options options;
+        Words fitting = completions(allCommands(CommandSet::Shell, options), words);
+        const auto addFitting = [&](const Words& own) {
+            std::ranges::copy_if(own, std::back_inserter(fitting),
+                                 [&](const std::string& word) { return word.starts_with(words.back()); });
+        };
         if (words.size() == 1)
-            appendFitting(fitting, ownCommands(), words.back());
+            addFitting({"exit", "help", "notify", "offer", "release", "wait"});
         else if (words.size() == 2 && words[0] == "notify")
-            appendFitting(fitting, onOff(), words.back());
+            addFitting({"on", "off"});
         return fitting;
     }
 
-    static void appendFitting(std::vector<std::string>& fitting, const std::vector<std::string>& words,
-                              const std::string& begun)
-    {
-        std::ranges::copy_if(words, std::back_inserter(fitting),
-                             [&](const std::string& word) { return word.starts_with(begun); });
-    }
-
-    ExitStatus runLine(const std::vector<std::string>& words)
+    ExitStatus runLine(const Words& words)
     {
         if (runOwn(words))
             return ExitStatus::Success;
-        const Understood understood = understand(words, CommandSet::Shell);
-        if (!understood.command)
+        Options options;
+        const Command::Action action = understand(allCommands(CommandSet::Shell, options), words);
+        if (!action)
             return ExitStatus::Success;
-        const auto restore = [form = m_workbench.output().form()](Output* output) { output->setForm(form); };
-        const std::unique_ptr<Output, decltype(restore)> output(&m_workbench.output(), restore);
-        if (understood.options.form == Output::Form::Json)
+        const auto restore = [form = m_console.output().form()](Output* output) { output->setForm(form); };
+        const std::unique_ptr<Output, decltype(restore)> output(&m_console.output(), restore);
+        if (options.json)
             output->setForm(Output::Form::Json);
-        m_workbench.output().discard(); // what a command that failed left
-        const ExitStatus status = understood.command(m_workbench);
-        m_workbench.keep();
-        m_workbench.instrument().waitUntilQuiet(); // so that notifications come before the next command
-        m_workbench.output().print();
+        m_console.output().discard(); // what a command that failed left
+        const ExitStatus status = action(m_console);
+        m_console.keep();
+        m_console.instrument().waitUntilQuiet(); // so that notifications come before the next command
+        m_console.output().print();
         std::cout << std::flush;
         return status;
     }
 
     // Whether it was one of the shell's own commands.
-    bool runOwn(const std::vector<std::string>& words)
+    bool runOwn(const Words& words)
     {
-        simulator::SimulatedInstrument& instrument = m_workbench.instrument();
+        simulator::SimulatedInstrument& instrument = m_console.instrument();
         if (words.front() == "help") {
             std::cout << shellHelp << std::flush;
         } else if (words.front() == "notify") {
             if (words.size() != 2 || (words[1] != "on" && words[1] != "off"))
-                throw CommandError(ExitStatus::BadUse, "use 'notify on' or 'notify off'");
+                throw BadUse("use 'notify on' or 'notify off'");
             if (words[1] == "off")
                 m_notifications.reset();
             else if (!m_notifications)
-                m_notifications.emplace(m_workbench);
-        } else if (words == std::vector<std::string>{"release"}) {
-            m_workbench.session().releaseControls([&] { instrument.releaseControls(); });
-        } else if (words == std::vector<std::string>{"offer"}) {
-            m_workbench.session().offerControls([&] { instrument.offerControls(); });
+                m_notifications.emplace(m_console);
+        } else if (words == Words{"release"}) {
+            m_console.session().releaseControls([&] { instrument.releaseControls(); });
+        } else if (words == Words{"offer"}) {
+            m_console.session().offerControls([&] { instrument.offerControls(); });
             if (m_notifications)
-                m_notifications.emplace(m_workbench); // of those too that were not there before
+                m_notifications.emplace(m_console); // of those too that were not there before
         } else if (words.front() == "wait") {
             const int seconds = words.size() == 2 ? requireNumber<int>("wait", words[1]) : 1;
             if (words.size() > 2 || seconds < 0)
-                throw CommandError(ExitStatus::BadUse, "use 'wait SECONDS'");
+                throw BadUse("use 'wait SECONDS'");
             instrument.passTime(std::chrono::seconds(seconds));
-            m_workbench.keep();
+            m_console.keep();
         } else {
             return false;
         }
@@ -133,7 +121,7 @@ private:
         return true;
     }
 
-    Workbench& m_workbench;
+    ConsoleSession& m_console;
     Prompt m_prompt;
     std::optional<Notifications> m_notifications;
     ExitStatus m_status = ExitStatus::Success;
@@ -141,11 +129,11 @@ private:
 
 } // namespace
 
-void addShellCommand(CLI::App& app, ChosenCommand& chosen)
+void addShellCommand(Command& program)
 {
-    app.add_subcommand("shell", "Work on one instrument, command by command")->footer(shellHelp)->callback([&chosen] {
-        chosen = [](Workbench& workbench) { return Shell(workbench).run(); };
-    });
+    program.add("shell", "Work on one instrument, command by command")
+        .footer(shellHelp)
+        .runs([](ConsoleSession& console) { return Shell(console).run(); });
 }
 
 } // namespace tov::console

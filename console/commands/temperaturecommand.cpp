@@ -1,8 +1,7 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/terminal.h"
-#include "console/watching.h"
-#include "console/workbench.h"
+#include "console/notifications/watching.h"
+#include "console/terminal/terminal.h"
 
 #include <QJsonDocument>
 
@@ -33,14 +32,14 @@ QJsonObject toJson(const SdkTemperatureControl& control)
     return {{"temperature", control.temperature()}, {"modules", modules}};
 }
 
-void show(Workbench& workbench)
+void show(ConsoleSession& console)
 {
-    const auto control = workbench.require(host::controls::temperature);
+    const auto control = console.require(host::controls::temperature);
     Table table({"module", "temperature"});
     for (const auto& module : control->modulesTemperature())
         table.addRow({module.name.toStdString(), degrees(module.temperature)});
     table.addRow({"overall", degrees(control->temperature())});
-    workbench.output().answer(table.toText(), toJson(*control));
+    console.output().answer(table.toText(), toJson(*control));
 }
 
 /// The last readings of each module, drawn as a line of bars.
@@ -124,19 +123,19 @@ private:
     std::size_t m_drawn = 0; // lines
 };
 
-void watchTemperatures(Workbench& workbench, const WatchArguments& arguments)
+void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
 {
-    const auto control = workbench.require(host::controls::temperature);
+    const auto control = console.require(host::controls::temperature);
     const Watch watch(arguments);
-    LiveTemperatures live(*control, workbench.output().isText());
+    LiveTemperatures live(*control, console.output().isText());
     live.update();
     const auto connection =
         QObject::connect(control.get(), &SdkTemperatureControl::temperaturesChanged, [&live] { live.update(); });
 
     // Nobody else lets time pass for the simulated instrument.
     const auto tick = [&] {
-        workbench.instrument().passTime(std::chrono::seconds(1));
-        workbench.instrument().waitUntilQuiet();
+        console.instrument().passTime(std::chrono::seconds(1));
+        console.instrument().waitUntilQuiet();
     };
     watch.run(tick, tick);
     QObject::disconnect(connection);
@@ -144,19 +143,14 @@ void watchTemperatures(Workbench& workbench, const WatchArguments& arguments)
 
 } // namespace
 
-void addTemperatureCommand(CLI::App& app, ChosenCommand& chosen)
+void addTemperatureCommand(Command& program)
 {
-    CLI::App& temperature =
-        *app.add_subcommand("temperature", "Show the temperatures of the instrument and its modules");
-    addSubcommand(temperature, chosen, "show", "Show the temperatures in °C", show);
-    addSubcommand<WatchArguments>(
-        temperature, chosen, "watch", "Follow the temperatures until stopped (Ctrl-C)",
-        [](CLI::App& command, WatchArguments& arguments) {
-            command.add_option("--exercise", arguments.exercise, "Let COUNT seconds pass at once, and end")
-                ->type_name("COUNT")
-                ->check(CLI::PositiveNumber);
-        },
-        watchTemperatures);
+    Command& temperature = program.add("temperature", "Show the temperatures of the instrument and its modules");
+    const auto arguments = std::make_shared<WatchArguments>();
+    temperature.add("show", "Show the temperatures in °C").runs(show);
+    temperature.add("watch", "Follow the temperatures until stopped (Ctrl-C)")
+        .optional("--exercise", &arguments->exercise, "COUNT", "Let COUNT seconds pass at once, and end")
+        .runs(watchTemperatures, arguments);
 }
 
 } // namespace tov::console

@@ -1,8 +1,10 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/localfile.h"
-#include "console/tuning.h"
+#include "console/files/localfile.h"
+#include "console/tuning/tuning.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 
 namespace tov::console {
@@ -19,7 +21,7 @@ struct Arguments
 };
 
 // One line for each setting. When all modules are listed, those of an absent control are left out, and it is named.
-void list(Workbench& workbench, const Arguments& arguments)
+void list(ConsoleSession& console, const Arguments& arguments)
 {
     const bool all = arguments.module.empty();
     const std::span<const TuneModule> modules =
@@ -28,14 +30,14 @@ void list(Workbench& workbench, const Arguments& arguments)
     QJsonArray json;
     for (const TuneModule& module : modules) {
         const std::string name(module.control->name);
-        if (all && !workbench.session().isPresent(*module.control)) {
+        if (all && !console.session().isPresent(*module.control)) {
             table.addRow({name, "-", "missing", "-", "-", "-"});
             json.append(QJsonObject{{"module", QString::fromStdString(name)}, {"missing", true}});
             continue;
         }
         for (const TuneSetting& setting : module.settings) {
-            const QJsonValue value = setting.read(workbench);
-            const std::string allowed = setting.write ? allowedBy(workbench, setting) : "-";
+            const QJsonValue value = setting.read(console.session());
+            const std::string allowed = setting.write ? allowedBy(console.session(), setting) : "-";
             table.addRow({name, setting.name, shown(value), setting.type, allowed, setting.meaning});
             json.append(QJsonObject{{"module", QString::fromStdString(name)},
                                     {"setting", QString::fromStdString(setting.name)},
@@ -45,44 +47,44 @@ void list(Workbench& workbench, const Arguments& arguments)
                                     {"meaning", QString::fromStdString(setting.meaning)}});
         }
     }
-    workbench.output().answer(table.toText(), {{"settings", json}});
+    console.output().answer(table.toText(), {{"settings", json}});
 }
 
-void answer(Workbench& workbench, const TuneSetting& setting)
+void answer(ConsoleSession& console, const TuneSetting& setting)
 {
-    const QJsonValue value = setting.read(workbench);
-    workbench.output().answer(shown(value) + "\n", {{QString::fromStdString(setting.name), value}});
+    const QJsonValue value = setting.read(console.session());
+    console.output().answer(shown(value) + "\n", {{QString::fromStdString(setting.name), value}});
 }
 
-void get(Workbench& workbench, const Arguments& arguments)
+void get(ConsoleSession& console, const Arguments& arguments)
 {
-    answer(workbench, tuneSettingNamed(tuneModuleNamed(arguments.module), arguments.setting));
+    answer(console, tuneSettingNamed(tuneModuleNamed(arguments.module), arguments.setting));
 }
 
-void set(Workbench& workbench, const Arguments& arguments)
+void set(ConsoleSession& console, const Arguments& arguments)
 {
     const TuneSetting& setting = tuneSettingNamed(tuneModuleNamed(arguments.module), arguments.setting);
-    changeSetting(workbench, setting, arguments.value);
-    answer(workbench, setting);
+    changeSetting(console.session(), setting, arguments.value);
+    answer(console, setting);
 }
 
-void reset(Workbench& workbench, const Arguments& arguments)
+void reset(ConsoleSession& console, const Arguments& arguments)
 {
     const TuneModule& module = tuneModuleNamed(arguments.module);
     if (!module.reset)
-        throw CommandError(ExitStatus::BadUse, arguments.module + " has no reset");
-    module.reset(workbench);
-    workbench.output().answer(arguments.module + " is reset\n", {{"reset", QString::fromStdString(arguments.module)}});
+        throw BadUse(arguments.module + " has no reset");
+    module.reset(console.session());
+    console.output().answer(arguments.module + " is reset\n", {{"reset", QString::fromStdString(arguments.module)}});
 }
 
-void loadTable(Workbench& workbench, const Arguments& arguments)
+void loadTable(ConsoleSession& console, const Arguments& arguments)
 {
     const TuneModule& module = tuneModuleNamed(arguments.module);
     const TuneTable& table = tuneTableNamed(module, arguments.table);
     const QByteArray contents = readLocalFile(arguments.localFile);
-    table.load(workbench, {contents.begin(), contents.end()});
-    workbench.output().answer("loaded " + std::to_string(contents.size()) + " bytes into " + table.name + "\n",
-                              {{"table", QString::fromStdString(table.name)}, {"bytes", contents.size()}});
+    table.load(console.session(), {contents.begin(), contents.end()});
+    console.output().answer("loaded " + std::to_string(contents.size()) + " bytes into " + table.name + "\n",
+                            {{"table", QString::fromStdString(table.name)}, {"bytes", contents.size()}});
 }
 
 // The names of all modules with those of what is inside each.
@@ -97,61 +99,88 @@ std::string describeModules(const std::string& heading, std::vector<Element> Tun
         if (!names.empty())
             lines.append("  ").append(module.control->name).append(":").append(names).append("\n");
     }
-    return lines;
+    return lines + "\n";
 }
 
-std::string describeSettings()
+// What to offer in each place.
+Words modules(const Words& /*before*/)
 {
-    return describeModules("Modules and their settings", &TuneModule::settings);
+    Words names;
+    for (const TuneModule& module : tuneModules())
+        names.emplace_back(module.control->name);
+    return names;
 }
 
-std::string describeTables()
+Words modulesWithReset(const Words& before)
 {
-    return describeModules("Modules and their tables", &TuneModule::tables);
+    Words names = modules(before);
+    std::erase_if(names, [](const std::string& name) { return !tuneModuleNamed(name).reset; });
+    return names;
 }
 
-void addModule(CLI::App& command, Arguments& arguments)
+template <typename Element>
+Words namesOf(const std::vector<Element>& elements)
 {
-    command.add_option("module", arguments.module, "Name of a module")->required()->type_name("MODULE");
+    Words names;
+    std::ranges::transform(elements, std::back_inserter(names), &Element::name);
+    return names;
 }
 
-void addSetting(CLI::App& command, Arguments& arguments)
+Words settingsOf(const Words& before)
 {
-    addModule(command, arguments);
-    command.add_option("setting", arguments.setting, "Name of a setting")->required()->type_name("SETTING");
+    return namesOf(tuneModuleNamed(before[0]).settings);
+}
+
+Words writableSettingsOf(const Words& before)
+{
+    const TuneModule& module = tuneModuleNamed(before[0]);
+    Words names = namesOf(module.settings);
+    std::erase_if(names, [&](const std::string& name) { return !tuneSettingNamed(module, name).write; });
+    return names;
+}
+
+Words valuesOf(const Words& before)
+{
+    return tuneSettingNamed(tuneModuleNamed(before[0]), before[1]).choices;
+}
+
+Words tablesOf(const Words& before)
+{
+    return namesOf(tuneModuleNamed(before[0]).tables);
 }
 
 } // namespace
 
-void addTuneCommand(CLI::App& app, ChosenCommand& chosen)
+void addTuneCommand(Command& program)
 {
-    CLI::App& tune = *app.add_subcommand("tune", "Show or change the settings of the hardware modules");
-    addSubcommand<Arguments>(
-        tune, chosen, "ls", "List every setting with its value, its type and what it takes",
-        [](CLI::App& command, Arguments& arguments) {
-            command.add_option("module", arguments.module, "Name of a module; all when left out")->type_name("MODULE");
-        },
-        list)
-        ->footer(describeSettings);
-    addSubcommand<Arguments>(tune, chosen, "get", "Show one setting", addSetting, get)->footer(describeSettings);
-    addSubcommand<Arguments>(
-        tune, chosen, "set", "Change one setting",
-        [](CLI::App& command, Arguments& arguments) {
-            addSetting(command, arguments);
-            command.add_option("value", arguments.value, "Its new value")->required()->type_name("VALUE");
-        },
-        set)
-        ->footer(describeSettings);
-    addSubcommand<Arguments>(tune, chosen, "reset", "Take a module back to what it starts with", addModule, reset);
-    addSubcommand<Arguments>(
-        tune, chosen, "load-table", "Load the bytes of a file into a table of a module",
-        [](CLI::App& command, Arguments& arguments) {
-            addModule(command, arguments);
-            command.add_option("table", arguments.table, "Name of the table")->required()->type_name("TABLE");
-            addLocalFile(command, arguments.localFile);
-        },
-        loadTable)
-        ->footer(describeTables);
+    Command& tune = program.add("tune", "Show or change the settings of the hardware modules");
+    const auto arguments = std::make_shared<Arguments>();
+    const std::string settings = describeModules("Modules and their settings", &TuneModule::settings);
+    const std::string tables = describeModules("Modules and their tables", &TuneModule::tables);
+    tune.add("ls", "List every setting with its value, its type and what it takes")
+        .optional("module", &arguments->module, "MODULE", "Name of a module; all when left out", modules)
+        .footer(settings)
+        .runs(list, arguments);
+    tune.add("get", "Show one setting")
+        .argument("module", arguments->module, "MODULE", "Name of a module", modules)
+        .argument("setting", arguments->setting, "SETTING", "Name of a setting", settingsOf)
+        .footer(settings)
+        .runs(get, arguments);
+    tune.add("set", "Change one setting")
+        .argument("module", arguments->module, "MODULE", "Name of a module", modules)
+        .argument("setting", arguments->setting, "SETTING", "Name of a setting", writableSettingsOf)
+        .argument("value", arguments->value, "VALUE", "Its new value", valuesOf)
+        .footer(settings)
+        .runs(set, arguments);
+    tune.add("reset", "Take a module back to what it starts with")
+        .argument("module", arguments->module, "MODULE", "Name of a module", modulesWithReset)
+        .runs(reset, arguments);
+    tune.add("load-table", "Load the bytes of a file into a table of a module")
+        .argument("module", arguments->module, "MODULE", "Name of a module", modules)
+        .argument("table", arguments->table, "TABLE", "Name of the table", tablesOf)
+        .argument("file", arguments->localFile, "FILE", "File of this computer")
+        .footer(tables)
+        .runs(loadTable, arguments);
 }
 
 } // namespace tov::console

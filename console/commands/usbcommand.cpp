@@ -1,7 +1,7 @@
-#include "console/commands/subcommand.h"
+#include "console/commands/commands.h"
 
-#include "console/number.h"
-#include "console/workbench.h"
+#include "console/text/number.h"
+#include "console/text/values.h"
 
 #include <cstdint>
 #include <tuple>
@@ -29,53 +29,50 @@ Table tableOf(const std::vector<IUsbIdControl::UsbId>& ids)
     return table;
 }
 
-void show(Workbench& workbench, const std::vector<IUsbIdControl::UsbId>& ids)
+void show(ConsoleSession& console, const std::vector<IUsbIdControl::UsbId>& ids)
 {
     const Table table = tableOf(ids);
-    workbench.output().answer(table.toText(), {{"usb-ids", table.toJson()}});
+    console.output().answer(table.toText(), {{"usb-ids", table.toJson()}});
 }
 
-void get(Workbench& workbench)
+void get(ConsoleSession& console)
 {
-    show(workbench, {workbench.require(host::controls::usbId)->usbId()});
+    show(console, {console.require(host::controls::usbId)->usbId()});
 }
 
-void list(Workbench& workbench)
+void list(ConsoleSession& console)
 {
-    show(workbench, workbench.require(host::controls::usbId)->usbIds());
+    show(console, console.require(host::controls::usbId)->usbIds());
 }
 
-void set(Workbench& workbench, const Arguments& arguments)
+void set(ConsoleSession& console, const Arguments& arguments)
 {
-    const auto control = workbench.require(host::controls::usbId);
+    const auto control = console.require(host::controls::usbId);
     IUsbIdControl::UsbId id;
     id.id1 = requireNumber<std::uint16_t>("id1", arguments.id1);
     id.id2 = requireNumber<std::uint16_t>("id2", arguments.id2);
     id.id3 = requireNumber<std::uint16_t>("id3", arguments.id3);
     if (!control->writeUsbId(id))
-        throw CommandError(ExitStatus::Failure,
-                           "the USB identifier cannot be written: the instrument gives no reason; try again");
+        throw Failure("the USB identifier cannot be written: the instrument gives no reason; try again");
     const IUsbIdControl::UsbId kept = control->usbId();
     if (std::tie(kept.id1, kept.id2, kept.id3) != std::tie(id.id1, id.id2, id.id3))
-        throw CommandError(ExitStatus::Failure, "the instrument did not take the words; 'usb get' shows what it holds");
-    show(workbench, {kept});
+        throw Failure("the instrument did not take the words; 'usb get' shows what it holds");
+    show(console, {kept});
 }
 
 } // namespace
 
-void addUsbCommand(CLI::App& app, ChosenCommand& chosen)
+void addUsbCommand(Command& program)
 {
-    CLI::App& usb = *app.add_subcommand("usb", "Show or write the USB identifier");
-    addSubcommand(usb, chosen, "get", "Show the identifier of this instrument", get);
-    addSubcommand(usb, chosen, "ls", "List the identifiers that the instrument offers", list);
-    addSubcommand<Arguments>(
-        usb, chosen, "set", "Write the three words of the identifier (decimal, or hexadecimal with 0x)",
-        [](CLI::App& command, Arguments& arguments) {
-            command.add_option("id1", arguments.id1, "First word, 0 to 65535")->required()->type_name("ID1");
-            command.add_option("id2", arguments.id2, "Second word")->required()->type_name("ID2");
-            command.add_option("id3", arguments.id3, "Third word")->required()->type_name("ID3");
-        },
-        set);
+    Command& usb = program.add("usb", "Show or write the USB identifier");
+    const auto arguments = std::make_shared<Arguments>();
+    usb.add("get", "Show the identifier of this instrument").runs(get);
+    usb.add("ls", "List the identifiers that the instrument offers").runs(list);
+    usb.add("set", "Write the three words of the identifier (decimal, or hexadecimal with 0x)")
+        .argument("id1", arguments->id1, "ID1", "First word, 0 to 65535")
+        .argument("id2", arguments->id2, "ID2", "Second word")
+        .argument("id3", arguments->id3, "ID3", "Third word")
+        .runs(set, arguments);
 }
 
 } // namespace tov::console

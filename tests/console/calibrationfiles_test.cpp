@@ -1,4 +1,4 @@
-#include "console/calibrationfiles.h"
+#include "console/files/calibrationfiles.h"
 
 #include <QFile>
 #include <QTemporaryDir>

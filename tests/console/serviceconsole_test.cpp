@@ -90,12 +90,6 @@ TEST(ServiceConsole, HelpsAtEveryLevel)
                                   {"usb", "set"},
                                   {"terms"},
                                   {"terms", "write"},
-                                  {"lo-leakage"},
-                                  {"lo-leakage", "get"},
-                                  {"lo-leakage", "set"},
-                                  {"yq"},
-                                  {"yq", "get"},
-                                  {"yq", "set"},
                                   {"ifsw"},
                                   {"ifsw", "plan"},
                                   {"ifsw", "save"},
@@ -173,50 +167,52 @@ TEST(ServiceConsole, ProbeAnswersByItsExitStatus)
 
 TEST(ServiceConsole, ShowsAndChangesSettings)
 {
-    EXPECT_EQ(console({"lo-leakage", "get", "--json"}).json(), (QJsonObject{{"lo-leakage", false}}));
-    EXPECT_EQ(console({"lo-leakage", "set", "on", "--json"}).json(), (QJsonObject{{"lo-leakage", true}}));
-    EXPECT_EQ(console({"yq", "set", "manual-if", "on", "--json"}).json(), (QJsonObject{{"manual-if", true}}));
-    EXPECT_EQ(console({"yq", "set", "selected-if", "2", "--json"}).json(), (QJsonObject{{"selected-if", 2}}));
-    EXPECT_EQ(console({"yq", "get", "selected-if", "--json"}).json(), (QJsonObject{{"selected-if", 0}}));
-    EXPECT_EQ(console({"--json", "yq", "get"}).json(),
-              (QJsonObject{{"manual-if", false},
-                           {"selected-if", 0},
-                           {"supported-ifs", QJsonArray{2.5e6, 5e6, 7.5e6, 10.7e6, 21.4e6}}}));
-    EXPECT_EQ(console({"yq", "get"}).output, "setting        value\n"
-                                             "manual-if      off\n"
-                                             "selected-if    0\n"
-                                             "supported-ifs  2500000 5000000 7500000 10700000 21400000\n");
+    const auto tune = [](const QStringList& words) { return console(QStringList{"--json", "tune"} + words).json(); };
+    EXPECT_EQ(tune({"get", "lo-leakage", "lo-leakage"}), (QJsonObject{{"lo-leakage", false}}));
+    EXPECT_EQ(tune({"set", "lo-leakage", "lo-leakage", "on"}), (QJsonObject{{"lo-leakage", true}}));
+    EXPECT_EQ(tune({"set", "yq-synthesis", "manual-if", "on"}), (QJsonObject{{"manual-if", true}}));
+    EXPECT_EQ(tune({"set", "yq-synthesis", "selected-if", "2"}), (QJsonObject{{"selected-if", 2}}));
+    EXPECT_EQ(tune({"get", "yq-synthesis", "selected-if"}), (QJsonObject{{"selected-if", 0}}));
+    EXPECT_EQ(tune({"get", "yq-synthesis", "supported-ifs"}),
+              (QJsonObject{{"supported-ifs", QJsonArray{2.5e6, 5e6, 7.5e6, 10.7e6, 21.4e6}}}));
+    EXPECT_EQ(console({"tune", "get", "yq-synthesis", "manual-if"}).output, "off\n");
+    EXPECT_EQ(console({"tune", "get", "yq-synthesis", "supported-ifs"}).output,
+              "2500000 5000000 7500000 10700000 21400000\n");
 }
 
 TEST(ServiceConsole, RefusesMalformedValues)
 {
-    expectError({"lo-leakage", "set", "maybe"}, 2, "'maybe' is no value for lo-leakage: use on|off");
-    expectError({"lo-leakage", "set", ""}, 2, "'' is no value");
-    expectError({"lo-leakage", "set"}, 2, "required");
+    const QStringList setLoLeakage{"tune", "set", "lo-leakage", "lo-leakage"};
+    expectError(setLoLeakage + QStringList{"maybe"}, 2, "'maybe' is no value for lo-leakage: use on|off");
+    expectError(setLoLeakage + QStringList{""}, 2, "'' is no value");
+    expectError(setLoLeakage, 2, "required");
     for (const char* malformed : {"two", "2x", "1.5", "99999999999", " 2", "+2"})
-        expectError({"yq", "set", "selected-if", malformed}, 2, "use a whole number");
-    expectError({"yq", "set", "supported-ifs", "1"}, 2, "supported-ifs can only be read");
-    expectError({"yq", "set", "nonsense", "1"}, 2, "unknown setting 'nonsense'; there are manual-if");
-    expectError({"yq", "get", "nonsense"}, 2, "unknown setting");
+        expectError({"tune", "set", "yq-synthesis", "selected-if", malformed}, 2, "use a whole number");
+    expectError({"tune", "set", "yq-synthesis", "supported-ifs", "1"}, 2, "supported-ifs can only be read");
+    expectError({"tune", "set", "yq-synthesis", "nonsense", "1"}, 2, "unknown setting 'nonsense'; there are manual-if");
+    expectError({"tune", "get", "yq-synthesis", "nonsense"}, 2, "unknown setting");
     expectError({"--missing", "nonsense", "info"}, 2, "unknown control 'nonsense'");
 }
 
 TEST(ServiceConsole, RefusesUnknownAndIncompleteCommands)
 {
     expectError({}, 2, "a command is missing");
-    expectError({"yq"}, 2, "a command is missing after 'service-console yq'; there are get, set");
+    expectError({"corrections"}, 2,
+                "a command is missing after 'service-console corrections'; there are ls, enable, disable");
     expectError({"nonsense"}, 2, "unknown command 'nonsense'");
-    expectError({"yq", "nonsense"}, 2, "unknown command 'nonsense' after 'service-console yq'");
+    expectError({"serial", "nonsense"}, 2, "unknown command 'nonsense' after 'service-console serial'");
     expectError({"info", "demo"}, 2, "unexpected 'demo'");
     expectError({"info", "--nonsense"}, 2, "unexpected '--nonsense'");
 }
 
 TEST(ServiceConsole, FailsWhenTheInstrumentDoesNotDoIt)
 {
-    expectError({"yq", "set", "selected-if", "-1"}, 1, "did not take -1 for selected-if and holds 0");
-    expectError({"yq", "set", "selected-if", "99"}, 1, "did not take 99 for selected-if and holds 0");
-    expectError({"--missing", "lo-leakage", "lo-leakage", "set", "on"}, 1, "has no lo-leakage control");
-    expectError({"--missing", "yq-synthesis", "yq", "get"}, 1, "has no yq-synthesis control");
+    expectError({"tune", "set", "yq-synthesis", "selected-if", "-1"}, 1, "did not take -1 for selected-if and holds 0");
+    expectError({"tune", "set", "yq-synthesis", "selected-if", "99"}, 1, "did not take 99 for selected-if and holds 0");
+    expectError({"--missing", "lo-leakage", "tune", "set", "lo-leakage", "lo-leakage", "on"}, 1,
+                "has no lo-leakage control");
+    expectError({"--missing", "yq-synthesis", "tune", "get", "yq-synthesis", "manual-if"}, 1,
+                "has no yq-synthesis control");
 }
 
 #ifdef Q_OS_LINUX
@@ -261,12 +257,12 @@ protected:
 TEST_F(KeptInstrument, IsTheSameInEveryRun)
 {
     EXPECT_EQ(kept({"serial", "set", "4711"}).status, 0);
-    EXPECT_EQ(kept({"yq", "set", "selected-if", "3"}).status, 0);
+    EXPECT_EQ(kept({"tune", "set", "yq-synthesis", "selected-if", "3"}).status, 0);
     EXPECT_EQ(kept({"pots", "set", "6", "-5", "--eeprom"}).status, 0);
     EXPECT_EQ(kept({"usb", "set", "1", "0x2", "65535"}).status, 0);
 
     EXPECT_EQ(kept({"serial", "get"}).output, "4711\n");
-    EXPECT_EQ(kept({"yq", "get", "selected-if", "--json"}).json(), (QJsonObject{{"selected-if", 3}}));
+    EXPECT_EQ(kept({"tune", "get", "yq-synthesis", "selected-if"}).output, "3\n");
     EXPECT_EQ(kept({"pots", "get", "6"}).output, "-5\n");
     EXPECT_THAT(kept({"usb", "get"}).output, HasSubstr("0x0001  0x0002  0xFFFF"));
     EXPECT_EQ(console({"serial", "get"}).output, "100001\n") << "without a state the instrument is new";
@@ -740,7 +736,7 @@ TEST(ServiceConsole, CompletesWhatFits)
     EXPECT_EQ(complete({"--json", "--missing", "lo-leakage", "probe", "yq"}), "yq-synthesis\n");
     EXPECT_EQ(complete({"--missing", "file"}), "file-memory\n");
     EXPECT_EQ(complete({"monitor", "--ex"}), "--exercise\n");
-    EXPECT_EQ(complete({"yq", "set", "sel"}), "selected-if\n");
+    EXPECT_EQ(complete({"tune", "set", "yq-synthesis", "sel"}), "selected-if\n");
     EXPECT_THAT(complete({"tune", "get", "-"}), HasSubstr("--json\n")) << "arguments without a name are no options";
     EXPECT_THAT(complete({"pots", "set", "--"}), HasSubstr("--eeprom\n"));
     EXPECT_EQ(complete({"pots", "set", ""}), "");

@@ -21,7 +21,6 @@
 #include "simulator/simulatedinstrument.h"
 #include "simulator/support/statefile.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -76,12 +75,6 @@ private:
     std::optional<Value> m_value;
 };
 
-QByteArray contentsOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
-
 } // namespace
 
 TEST_F(StateFileOfVersion1, IsWhatIsSavedAgain)
@@ -89,7 +82,7 @@ TEST_F(StateFileOfVersion1, IsWhatIsSavedAgain)
     const QTemporaryDir folder;
     const QString again = folder.filePath("again");
     instrument.save(again);
-    EXPECT_EQ(contentsOf(again), contentsOf(STATE_FILE_1_0_0));
+    EXPECT_EQ(simulator::readStateFile(again), simulator::readStateFile(STATE_FILE_1_0_0));
 }
 
 TEST_F(StateFileOfVersion1, HoldsTheFiles)
@@ -305,8 +298,8 @@ TEST(StateFileContents, AreTakenOverAsIfTheyWereSet)
     const QTemporaryDir folder;
     const QString path = folder.filePath("state");
     const QCborMap power = {{"loPower"_L1, 200.0}, {"dacMode"_L1, 9.0}, {"referenceGain"_L1, 7.0}, {"other"_L1, 1.0}};
-    simulator::writeStateFile(path, {{"Kz515 power"_L1, QCborMap{{"values"_L1, power}}},
-                                     {"Yq synthesis"_L1, QCborMap{{"manual IF"_L1, true}, {"selected IF"_L1, 99}}}});
+    simulator::writeStateFile(path, {{"kz515-power"_L1, QCborMap{{"values"_L1, power}}},
+                                     {"yq-synthesis"_L1, QCborMap{{"manual IF"_L1, true}, {"selected IF"_L1, 99}}}});
 
     simulator::SimulatedInstrument instrument;
     const auto kz515 =

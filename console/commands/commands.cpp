@@ -1,0 +1,48 @@
+#include "console/commands/commands.h"
+
+#include "service/version.h"
+
+namespace tov::console {
+
+const char* const exitStatusesHelp =
+    "Exit status:\n"
+    "  0  done\n"
+    "  1  the instrument lacks the control or did not do what was asked, or a file cannot be used\n"
+    "  2  unknown command or control, or a malformed value; nothing was changed\n"
+    "  3  the program itself failed\n";
+
+Command allCommands(CommandSet commands, Options& options)
+{
+    Command program("service-console", "Works with the service functions of a vector network analyser.");
+    program.flag("--json", options.json, "Answer in JSON on standard output");
+    for (const auto add :
+         {addInfoCommand, addProbeCommand, addFilesCommand, addMemoryCommand, addPotsCommand, addSerialCommand,
+          addUsbCommand, addTermsCommand, addIfswCommand, addPowerCalCommand, addCorrectionsCommand,
+          addCalibrationCommand, addTemperatureCommand, addTuneCommand, addMonitorCommand})
+        add(program);
+    if (commands == CommandSet::Shell)
+        return program;
+
+    program.footer(exitStatusesHelp)
+        .takes({.name = "--version", .target = Command::Version{devices::service::version}})
+        .takes({.name = "--state",
+                .target = &options.stateFile,
+                .type = "FILE",
+                .help = "Use the instrument that is kept in FILE, a new one if there is none",
+                .mustNotBeEmpty = "a file name is needed"})
+        .optional("--missing", &options.missing, "CONTROL",
+                  "Let the simulated instrument lack CONTROL; may be repeated", controlNames);
+    addShellCommand(program);
+    addDemoCommand(program);
+    return program;
+}
+
+Words controlNames(const Words& /*before*/)
+{
+    Words names;
+    for (const host::ControlName& control : host::controls::all)
+        names.emplace_back(control.name);
+    return names;
+}
+
+} // namespace tov::console

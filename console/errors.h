@@ -1,0 +1,22 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace tov::console {
+
+/// The instrument lacks the control, or did not do what was asked, or a file cannot be used. What it says is one line
+/// for the person who asked.
+class Failure : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Something is unknown or malformed; nothing was changed. What it says is one line for the person who asked.
+class BadUse : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace tov::console

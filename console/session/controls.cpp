@@ -1,0 +1,18 @@
+#include "console/session/controls.h"
+
+#include "console/text/named.h"
+
+namespace tov::console {
+
+Failure missing(const host::ControlName& kind)
+{
+    return Failure("this instrument has no " + std::string(kind.name)
+                   + " control; 'service-console info' lists those it has");
+}
+
+const host::ControlName& controlNamed(const std::string& name)
+{
+    return named(host::controls::all, name, "control", [](const host::ControlName& control) { return control.name; });
+}
+
+} // namespace tov::console

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QJsonValue>
+
+#include <cstdint>
+#include <string>
+
+namespace tov::console {
+
+/// A setting's value as people read it: on or off, a number, or a list of those.
+std::string toText(const QJsonValue& value);
+
+/// `number` in hexadecimal, with 0x and at least this many digits.
+std::string hexadecimal(std::uint64_t number, int digits);
+
+} // namespace tov::console
