@@ -41,11 +41,13 @@ public:
     {
         std::string name;
         Target target;
+        // NOLINTBEGIN(readability-redundant-member-init): without, gcc takes what is left out for forgotten
         std::string type = {};
         std::string help = {};
         Choices choices = {};
         bool required = false;
         std::string mustNotBeEmpty = {}; ///< what to say when it is, unless it may be
+        // NOLINTEND(readability-redundant-member-init)
     };
 
     /// Options of which exactly one is given.

@@ -114,7 +114,8 @@ private:
 class Trial
 {
 public:
-    struct promise_type // the language's name
+    // NOLINTBEGIN(readability-identifier-naming, readability-convert-member-functions-to-static): the language's names
+    struct promise_type
     {
         Trial get_return_object() { return Trial(std::coroutine_handle<promise_type>::from_promise(*this)); }
         std::suspend_always initial_suspend() noexcept { return {}; }
@@ -122,6 +123,7 @@ public:
         void return_void() {}
         void unhandled_exception() { throw; }
     };
+    // NOLINTEND(readability-identifier-naming, readability-convert-member-functions-to-static)
 
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;

@@ -4,6 +4,7 @@
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 
 #include <memory>
+#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -176,7 +177,6 @@ struct Notifications::Observers
         : printer(lines)
         , ifswPrinter(lines, host::controls::ifswCalibration)
         , powerPrinter(lines, host::controls::factoryPowerCalibration)
-        , signalLines(console, lines)
     {
         const auto observe = [&]<typename Control>(const host::Control<Control>& kind, auto& observer) {
             if (const auto control = console.session().control(kind))
@@ -189,7 +189,8 @@ struct Notifications::Observers
         observe(host::controls::factoryCorrections, printer);
         observe(host::controls::ifswCalibration, ifswPrinter);
         observe(host::controls::factoryPowerCalibration, powerPrinter);
-        if (observing.empty() && signalLines.isEmpty())
+        signalLines.emplace(console, lines);
+        if (observing.empty() && signalLines->isEmpty())
             throw Failure("the instrument has no control that notifies");
     }
 
@@ -197,7 +198,7 @@ struct Notifications::Observers
     CalibrationPrinter<devices::service::SdkYqIfswCalibrationControl::Observer> ifswPrinter;
     CalibrationPrinter<devices::service::SdkYqFactoryPowerCalibrationControl::Observer> powerPrinter;
     std::vector<std::shared_ptr<void>> observing; // ends before the observers do
-    SignalLines signalLines;
+    std::optional<SignalLines> signalLines;       // made last, as adapters hear of the instrument in their order
 };
 
 Notifications::Notifications(ConsoleSession& console)
