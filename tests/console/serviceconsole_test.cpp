@@ -472,7 +472,7 @@ TEST_F(KeptInstrument, SavesCalibrationDataFromFiles)
                                              "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
                                              "1e9,-10.5,0.25,1,0,20,0xFF,0.5,0.125\n");
     EXPECT_EQ(console({"--state", state, "--json", "power-cal", "save", power}).json(), (QJsonObject{{"points", 1}}));
-    EXPECT_TRUE(read(state).contains("factory power calibration"));
+    EXPECT_TRUE(read(state).contains("factory-power-calibration"));
 }
 
 TEST_F(KeptInstrument, SaysWhereAFileOfCalibrationDataIsWrongAndSavesNothing)
