@@ -84,7 +84,7 @@ public:
 
     /// What the command does: `run(console, *arguments...)` gives an `ExitStatus`, or nothing when it succeeded.
     template <typename Run, typename... Arguments>
-    Command& runs(Run run, std::shared_ptr<Arguments>... arguments)
+    Command& runs(Run run, const std::shared_ptr<Arguments>&... arguments)
     {
         m_action = [run, arguments...](ConsoleSession& console) {
             if constexpr (std::is_void_v<std::invoke_result_t<Run, ConsoleSession&, const Arguments&...>>) {
