@@ -6,8 +6,8 @@ namespace tov::console {
 
 Failure missing(const host::ControlName& kind)
 {
-    return Failure("this instrument has no " + std::string(kind.name)
-                   + " control; 'service-console info' lists those it has");
+    return {"this instrument has no " + std::string(kind.name)
+                   + " control; 'service-console info' lists those it has"};
 }
 
 const host::ControlName& controlNamed(const std::string& name)

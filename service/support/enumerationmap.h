@@ -42,8 +42,11 @@ constexpr EnumerationMap<Enumeration, Count> sameNumbers(Enumeration unknown)
 {
     EnumerationMap<Enumeration, Count> map{
         .pairs = {}, .unknownFromSdk = unknown, .unknownToSdk = static_cast<int>(unknown)};
-    for (std::size_t number = 0; number < Count; ++number)
-        map.pairs[number] = {static_cast<Enumeration>(number), static_cast<int>(number)};
+    int number = 0;
+    for (auto& pair : map.pairs) {
+        pair = {static_cast<Enumeration>(number), number};
+        ++number;
+    }
     return map;
 }
 

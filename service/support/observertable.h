@@ -13,12 +13,9 @@ namespace tov::devices::service {
 
 /// An `Adapter`, which observes the SDK for one observer, with what an `ObserverTable` knows of its registration.
 template <typename Adapter>
-class Registration : public Adapter
+struct Registration : Adapter
 {
     using Adapter::Adapter;
-
-    template <typename SdkControl, typename Observer, typename Registered>
-    friend class ObserverTable;
 
     bool attached = true;   // the SDK has it, as far as the table knows, or is about to
     int underWay = 0;       // calls to the SDK for it
@@ -143,7 +140,7 @@ private:
 
         void attach(Locked locked)
         {
-            do {
+            for (;;) {
                 if (m_registration->isSilent()) // removed before its turn came
                     locked = {};
                 if (locked)
@@ -152,7 +149,10 @@ private:
                     return;
                 if (locked)
                     locked->removeObserver(m_registration.get());
-            } while (mustAttach() && (locked = m_table.m_control.lock(), true));
+                if (!mustAttach())
+                    return;
+                locked = m_table.m_control.lock();
+            }
         }
 
         void detach(const Locked& locked)

@@ -1,0 +1,97 @@
+#!/usr/bin/python3
+"""Runs clang-tidy over everything that ships, as build/clang compiles it.
+
+What has passed before, with all that it includes, is not looked at again. That is remembered in
+~/.cache/DevicesService/lint; without it everything is looked at.
+"""
+
+import hashlib
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+from concurrent import futures
+
+PROJECT = pathlib.Path(__file__).resolve().parent.parent
+BUILD = PROJECT / "build" / "clang"
+PLUGIN = BUILD / "ownsources.so"
+PASSED = pathlib.Path.home() / ".cache" / "DevicesService" / "lint"
+SHIPPED = ("service/", "platform/", "simulator/", "host/", "console/")
+TIDY = ["clang-tidy-19", "--quiet", f"--load={PLUGIN}", "--checks=house-own-sources", "--warnings-as-errors=*"]
+
+
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
+def included():
+    """By the name of an object file, all files that it was compiled from."""
+    files, collected = {}, []
+    for line in output_of("ninja", "-C", BUILD, "-t", "deps").splitlines():
+        if line.startswith("    "):
+            collected.append(line.strip())
+        elif ":" in line:
+            collected = files[line.split(":")[0]] = []
+    return files
+
+
+def key(command, files, tools):
+    """Of the contents of everything that decides about a finding; system headers by their packages' versions."""
+    digest = hashlib.sha256((tools + command).replace(str(PROJECT), "").encode())
+    for file in sorted(pathlib.Path(os.path.normpath(BUILD / name)) for name in files):
+        if file.is_relative_to(PROJECT):
+            digest.update(str(file.relative_to(PROJECT)).encode() + file.read_bytes())
+    return digest.hexdigest()
+
+
+def passes(source, *options):
+    """Runs clang-tidy and shows what it finds."""
+    run = subprocess.run([*TIDY, source, *options], capture_output=True, text=True, check=False)
+    if run.returncode:
+        print(run.stdout, re.sub(r".*warnings? generated\.\n", "", run.stderr), sep="", flush=True)
+    return run.returncode == 0
+
+
+def notices_breaches(scratch):
+    """Whether something to be found in a source and in a header of it is found."""
+    (scratch / "host").mkdir(parents=True, exist_ok=True)
+    for name, text in (("canary.h", "inline int* inHeader = 0;\n"), ("canary.cpp", "int* inSource = 0;\n")):
+        (scratch / "host" / name).write_text('#include "canary.h"\n' * name.endswith("cpp") + text)
+    source = scratch / "host" / "canary.cpp"
+    found = subprocess.run([*TIDY, f"--config-file={PROJECT / '.clang-tidy'}", source, "--", "-std=c++23"],
+                           capture_output=True, text=True, check=False).stdout
+    return all(f"{name}:" in found for name in ("canary.h", "canary.cpp"))
+
+
+def main():
+    llvm = output_of("llvm-config-19", "--includedir").strip()
+    subprocess.run(["g++", "-std=c++17", "-O1", "-fno-rtti", "-fPIC", "-shared", f"-I{llvm}",
+                    PROJECT / "scripts" / "ownsources.cpp", "-o", PLUGIN], check=True)
+    if not notices_breaches(BUILD / "lint"):
+        sys.exit("error: clang-tidy does not find what is there to be found")
+
+    tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev")
+    tools += "".join((PROJECT / name).read_text() for name in (".clang-tidy", "scripts/ownsources.cpp"))
+    files, unknown = included(), {}
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        source = os.path.relpath(entry["file"], PROJECT)
+        if source.startswith(SHIPPED):
+            output = re.search(r" -o (\S+)", entry["command"]).group(1)
+            mark = PASSED / key(entry["command"], files[output], tools)
+            if not mark.exists():
+                unknown[source] = mark
+
+    PASSED.mkdir(parents=True, exist_ok=True)
+    with futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = dict(zip(unknown, pool.map(lambda source: passes(source, "-p", BUILD), unknown)))
+    for source, passed in results.items():
+        if passed:
+            unknown[source].touch()
+    print(f"{len(unknown)} sources looked at, {list(results.values()).count(False)} with findings", flush=True)
+    sys.exit(not all(results.values()))
+
+
+if __name__ == "__main__":
+    main()
