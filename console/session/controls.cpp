@@ -6,8 +6,9 @@ namespace tov::console {
 
 Failure missing(const host::ControlName& kind)
 {
-    return {"this instrument has no " + std::string(kind.name)
-                   + " control; 'service-console info' lists those it has"};
+    Failure lacking("this instrument has no " + std::string(kind.name)
+                    + " control; 'service-console info' lists those it has");
+    return lacking;
 }
 
 const host::ControlName& controlNamed(const std::string& name)
