@@ -3,9 +3,11 @@
 #include "sdk/key.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace sdk {
 class IFactoryCorrectionControl;
@@ -206,9 +208,15 @@ inline constexpr std::tuple kinds{
     calibrationController2,
 };
 
-/// The same, by their names and keys.
-inline constexpr auto all =
-    std::apply([](const auto&... kind) { return std::to_array<ControlName>({kind...}); }, kinds);
+/// Names and keys of what a tuple of kinds holds.
+template <typename Kinds, std::size_t... index>
+constexpr auto namesOf(const Kinds& each, std::index_sequence<index...> /*all*/)
+{
+    return std::to_array<ControlName>({std::get<index>(each)...});
+}
+
+/// Names and keys of all of them, in the same order.
+inline constexpr auto all = namesOf(kinds, std::make_index_sequence<std::tuple_size_v<decltype(kinds)>>());
 
 } // namespace controls
 
