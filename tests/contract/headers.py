@@ -12,7 +12,9 @@ _PUBLIC = [
     (ROOT, "devices/*.h"),
     (ROOT, "service/**/*.h"),
 ]
-_INTERNAL = re.compile(r"service/support/|service/calibration/(calibrationobserveradapter|readfrequencyplan)\.h")
+# Not installed; and the list of the controls, which each program compiles for itself.
+_INTERNAL = re.compile(r"service/support/|service/calibration/(calibrationobserveradapter|readfrequencyplan)\.h"
+                       r"|devices/controls\.h")
 
 
 def public_headers():
