@@ -72,8 +72,9 @@ def main():
     if not notices_breaches(BUILD / "lint"):
         sys.exit("error: clang-tidy does not find what is there to be found")
 
-    tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev")
-    tools += "".join((PROJECT / name).read_text() for name in (".clang-tidy", "scripts/ownsources.cpp"))
+    tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev",
+                      "libedit-dev")
+    tools += "".join((PROJECT / name).read_text() for name in (".clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"))
     files, unknown = included(), {}
     for entry in json.loads((BUILD / "compile_commands.json").read_text()):
         source = os.path.relpath(entry["file"], PROJECT)

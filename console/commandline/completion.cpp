@@ -28,8 +28,15 @@ try {
 
 const Command::Parameter* optionNamed(const Command& command, const std::string& name)
 {
-    const auto found = std::ranges::find(command.parameters(), name, &Command::Parameter::name);
-    return found == command.parameters().end() ? nullptr : &*found;
+    const auto in = [&](const std::vector<Command::Parameter>& parameters) {
+        const auto found = std::ranges::find(parameters, name, &Command::Parameter::name);
+        return found == parameters.end() ? nullptr : &*found;
+    };
+    const Command::Parameter* found = in(command.parameters());
+    for (const auto& group : command.groups())
+        if (found == nullptr)
+            found = in(group.options);
+    return found;
 }
 
 void addOptions(const Command& command, Words& names)

@@ -83,8 +83,11 @@ void SdkFactoryCorrectionControl::removeObserver(Observer* observer)
         const auto found = m_observers.find(observer);
         if (found == m_observers.end())
             return;
+        const SdkObserverAdapter* const adapter = found->second.get();
         locked->removeObserver(found->second.get());
-        m_observers.erase(observer); // not by `found`: the SDK may have called back
+        // Looked up again: the SDK may have called back, and the observer be gone or have come anew.
+        if (const auto again = m_observers.find(observer); again != m_observers.end() && again->second.get() == adapter)
+            m_observers.erase(again);
     }
 }
 

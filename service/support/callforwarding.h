@@ -76,7 +76,7 @@ void write(const ReacquiringControl<T>& control, Setter setter, Arguments&&... a
         std::invoke(setter, *locked, std::forward<Arguments>(arguments)...);
 }
 
-/// Ends the registration of `observer` with the SDK, for destructors: a control that cannot be found is absent there.
+/// Ends the registration of `observer` with the SDK when its adapter goes: a control that cannot be found is absent.
 /// Should the SDK throw, which it must not, the program ends.
 template <typename Handle, typename Observer>
 void detachForEver(const Handle& handle, Observer* observer) noexcept

@@ -77,6 +77,8 @@ public:
         m_entries.erase(found);
         registration->attached = false;
         Call call(*this, registration);
+        if (registration->uncertain) // the SDK may be given it after it was asked to let go of it
+            registration->silence();
         lock.unlock();
         const Silencing silencing(*registration);
         call.detach(m_control.lock());

@@ -15,15 +15,16 @@ namespace tov::simulator {
 /// The observers of one control object, or of every control object of one kind, which then are told together. Copies
 /// stand for the same observers.
 ///
-/// Once removal or `close()` has returned, no notification reaches the observer any more: both wait for one
-/// that is being delivered, unless they are called from inside it.
+/// Once removal or `close()` has returned, no notification reaches the observer any more: both wait for one that is
+/// being delivered to any observer of these controls, unless they are called from inside it.
 ///
 /// Thread: *any thread*.
 template <typename Observer>
 class Observers
 {
 public:
-    /// Notifies on the thread of `machine`, which it keeps alive.
+    /// Notifies on the thread of `machine`, which it keeps alive; what waits there may keep it too, so the machine is
+    /// stopped before its last owner goes.
     explicit Observers(std::shared_ptr<Machine> machine)
         : m_machine(std::move(machine))
     {

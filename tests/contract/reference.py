@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""What was recorded for a version, and what a change asks of the next: the library's exports and the types that they
-reach, among them those of the tables.
+"""What was recorded for a version, and what a change asks of the next: the library's exports with the types that they
+reach, and a digest of each class of the tables, of which abidiff does not compare what only the SDK's headers know.
 
   reference.py check VERSION LIBRARY      compares with what is recorded; fails unless VERSION says enough
   reference.py canaries VERSION LIBRARY   fails unless breaches are noticed
@@ -9,6 +9,7 @@ reach, among them those of the tables.
 What was removed or changed asks for the next major version, what was added for the next minor one.
 """
 
+import hashlib
 import lzma
 import pathlib
 import re
@@ -16,12 +17,11 @@ import subprocess
 import sys
 import tempfile
 from concurrent import futures
-from xml.etree import ElementTree
 
 import tables
 
 _RECORD = pathlib.Path(__file__).resolve().parent / "reference" / "DevicesService.abi.xz"
-_VERSION = _RECORD.with_name("version")
+_VERSION = _RECORD.with_name("version")  # and the digests
 
 # What a change asks for, in the order of weight.
 _NOTHING, _MINOR, _MAJOR = range(3)
@@ -61,6 +61,19 @@ def change(old, new):
     return _NOTHING, ""
 
 
+def digests():
+    """Of what the tables say of each class."""
+    return {f"{table} {name}": hashlib.sha256("\n".join(rows).encode()).hexdigest()[:16]
+            for table in tables.NAMES for name, rows in tables.read(table).items()}
+
+
+def table_change(old, new):
+    """What the change from one set of digests to another asks for."""
+    if any(new.get(name) != digest for name, digest in old.items()):
+        return _MAJOR
+    return _MINOR if new.keys() - old.keys() else _NOTHING
+
+
 def record_of(library):
     """The types and symbols of a library as text."""
     command = ["abidw", "--exported-interfaces-only", "--no-comp-dir-path", "--no-corpus-path", "--no-show-locs",
@@ -68,17 +81,9 @@ def record_of(library):
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout
 
 
-def unknown_classes(record):
-    """The classes of the tables that a record does not describe: a change of them would not be noticed."""
-    def described(element, scope=""):
-        if element.tag in ("namespace-decl", "class-decl"):
-            scope += "::" + element.get("name")
-            if not element.get("is-declaration-only"):
-                yield scope[2:]
-        for child in element:
-            yield from described(child, scope)
-    wanted = {name for table in tables.NAMES for name in tables.read(table)}
-    return wanted - set(described(ElementTree.fromstring(record)))
+def is_described(record):
+    """Whether the library had debug information, without which changes of types are not noticed."""
+    return "<class-decl" in record
 
 
 def are_canaries_noticed(version, library, record):
@@ -94,7 +99,13 @@ def are_canaries_noticed(version, library, record):
                 for (what, _, _, expected), part in zip(changes, parts)}
     with tempfile.NamedTemporaryFile() as stripped:
         subprocess.run(["strip", "--strip-debug", "-o", stripped.name, library], check=True)
-        verdicts["the library has no debug information"] = bool(unknown_classes(record_of(stripped.name)))
+        verdicts["the library has no debug information"] = not is_described(record_of(stripped.name))
+    described = digests()
+    name, *_ = described
+    for what, changed, expected in (("a class of the tables has changed", {**described, name: ""}, _MAJOR),
+                                    ("a class of the tables is missing", dict([*described.items()][1:]), _MAJOR),
+                                    ("the tables have one more class", {**described, "one more": ""}, _MINOR)):
+        verdicts[what] = table_change(described, changed) == expected
     for what, right in verdicts.items():
         print(f"record: {what}: {'noticed' if right else 'NOT NOTICED'}")
     return all(verdicts.values())
@@ -105,11 +116,12 @@ def main(verb, version, library):
     record = record_of(library)
     if verb == "canaries":
         return 0 if are_canaries_noticed(version, library, record) else 1
-    if unknown := unknown_classes(record):
-        sys.exit(f"error: the library's debug information does not describe {', '.join(sorted(unknown))}")
+    if not is_described(record):
+        sys.exit("error: the library has no debug information")
     if _RECORD.exists():
-        recorded = _VERSION.read_text().strip()
+        recorded, *lines = _VERSION.read_text().splitlines()
         part, report = change(lzma.decompress(_RECORD.read_bytes()).decode(), record)
+        part = max(part, table_change({line[17:]: line[:16] for line in lines}, digests()))
         announced = is_announced(part, recorded, version)
         print(f"{report}{version} against the recorded {recorded}: the changes ask for {_NAMES[part]};"
               f" {'the version says so' if announced else 'THE VERSION DOES NOT SAY SO'}")
@@ -117,7 +129,7 @@ def main(verb, version, library):
             return 1
     if verb == "renew":
         _RECORD.write_bytes(lzma.compress(record.encode(), preset=9))
-        _VERSION.write_text(version + "\n")
+        _VERSION.write_text("\n".join([version, *(f"{digest} {name}" for name, digest in digests().items())]) + "\n")
     return 0
 
 

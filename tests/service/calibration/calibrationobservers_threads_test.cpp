@@ -5,6 +5,7 @@
 #include "service/calibration/calibrations.h"
 
 #include <array>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -111,11 +112,15 @@ public:
         }
 
         const std::size_t registeredAtRest = m_offered->observers().size();
+        m_adapter.onControlsAvailable();
+        const std::size_t registered = m_offered->observers().size();
+        if (!m_failed && !m_heldOver && !doing(Do::Detach) && !doing(Do::AddAndDetach)) {
+            EXPECT_EQ(registeredAtRest, registered) << "the controls were announced already";
+        }
         m_adapter.onControlsAboutToBeReleased();
         EXPECT_EQ(m_offered->observers().size(), 0U) << "whoever is registered is known";
         m_adapter.onControlsAvailable();
-        const std::size_t registered = m_offered->observers().size();
-        EXPECT_LE(registeredAtRest, registered);
+        EXPECT_EQ(m_offered->observers().size(), registered);
         look();
         EXPECT_EQ(m_observer.told, static_cast<int>(registered));
         EXPECT_LE(m_observer.told, 1);
@@ -253,9 +258,13 @@ private:
     Counting m_observer;
     std::shared_ptr<Connection> m_offered;
     Adapter m_adapter{devices::ReacquiringControl<SdkIface>([this] {
-        if (m_isSet && m_deeds.size() < 3) // more would be too many orders
+        const bool pauses = m_isSet && m_deeds.size() < 3; // more would be too many orders
+        if (pauses && m_pauses != Pauses::After)
             m_pause();
-        return sdk::ControlHandle<SdkIface>(m_offered);
+        const sdk::ControlHandle<SdkIface> found(m_offered);
+        if (pauses && m_pauses != Pauses::Before)
+            m_pause();
+        return found;
     })};
 };
 
@@ -280,7 +289,7 @@ const std::vector<Pauses> eachSide = {Pauses::Before, Pauses::After};
 
 TEST(CalibrationObserversInEveryOrder, AddedWhileTheControlsReconnect)
 {
-    expectGoodInEveryOrder({Do::Add, Do::Reconnect});
+    expectGoodInEveryOrder({Do::Add, Do::Reconnect}, eachSide);
 }
 
 TEST(CalibrationObserversInEveryOrder, RemovedWhileTheControlsReconnect)
@@ -335,6 +344,42 @@ TEST(CalibrationObserversInEveryOrder, OfAnSdkOfWhichOneRegistrationFails)
         expectGoodInEveryOrder({Do::Remove, Do::Reconnect}, eachSide, failingCall);
         expectGoodInEveryOrder({Do::Remove, Do::Detach, Do::Attach}, eachSide, failingCall);
     }
+}
+
+TEST(CalibrationObserversUnderThreads, AreNotToldOnceTheyAreRemovedByTheSideOfTheirRegistration)
+{
+    const auto fake = std::make_shared<FakeYqIfswCalibrationControl>();
+    Adapter adapter(devices::ReacquiringControl<SdkIface>([&] { return sdk::ControlHandle<SdkIface>(fake); }));
+    Counting observer;
+    std::promise<void> registering;
+    std::promise<void> askedToLetGo;
+    std::promise<void> registered;
+    const std::thread::id owner = std::this_thread::get_id();
+    int steps = 0; // of the thread that registers
+    fake->aroundRegistration = [&] {
+        if (std::this_thread::get_id() != owner) {
+            if (++steps == 1) {
+                registering.set_value();
+                askedToLetGo.get_future().wait();
+            } else if (steps == 2) {
+                fake->observers().back()->onFirstEvent();
+                registered.set_value();
+            }
+        }
+    };
+    std::jthread other([&] { adapter.addObserver(&observer); });
+    registering.get_future().wait();
+    int ownSteps = 0;
+    fake->duringCall = [&] {
+        if (std::this_thread::get_id() == owner && ++ownSteps == 1) {
+            askedToLetGo.set_value();
+            registered.get_future().wait();
+        }
+    };
+    adapter.removeObserver(&observer);
+    EXPECT_EQ(observer.told, 0);
+    other.join();
+    EXPECT_TRUE(fake->observers().empty());
 }
 
 // The same without a scheduler: two threads add and remove an observer of their own, while the controls go and come.
