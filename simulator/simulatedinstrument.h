@@ -30,6 +30,7 @@ class Machine;
 class MemoryState;
 class PotentiometersState;
 class TemperatureState;
+/// What the instrument was given last, if anything was; its own.
 template <typename Stored>
 class LastStored;
 

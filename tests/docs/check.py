@@ -29,8 +29,8 @@ _ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract
 @functools.cache
 def _run_by_ci():
     """The words with which CI runs ./check."""
-    lines = [line.split() for line in _CI.read_text().splitlines() if line.startswith("./check")]
-    return {word for line in lines for word in line[1:] or ["dev"]}
+    lines = [line.split("./check")[1].split() for line in _CI.read_text().splitlines() if " ./check" in line]
+    return {word for line in lines for word in line or ["dev"]}
 
 
 @functools.cache
