@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <string>
-#include <utility>
 
 namespace tov::testing {
 
@@ -12,8 +10,8 @@ namespace tov::testing {
 class Patience
 {
 public:
-    explicit Patience(std::string awaited)
-        : m_awaited(std::move(awaited))
+    explicit Patience(const char* awaited)
+        : m_awaited(awaited)
     {
     }
 
@@ -29,7 +27,7 @@ public:
     }
 
 private:
-    const std::string m_awaited;
+    const char* const m_awaited;
     const std::chrono::steady_clock::time_point m_end = std::chrono::steady_clock::now() + std::chrono::minutes(5);
 };
 

@@ -95,7 +95,7 @@ protected:
     {
         constexpr int rounds = 2000;
         constexpr std::size_t controlsEach = 10;
-        const Patience patience("every thread has reached " + std::to_string(controlsEach) + " controls");
+        const Patience patience("every thread has reached its controls");
         memory.duringSomeCalls = [this] { instrument.release(key); };
         Rendezvous start(threads);
         std::atomic<int> content = 0;

@@ -78,7 +78,7 @@ TEST(TemperaturesUnderThreads, AreReadWholeAndNeverGoBack)
             }
         });
 
-    const Patience patience("both readers have seen " + std::to_string(readingsEach) + " readings");
+    const Patience patience("both readers have seen their readings");
     int warmed = 0;
     for (; warmed < 2000 || (content < 2 && patience.lasts()); ++warmed)
         control->warm();
