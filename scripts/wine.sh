@@ -2,9 +2,10 @@
 # Runs a Windows program: wine.sh PROGRAM [ARGUMENT...]
 # Before many of them:    wine.sh --start, and wine.sh --stop after them
 #
-# Wine keeps its settings in a folder of the project's (DEVICESSERVICE_WINEPREFIX names another), so that nobody's own are touched. It starts processes of its own when a
-# program needs them, which would keep the program's pipes open after its end; --start has them running before, those of
-# the desktop too.
+# Wine keeps its settings in a folder of the project's (DEVICESSERVICE_WINEPREFIX names another), so that nobody's own are
+# touched. Processes that outlive the program (wine's own, which it starts when a program needs them, and a child whose
+# start failed) keep what the program was given as output. They get files, so that whoever reads the program's output waits
+# for the program only.
 set -euo pipefail
 
 export WINEPREFIX=${DEVICESSERVICE_WINEPREFIX:-$HOME/.cache/DevicesService/wine}
@@ -20,5 +21,17 @@ case ${1-} in
         "$wine/wine64" explorer </dev/null >/dev/null 2>&1 &
         ;;
     --stop) "$wine/wineserver64" --kill || true ;;
-    *) exec "$wine/wine64" "$@" ;;
+    *)
+        said=$(mktemp --directory)
+        trap 'rm -rf "$said"' EXIT
+        touch "$said/output" "$said/errors"
+        "$wine/wine64" "$@" <&0 >"$said/output" 2>"$said/errors" &
+        follow() { tail --follow --bytes=+1 --sleep-interval=0.1 --pid="$1" "$2"; }
+        follow $! "$said/output" &
+        follow $! "$said/errors" >&2 &
+        status=0
+        wait %1 || status=$?
+        wait
+        exit $status
+        ;;
 esac
