@@ -21,7 +21,7 @@ public:
     }
 
     /// Tells nobody from now on.
-    void silence() noexcept { m_observer = nullptr; }
+    void silence() noexcept { m_observer.store(nullptr, std::memory_order_release); }
     bool isSilent() const noexcept { return m_observer == nullptr; }
 
     void onFirstEvent() override { relay(&Observer::onFirstEvent); }

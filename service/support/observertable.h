@@ -57,11 +57,11 @@ public:
     {
         if (observer == nullptr)
             return;
-        const auto registration = std::make_shared<Registered>(observer);
+        auto registration = std::make_shared<Registered>(observer);
         std::unique_lock lock(m_mutex);
         if (!m_entries.try_emplace(observer, registration).second)
             return;
-        Call call(*this, registration);
+        Call call(*this, std::move(registration));
         lock.unlock();
         call.attach(m_control.lock());
     }
@@ -73,14 +73,14 @@ public:
         const auto found = m_entries.find(observer);
         if (found == m_entries.end())
             return;
-        const std::shared_ptr<Registered> registration = std::move(found->second);
-        m_entries.erase(found);
-        registration->attached = false;
-        Call call(*this, registration);
-        if (registration->uncertain) // the SDK may be given it after it was asked to let go of it
-            registration->silence();
+        const auto entry = m_entries.extract(found); // keeps the registration until the SDK has let go of it
+        Registered& registration = *entry.mapped();
+        registration.attached = false;
+        Call call(*this, entry.mapped());
+        if (registration.uncertain) // the SDK may be given it after it was asked to let go of it
+            registration.silence();
         lock.unlock();
-        const Silencing silencing(*registration);
+        const Silencing silencing(registration);
         call.detach(m_control.lock());
     }
 
