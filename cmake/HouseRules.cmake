@@ -24,6 +24,13 @@ endif()
 include(GNUInstallDirs)
 set(DEVICESSERVICE_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/DevicesService")
 
+# Where the host library looks for providers, from the folder that the library DevicesService is in.
+if(WIN32)
+    set(DEVICESSERVICE_PROVIDER_DIR "providers") # beside the programs
+else()
+    set(DEVICESSERVICE_PROVIDER_DIR "DevicesService/providers")
+endif()
+
 # Headers that the build writes (export macros, the version), included as <folder>/<name>.
 set(DEVICESSERVICE_GENERATED_DIR "${PROJECT_BINARY_DIR}/include")
 

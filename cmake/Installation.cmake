@@ -4,7 +4,8 @@
 #   development    headers under the paths by which they are included, the CMake package, pkg-config files, examples
 #   simulator      the simulated instrument: library and headers
 #   host           the host library: library and headers
-#   tools          service-console with its manual page and its completion for bash
+#   tools          service-console with its manual page and its completion for bash, the provider of the simulated
+#                  instrument
 #   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.
@@ -16,13 +17,20 @@ install(TARGETS Devices DevicesService EXPORT library
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
-install(TARGETS sdk_zvl_devices devices_framework EXPORT library)
+install(TARGETS sdk_zvl_devices devices_framework devices_provider EXPORT library)
 install(TARGETS devices_simulator EXPORT simulator
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT simulator)
 install(TARGETS devices_host EXPORT host
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
 install(TARGETS service-console
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
+if(WIN32)
+    set(libraries_dir "${CMAKE_INSTALL_BINDIR}")
+else()
+    set(libraries_dir "${CMAKE_INSTALL_LIBDIR}")
+endif()
+install(TARGETS simulated-provider
+    LIBRARY DESTINATION "${libraries_dir}/${DEVICESSERVICE_PROVIDER_DIR}" COMPONENT tools)
 
 install(EXPORT library NAMESPACE DevicesService:: FILE DevicesServiceTargets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
@@ -48,6 +56,7 @@ foreach(folder IN ITEMS devices utils vna)
     install_headers(development "${PROJECT_SOURCE_DIR}/platform/application/${folder}" PATTERN "*.h")
 endforeach()
 install_headers(development "${PROJECT_SOURCE_DIR}/devices" PATTERN "*.h")
+install_headers(development "${PROJECT_SOURCE_DIR}/provider" PATTERN "*.h")
 install_headers(development "${PROJECT_SOURCE_DIR}/service"
     PATTERN "calibrationobserveradapter.h" EXCLUDE
     PATTERN "readfrequencyplan.h" EXCLUDE
@@ -88,7 +97,8 @@ install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"
-    COMPONENT development FILES_MATCHING PATTERN "*.cpp" PATTERN "CMakeLists.txt" PATTERN "build" EXCLUDE)
+    COMPONENT development
+    FILES_MATCHING PATTERN "*.cpp" PATTERN "*.json" PATTERN "CMakeLists.txt" PATTERN "build" EXCLUDE)
 if(DEVICESSERVICE_DOCS)
     install(DIRECTORY "${PROJECT_BINARY_DIR}/docs/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${PROJECT_NAME}"
         COMPONENT documentation)

@@ -57,6 +57,8 @@ try {
     return fail(ExitStatus::BadUse, error.what());
 } catch (const std::exception& error) {
     return fail(ExitStatus::InternalError, std::string("internal error: ") + error.what());
+} catch (...) { // of a provider's
+    return fail(ExitStatus::InternalError, "internal error");
 }
 
 } // namespace tov::console

@@ -2,11 +2,134 @@
 
 #include "service/servicecontrols.h"
 
+#include <QDebug>
+#include <QMetaObject>
+#include <QObject>
+#include <QScopedValueRollback>
+
 #include <algorithm>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <optional>
 #include <ranges>
+#include <thread>
 #include <utility>
 
 namespace tov::host {
+
+namespace {
+
+/// Does one thing after the other, whatever they throw; of that the first is thrown at the end.
+class OneAfterTheOther
+{
+public:
+    template <typename Thing>
+    void attempt(Thing thing)
+    {
+        try {
+            thing();
+        } catch (...) {
+            if (!m_thrown)
+                m_thrown = std::current_exception();
+        }
+    }
+
+    void finish() const
+    {
+        if (m_thrown)
+            std::rethrow_exception(m_thrown);
+    }
+
+private:
+    std::exception_ptr m_thrown;
+};
+
+template <typename Thing>
+void withoutExceptions(const char* when, Thing thing)
+try {
+    thing();
+} catch (const std::exception& error) {
+    qWarning("%s: %s", when, error.what());
+} catch (...) {
+    qWarning("%s: something went wrong", when);
+}
+
+} // namespace
+
+/// What a connection tells, on its way to the owner's thread. What is told there already is passed on at once.
+class InstrumentSession::Notices final : public provider::IControlsListener
+{
+public:
+    explicit Notices(InstrumentSession& session)
+        : m_session(session)
+    {
+        m_session.m_connection->setListener(this);
+    }
+    Notices(const Notices&) = delete;
+    Notices& operator=(const Notices&) = delete;
+    ~Notices() override = default;
+
+    void onControlsAboutToBeReleased(std::shared_ptr<void> hold) override
+    {
+        passOn({.tell = &InstrumentSession::tellOfRelease, .hold = std::move(hold)});
+    }
+
+    void onControlsOffered() override { passOn({.tell = &InstrumentSession::tellOfOffer, .hold = nullptr}); }
+
+    // In the owner's thread. What is told while an adapter hears of something comes after that.
+    void passOnWaiting()
+    {
+        if (m_passingOn)
+            return;
+        const QScopedValueRollback passingOn(m_passingOn, true);
+        while (const auto notice = takeNext())
+            (m_session.*notice->tell)();
+    }
+
+private:
+    struct Notice
+    {
+        void (InstrumentSession::*tell)();
+        std::shared_ptr<void> hold; // let go of when it was told
+    };
+
+    void passOn(Notice notice)
+    {
+        {
+            const std::lock_guard guard(m_mutex);
+            m_waiting.push_back(std::move(notice));
+        }
+        if (std::this_thread::get_id() == m_owner)
+            passOnWaiting();
+        else
+            QMetaObject::invokeMethod(&m_here, [this] { passOnByEventLoop(); }, Qt::QueuedConnection);
+    }
+
+    // An event loop bears no exceptions.
+    void passOnByEventLoop()
+    {
+        withoutExceptions("While an instrument's controls went or came", [this] { passOnWaiting(); });
+    }
+
+    std::optional<Notice> takeNext()
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_waiting.empty())
+            return std::nullopt;
+        std::optional<Notice> next(std::move(m_waiting.front()));
+        m_waiting.pop_front();
+        return next;
+    }
+
+    InstrumentSession& m_session;
+    const std::thread::id m_owner = std::this_thread::get_id();
+    QObject m_here; // in the owner's thread; what waits for its event loop goes with it
+    bool m_passingOn = false;
+
+    std::mutex m_mutex; // guards m_waiting
+    std::deque<Notice> m_waiting;
+};
 
 devices::ControlRegistry registeredControls()
 {
@@ -26,6 +149,30 @@ InstrumentSession::InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devi
 {
 }
 
+InstrumentSession::InstrumentSession(std::unique_ptr<provider::IConnection> connection,
+                                     devices::ControlRegistry registry)
+    : m_connection(std::move(connection))
+    , m_instrument(m_connection->instrument())
+    , m_registry(std::move(registry))
+    , m_notices(std::make_unique<Notices>(*this))
+{
+}
+
+InstrumentSession::~InstrumentSession()
+{
+    constexpr auto closing = "While an instrument was closed";
+    if (!m_connection)
+        return;
+    withoutExceptions(closing, [this] { m_connection->setListener(nullptr); });
+    withoutExceptions(closing, [this] { tellOfRelease(); });
+}
+
+void InstrumentSession::passOnNotices()
+{
+    if (m_notices)
+        m_notices->passOnWaiting();
+}
+
 bool InstrumentSession::isPresent(const ControlName& kind) const
 {
     return m_instrument->findControl(kind.keys.sdk) != nullptr;
@@ -43,6 +190,26 @@ void InstrumentSession::offerControls(const std::function<void()>& offer)
     offer();
     for (auto* observer : lifecycleObservers())
         observer->onControlsAvailable();
+}
+
+void InstrumentSession::tellOfRelease()
+{
+    if (std::exchange(m_released, true))
+        return;
+    OneAfterTheOther tellings;
+    for (auto* observer : lifecycleObservers() | std::views::reverse)
+        tellings.attempt([=] { observer->onControlsAboutToBeReleased(); });
+    tellings.finish();
+}
+
+void InstrumentSession::tellOfOffer()
+{
+    OneAfterTheOther tellings;
+    tellings.attempt([this] { tellOfRelease(); }); // if nobody did
+    m_released = false;
+    for (auto* observer : lifecycleObservers())
+        tellings.attempt([=] { observer->onControlsAvailable(); });
+    tellings.finish();
 }
 
 std::any InstrumentSession::create(const devices::ControlKeys& keys) const

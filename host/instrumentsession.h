@@ -3,6 +3,7 @@
 #include "devices/controlregistry.h"
 #include "devices/icontrollifecycleobserver.h"
 #include "host/controls.h"
+#include "provider/iconnection.h"
 #include "sdk/ivna.h"
 
 #include <any>
@@ -24,19 +25,36 @@ devices::ControlRegistry registeredControls();
 /// instrument's controls go and come. Every adapter that is handed out keeps the instrument alive, so
 /// it may be kept longer than the session.
 ///
-/// Thread: *owner's thread* for the session; the adapters have their own rules.
+/// Thread: *owner's thread* for the session, which is that of its constructor; the adapters have their own rules.
 class InstrumentSession
 {
 public:
-    /// Opens a session on `instrument`, which must not be null.
+    /// Opens a session on `instrument`, which must not be null. Whoever knows when its controls go and come says so by
+    /// `releaseControls()` and `offerControls()`.
     explicit InstrumentSession(std::shared_ptr<sdk::IVna> instrument);
 
     /// The same with a registry of the host's own, for one that registers more than this library.
     InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devices::ControlRegistry registry);
 
+    /// Opens a session on what a provider has opened, which must not be null; the session ends with closing it. What
+    /// the provider tells of the controls, on whatever thread, is passed on to the adapters in the owner's thread: by
+    /// its event loop, or by `passOnNotices()`. The controls stay until the adapters have heard that they go. If they
+    /// went without a word, the adapters hear of both when they are offered again.
+    explicit InstrumentSession(std::unique_ptr<provider::IConnection> connection,
+                               devices::ControlRegistry registry = registeredControls());
+
     InstrumentSession(const InstrumentSession&) = delete;
     InstrumentSession& operator=(const InstrumentSession&) = delete;
-    ~InstrumentSession() = default;
+
+    /// On a connection: tells the adapters that the controls go, and closes it.
+    ~InstrumentSession();
+
+    /// The connection that the session is on; null when there is none.
+    provider::IConnection* connection() const noexcept { return m_connection.get(); }
+
+    /// Passes on what the connection has told, for an owner's thread that has no event loop. What an adapter throws
+    /// comes when all have heard; what was told later waits for the next call. An event loop warns of it instead.
+    void passOnNotices();
 
     /// The adapter of this kind: always the same one, created at the first demand. Null when the
     /// instrument does not have the control; the next demand asks again.
@@ -64,6 +82,8 @@ public:
     void offerControls(const std::function<void()>& offer);
 
 private:
+    class Notices;
+
     struct Kept
     {
         std::uint64_t key;
@@ -74,13 +94,18 @@ private:
     std::any create(const devices::ControlKeys& keys) const;
     const Kept* findKept(std::uint64_t key) const;
     std::vector<devices::IControlLifecycleObserver*> lifecycleObservers() const;
+    void tellOfRelease();
+    void tellOfOffer();
 
     template <typename Exposed>
     std::shared_ptr<Exposed> keepInstrumentAlive(std::shared_ptr<Exposed> adapter) const;
 
+    std::unique_ptr<provider::IConnection> m_connection;
     std::shared_ptr<sdk::IVna> m_instrument;
     devices::ControlRegistry m_registry;
     std::vector<Kept> m_kept;
+    bool m_released = false;            // the adapters have heard that the controls of the connection go
+    std::unique_ptr<Notices> m_notices; // those that wait hold the controls until the adapters have heard
 };
 
 template <typename Exposed>

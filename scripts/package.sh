@@ -38,6 +38,10 @@ try_prefix() { # NAME FOLDER
     quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" \
         -o "$scratch/by-pkg-config"
     expect "temperature: " timeout 60 "$scratch/by-pkg-config"
+    build_example own-provider "$name-own-provider" -DCMAKE_PREFIX_PATH="$prefix"
+    expect '"lo-leakage": true' "$prefix/bin/service-console" --json \
+        --provider "$scratch/$name-own-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
+    expect "looked in: $libraries/DevicesService/providers" "$prefix/bin/service-console" providers
     expect "4711" "$prefix/bin/service-console" serial set 4711
     MANPATH=$prefix/share/man quietly man --local-file "$prefix/share/man/man1/service-console.1"
     echo "$name: the example builds and runs by find_package and by pkg-config"

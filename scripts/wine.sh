@@ -2,10 +2,10 @@
 # Runs a Windows program: wine.sh PROGRAM [ARGUMENT...]
 # Before many of them:    wine.sh --start, and wine.sh --stop after them
 #
-# Wine keeps its settings in a folder of the project's (DEVICESSERVICE_WINEPREFIX names another), so that nobody's own are
-# touched. Processes that outlive the program (wine's own, which it starts when a program needs them, and a child whose
-# start failed) keep what the program was given as output. They get files, so that whoever reads the program's output waits
-# for the program only.
+# Wine keeps its settings in a folder of the project's (DEVICESSERVICE_WINEPREFIX names another), so that nobody's own
+# are touched. Processes that outlive the program (wine's own, which it starts when a program needs them, and a child
+# whose start failed) keep what the program was given as output. They get files, so that whoever reads the program's
+# output waits for the program only.
 set -euo pipefail
 
 export WINEPREFIX=${DEVICESSERVICE_WINEPREFIX:-$HOME/.cache/DevicesService/wine}

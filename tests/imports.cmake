@@ -1,4 +1,5 @@
-# Checks that imports run one way: console -> host -> (service, simulator) -> devices -> platform/sdk.
+# Checks that imports run one way: console -> host -> (service, provider) -> devices -> platform/sdk. The simulator
+# stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
 
@@ -27,15 +28,19 @@ may_import(platform/sdk sdk)
 may_import(platform/application devices sdk utils vna)
 may_import(devices devices sdk)
 may_import(service service devices sdk utils vna)
-may_import(simulator simulator devices sdk)
-may_import(host host service simulator devices sdk utils vna)
-may_import(console console host service simulator devices sdk utils vna)
+may_import(provider provider sdk)
+foreach(room IN ITEMS calibration memory monitoring support tuning)
+    may_import(simulator/${room} simulator devices sdk)
+endforeach()
+may_import(simulator/plugin simulator provider devices sdk)
+may_import(host host provider service devices sdk utils vna)
+may_import(console console host provider service devices sdk utils vna)
 
 # The rooms of the console, each of which may import those above it.
 set(above console/errors.h)
 foreach(room IN ITEMS text files terminal session tuning notifications commandline commands)
     list(APPEND above console/${room})
-    may_import(console/${room} ${above} host service simulator devices sdk utils vna)
+    may_import(console/${room} ${above} host provider service devices sdk utils vna)
 endforeach()
 
 # What is no console's own, so that another program can have it: the settings of the modules, and the files.

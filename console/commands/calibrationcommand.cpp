@@ -8,7 +8,6 @@
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 
 #include <algorithm>
-#include <chrono>
 #include <mutex>
 #include <optional>
 
@@ -86,28 +85,17 @@ private:
     std::optional<SdkCalibrationControlWatcher> m_watcher; // last, so that it is detached before the rest goes
 };
 
-// Does at the unit what is told by each of the signals, and leaves it as it was.
-void exercise(simulator::SimulatedInstrument& instrument, simulator::CalibrationUnit& unit)
-{
-    using Status = simulator::CalibrationUnit::Status;
-    const Status status = unit.status();
-    const QString configuration = unit.configuration();
-    unit.setStatus(status == Status::Ready ? Status::WarmingUp : Status::Ready);
-    unit.setStatus(status);
-    unit.setConfiguration(configuration + " changed");
-    unit.setConfiguration(configuration);
-    unit.beginSave(1000, std::chrono::milliseconds(500));
-    instrument.waitUntilQuiet();
-}
-
 void watchController(ConsoleSession& console, const Arguments& arguments)
 {
     const auto& kind = controllerNamed(arguments.controller);
     const auto handle = console.require(kind);
-    const Watch watch(arguments);
+    const Watch watch(console, arguments);
     Display display(kind.name, console.output().isText());
     display.follow(*handle);
-    watch.run([&] { exercise(console.instrument(), console.instrument().calibrationUnit(kind.keys.sdk)); });
+    watch.run([&] {
+        console.notify(kind);
+        console.waitUntilQuiet();
+    });
 }
 
 } // namespace

@@ -7,24 +7,30 @@ namespace tov::console {
 const char* const exitStatusesHelp =
     "Exit status:\n"
     "  0  done\n"
-    "  1  the instrument lacks the control or did not do what was asked, or a file cannot be used\n"
-    "  2  unknown command or control, or a malformed value; nothing was changed\n"
+    "  1  the instrument cannot be opened, lacks the control or did not do what was asked, or a file cannot be used\n"
+    "  2  unknown command, control, provider or option, or a malformed value; nothing was changed\n"
     "  3  the program itself failed\n";
 
 Command allCommands(CommandSet commands, Options& options)
 {
     Command program("service-console", "Works with the service functions of a vector network analyser.");
     program.flag("--json", options.json, "Answer in JSON on standard output");
-    for (const auto add :
-         {addInfoCommand, addProbeCommand, addFilesCommand, addMemoryCommand, addPotsCommand, addSerialCommand,
-          addUsbCommand, addTermsCommand, addIfswCommand, addPowerCalCommand, addCorrectionsCommand,
-          addCalibrationCommand, addTemperatureCommand, addTuneCommand, addMonitorCommand})
+    for (const auto add : {addInfoCommand, addProbeCommand, addProvidersCommand, addInstrumentsCommand, addFilesCommand,
+                           addMemoryCommand, addPotsCommand, addSerialCommand, addUsbCommand, addTermsCommand,
+                           addIfswCommand, addPowerCalCommand, addCorrectionsCommand, addCalibrationCommand,
+                           addTemperatureCommand, addTuneCommand, addMonitorCommand})
         add(program);
     if (commands == CommandSet::Shell)
         return program;
 
     program.footer(exitStatusesHelp)
         .takes({.name = "--version", .target = Command::Version{devices::service::version}})
+        .takes({.name = "--provider",
+                .target = &options.provider,
+                .type = "NAME-OR-FILE[:OPTION=VALUE,...]",
+                .help = "Open the instrument by this provider; 'providers' lists them (simulated)",
+                .choices = providerNames,
+                .mustNotBeEmpty = "a provider is needed"})
         .takes({.name = "--state",
                 .target = &options.stateFile,
                 .type = "FILE",

@@ -17,6 +17,8 @@ Command allCommands(CommandSet commands, Options& options);
 // Each of these adds one command to `program`.
 void addInfoCommand(Command& program);
 void addProbeCommand(Command& program);
+void addProvidersCommand(Command& program);
+void addInstrumentsCommand(Command& program);
 void addFilesCommand(Command& program);
 void addMemoryCommand(Command& program);
 void addPotsCommand(Command& program);
@@ -35,6 +37,9 @@ void addDemoCommand(Command& program);
 
 /// What can stand where a control is named.
 Words controlNames(const Words& before);
+
+/// What can stand where a provider is named.
+Words providerNames(const Words& before);
 
 /// The lines of the help that tell how the program ends.
 extern const char* const exitStatusesHelp;

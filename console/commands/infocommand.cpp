@@ -35,16 +35,24 @@ void info(ConsoleSession& console)
     const Table controls = registeredControls(console.session());
 
     const std::string version = devices::service::version;
+    const host::ProviderDescription& provider = console.choice().provider;
+    const auto& [id, model, serialNumber, description] = console.instrument();
+    const std::string instrument = (model.isEmpty() ? id : model).toStdString();
 
-    const std::string text = "service-console  " + version + "\nDevicesService   built with " + version
-                             + "\n                 loaded from " + library + "\nQt               " + qVersion()
-                             + "\nInstrument       simulated\n\n" + controls.toText();
+    const std::string text =
+        "service-console  " + version + "\nDevicesService   built with " + version + "\n                 loaded from "
+        + library + "\nQt               " + qVersion() + "\nProvider         " + provider.name.toStdString() + " "
+        + provider.version.toStdString() + "\n                 loaded from " + provider.file.toStdString()
+        + "\nInstrument       " + instrument + "\n\n" + controls.toText();
 
     console.output().answer(text, {{"program", devices::service::version},
                                    {"library-built-with", devices::service::version},
                                    {"library-path", QString::fromStdString(library)},
                                    {"qt", qVersion()},
-                                   {"instrument", "simulated"},
+                                   {"provider", provider.name},
+                                   {"provider-version", provider.version},
+                                   {"provider-path", provider.file},
+                                   {"instrument", QString::fromStdString(instrument)},
                                    {"controls", controls.toJson()}});
 }
 

@@ -27,11 +27,7 @@ public:
     }
     ShownProgress(const ShownProgress&) = delete;
     ShownProgress& operator=(const ShownProgress&) = delete;
-    ~ShownProgress() override
-    {
-        m_console.instrument().waitUntilQuiet();
-        m_memory.removeObserver(this);
-    }
+    ~ShownProgress() override { m_memory.removeObserver(this); }
 
     void onNotification1(const MemoryOperationEvent& event) override { show(event); }
     void onNotification2(const MemoryOperationEvent& event) override { show(event); }
@@ -57,7 +53,9 @@ auto withProgress(ConsoleSession& console, const std::string& what, Operation op
     const auto memory = console.require(host::controls::memoryOperations);
     auto result = [&] {
         const ShownProgress progress(console, *memory, what);
-        return operation(*memory);
+        auto done = operation(*memory);
+        console.waitUntilQuiet();
+        return done;
     }();
     if (!result)
         throw Failure(what + " failed: the instrument gives no reason");

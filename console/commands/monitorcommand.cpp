@@ -26,13 +26,13 @@ void exercise(ConsoleSession& console)
         corrections->setEnabled(correction, enabled);
         break;
     }
-    console.instrument().waitUntilQuiet();
+    console.waitUntilQuiet();
 }
 
 void monitor(ConsoleSession& console, const WatchArguments& arguments)
 {
     const Notifications notifications(console);
-    const Watch watch(arguments);
+    const Watch watch(console, arguments);
     watch.run([&] { exercise(console); });
 }
 

@@ -19,7 +19,7 @@ namespace {
 constexpr auto shellHelp = "Commands are those of service-console, and besides\n"
                            "  notify on|off   print the notifications of the instrument as they come\n"
                            "  release, offer  the instrument takes its controls away, and offers them again\n"
-                           "  wait SECONDS    let time pass for the simulated instrument\n"
+                           "  wait SECONDS    let time pass, for the simulated instrument at once\n"
                            "  help, exit\n";
 
 /// Commands line by line on one instrument.
@@ -70,6 +70,7 @@ private:
 
     ExitStatus runLine(const Words& words)
     {
+        m_console.passOnNotices();
         if (runOwn(words))
             return ExitStatus::Success;
         Options options;
@@ -83,7 +84,7 @@ private:
         m_console.output().discard(); // what a command that failed left
         const ExitStatus status = action(m_console);
         m_console.keep();
-        m_console.instrument().waitUntilQuiet(); // so that notifications come before the next command
+        m_console.waitUntilQuiet(); // so that notifications come before the next command
         m_console.output().print();
         std::cout << std::flush;
         return status;
@@ -92,7 +93,6 @@ private:
     // Whether it was one of the shell's own commands.
     bool runOwn(const Words& words)
     {
-        simulator::SimulatedInstrument& instrument = m_console.instrument();
         if (words.front() == "help") {
             std::cout << shellHelp << std::flush;
         } else if (words.front() == "notify") {
@@ -103,21 +103,21 @@ private:
             else if (!m_notifications)
                 m_notifications.emplace(m_console);
         } else if (words == Words{"release"}) {
-            m_console.session().releaseControls([&] { instrument.releaseControls(); });
+            m_console.releaseControls();
         } else if (words == Words{"offer"}) {
-            m_console.session().offerControls([&] { instrument.offerControls(); });
+            m_console.offerControls();
             if (m_notifications)
                 m_notifications.emplace(m_console); // of those too that were not there before
         } else if (words.front() == "wait") {
             const int seconds = words.size() == 2 ? requireNumber<int>("wait", words[1]) : 1;
             if (words.size() > 2 || seconds < 0)
                 throw BadUse("use 'wait SECONDS'");
-            instrument.passTime(std::chrono::seconds(seconds));
+            m_console.passTime(std::chrono::seconds(seconds));
             m_console.keep();
         } else {
             return false;
         }
-        instrument.waitUntilQuiet();
+        m_console.waitUntilQuiet();
         return true;
     }
 
@@ -133,7 +133,10 @@ void addShellCommand(Command& program)
 {
     program.add("shell", "Work on one instrument, command by command")
         .footer(shellHelp)
-        .runs([](ConsoleSession& console) { return Shell(console).run(); });
+        .runs([](ConsoleSession& console) {
+            console.session(); // the shell is of no use without
+            return Shell(console).run();
+        });
 }
 
 } // namespace tov::console

@@ -126,18 +126,19 @@ private:
 void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
 {
     const auto control = console.require(host::controls::temperature);
-    const Watch watch(arguments);
+    const Watch watch(console, arguments);
     LiveTemperatures live(*control, console.output().isText());
     live.update();
     const auto connection =
         QObject::connect(control.get(), &SdkTemperatureControl::temperaturesChanged, [&live] { live.update(); });
 
-    // Nobody else lets time pass for the simulated instrument.
     const auto tick = [&] {
-        console.instrument().passTime(std::chrono::seconds(1));
-        console.instrument().waitUntilQuiet();
+        console.passTime(std::chrono::seconds(1));
+        console.waitUntilQuiet();
     };
-    watch.run(tick, tick);
+    // Nobody else lets time pass for an instrument with a clock of its own.
+    const bool hasOwnClock = console.can(provider::ITestHooks::Ability::PassTime);
+    watch.run(tick, hasOwnClock ? tick : std::function<void()>());
     QObject::disconnect(connection);
 }
 

@@ -1,5 +1,7 @@
 #include "console/notifications/watching.h"
 
+#include "console/session/consolesession.h"
+
 #include <atomic>
 #include <chrono>
 #include <csignal>
@@ -21,8 +23,9 @@ void stop(int /*signal*/)
 
 } // namespace
 
-Watch::Watch(const WatchArguments& arguments)
-    : m_exercise(arguments.exercise)
+Watch::Watch(ConsoleSession& console, const WatchArguments& arguments)
+    : m_console(console)
+    , m_exercise(arguments.exercise)
     , m_interrupt(std::signal(SIGINT, stop))
     , m_terminate(std::signal(SIGTERM, stop))
 {
@@ -45,6 +48,7 @@ void Watch::run(const std::function<void()>& exercise, const std::function<void(
         exercise();
     for (auto next = Clock::now() + std::chrono::seconds(1); m_exercise == 0 && !stopped;) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        m_console.passOnNotices();
         if (!everySecond || Clock::now() < next)
             continue;
         everySecond();

@@ -4,6 +4,8 @@
 
 namespace tov::console {
 
+class ConsoleSession;
+
 /// What the help says of `--exercise COUNT`.
 inline constexpr auto exerciseHelp =
     "Make the instrument notify COUNT times, by operations that change nothing, and end";
@@ -18,7 +20,7 @@ struct WatchArguments
 class Watch
 {
 public:
-    explicit Watch(const WatchArguments& arguments);
+    Watch(ConsoleSession& console, const WatchArguments& arguments);
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
@@ -32,6 +34,7 @@ public:
 private:
     using Handler = void (*)(int);
 
+    ConsoleSession& m_console;
     const int m_exercise;
     const Handler m_interrupt;
     const Handler m_terminate;

@@ -1,52 +1,144 @@
 #include "console/session/consolesession.h"
 
-#include <QFile>
+#include "console/terminal/spinner.h"
 
-#include <stdexcept>
+#include <algorithm>
+#include <thread>
+#include <type_traits>
 #include <utility>
 
 namespace tov::console {
 
-ConsoleSession::ConsoleSession(const Options& options)
-    : m_output(options.json ? Output::Form::Json : Output::Form::Text)
-    , m_stateFile(QString::fromStdString(options.stateFile))
-    , m_instrument(std::make_shared<simulator::SimulatedInstrument>())
-    , m_session(m_instrument)
+using provider::ITestHooks;
+using provider::Result;
+
+namespace {
+
+template <typename Error, typename Value>
+Value orThrow(Result<Value> result)
 {
-    for (const std::string& name : options.missing)
-        m_instrument->unfitControl(controlNamed(name).keys.sdk);
-    if (keepsState())
-        openStateFile();
+    if (!result)
+        throw Error(result.error().toStdString());
+    if constexpr (!std::is_void_v<Value>)
+        return std::move(*result);
 }
 
-void ConsoleSession::openStateFile()
+constexpr QLatin1StringView stateOption("state");
+
+/// For an instrument that tests cannot do anything to.
+class NoHooks final : public ITestHooks
 {
-    // A lock file that a killed program left empty is only known to be nobody's after this time; one whose
-    // owner lives is never taken away.
-    constexpr int ownerlessAfter = 1000; // ms
-    constexpr int patience = 5000;       // ms
-    m_stateLock.emplace(m_stateFile + ".lock");
-    m_stateLock->setStaleLockTime(ownerlessAfter);
-    if (!m_stateLock->tryLock(patience)) {
-        const bool taken = m_stateLock->error() == QLockFile::LockFailedError;
-        throw Failure(m_stateFile.toStdString()
-                      + (taken ? ": another command uses this state; try again when it has ended"
-                               : ": the state cannot be locked; is its folder there and writable?"));
+public:
+    std::vector<Ability> abilities() const override { return {}; }
+};
+
+} // namespace
+
+ConsoleSession::ConsoleSession(const Options& options)
+    : m_options(options)
+    , m_output(options.json ? Output::Form::Json : Output::Form::Text)
+{
+    for (const std::string& name : m_options.missing)
+        controlNamed(name); // throws for an unknown one
+}
+
+const host::ProviderChoice& ConsoleSession::choice()
+{
+    if (m_choice)
+        return *m_choice;
+    QString named = QString::fromStdString(m_options.provider);
+    if (named.isEmpty())
+        named = qEnvironmentVariable("DEVICESSERVICE_PROVIDER");
+    if (named.isEmpty())
+        named = QStringLiteral("simulated");
+    auto choice = orThrow<BadUse>(host::chooseProvider(named));
+    for (const std::string& name : m_options.missing)
+        orThrow<BadUse>(host::setOption(choice, QStringLiteral("missing"), QString::fromStdString(name)));
+    if (!m_options.stateFile.empty())
+        orThrow<BadUse>(host::setOption(choice, stateOption, QString::fromStdString(m_options.stateFile)));
+    return m_choice.emplace(std::move(choice));
+}
+
+host::InstrumentSession& ConsoleSession::session()
+{
+    if (!m_session) {
+        const host::ProviderChoice& chosen = choice();
+        auto opened = orThrow<Failure>(
+            withSpinner("opening " + chosen.provider.name.toStdString(), [&] { return host::openInstrument(chosen); }));
+        m_instrument = std::move(opened.description);
+        m_session = std::make_unique<host::InstrumentSession>(std::move(opened.connection));
     }
-    try {
-        if (QFile::exists(m_stateFile))
-            m_instrument->load(m_stateFile);
-    } catch (const std::runtime_error& error) {
-        throw Failure(error.what());
-    }
+    return *m_session;
+}
+
+const provider::InstrumentDescription& ConsoleSession::instrument()
+{
+    session();
+    return m_instrument;
+}
+
+ITestHooks& ConsoleSession::hooks()
+{
+    static NoHooks none;
+    ITestHooks* const hooks = session().connection()->testHooks();
+    return hooks != nullptr ? *hooks : none;
+}
+
+bool ConsoleSession::keepsState()
+{
+    return !choice().options[stateOption].toString().isEmpty();
 }
 
 void ConsoleSession::keep()
-try {
-    if (keepsState())
-        m_instrument->save(m_stateFile);
-} catch (const std::runtime_error& error) {
-    throw Failure(error.what());
+{
+    if (m_session)
+        orThrow<Failure>(m_session->connection()->keep());
+}
+
+void ConsoleSession::releaseControls()
+{
+    orThrow<Failure>(hooks().releaseControls());
+    waitUntilQuiet();
+}
+
+void ConsoleSession::offerControls()
+{
+    orThrow<Failure>(hooks().offerControls());
+    waitUntilQuiet();
+}
+
+void ConsoleSession::notify(const host::ControlName& control)
+{
+    orThrow<Failure>(hooks().notify(control.keys.sdk));
+}
+
+void ConsoleSession::passOnNotices()
+{
+    if (m_session)
+        m_session->passOnNotices();
+}
+
+bool ConsoleSession::can(ITestHooks::Ability ability)
+{
+    const auto abilities = hooks().abilities();
+    return std::ranges::find(abilities, ability) != abilities.end();
+}
+
+void ConsoleSession::passTime(std::chrono::seconds time)
+{
+    if (can(ITestHooks::Ability::PassTime))
+        orThrow<Failure>(hooks().passTime(time));
+    else
+        std::this_thread::sleep_for(time);
+}
+
+void ConsoleSession::waitUntilQuiet()
+{
+    if (!m_session)
+        return;
+    if (can(ITestHooks::Ability::WaitUntilQuiet))
+        orThrow<Failure>(hooks().waitUntilQuiet());
+    passOnNotices();
 }
 
 } // namespace tov::console

@@ -3,11 +3,9 @@
 #include "console/session/controls.h"
 #include "console/terminal/output.h"
 #include "host/instrumentsession.h"
-#include "simulator/simulatedinstrument.h"
+#include "host/providers.h"
 
-#include <QLockFile>
-#include <QString>
-
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,42 +17,69 @@ namespace tov::console {
 struct Options
 {
     bool json = false;                ///< answers in JSON instead of text
-    std::vector<std::string> missing; ///< names of controls that the instrument lacks
-    std::string stateFile;            ///< where the instrument is kept; empty: nowhere
+    std::string provider;             ///< by what the instrument is opened; empty: as the environment says
+    std::vector<std::string> missing; ///< names of controls that the simulated instrument lacks
+    std::string stateFile;            ///< where it is kept; empty: nowhere
 };
 
-/// What a command works with: an open instrument and a place for its answer.
+/// What a command works with: an instrument and a place for its answer.
 class ConsoleSession
 {
 public:
-    /// Opens a simulated instrument, the one that is kept in the state file if there is such a file. Throws
-    /// `BadUse` for an unknown control and `Failure` for a state file that cannot be used.
+    /// Opens nothing yet. Throws `BadUse` for an unknown control.
     explicit ConsoleSession(const Options& options);
 
     Output& output() noexcept { return m_output; }
-    host::InstrumentSession& session() noexcept { return m_session; }
-    simulator::SimulatedInstrument& instrument() noexcept { return *m_instrument; }
+
+    /// The session on the instrument, which the first call opens. Throws `BadUse` when there is no such provider or
+    /// option, and `Failure` when the instrument cannot be opened.
+    host::InstrumentSession& session();
 
     /// The adapter of this kind. Throws `Failure` when the instrument lacks it.
     template <typename Exposed>
     std::shared_ptr<Exposed> require(const host::Control<Exposed>& kind)
     {
-        return requireFrom(m_session, kind);
+        return requireFrom(session(), kind);
     }
 
-    bool keepsState() const { return !m_stateFile.isEmpty(); }
+    /// By what the instrument is opened. Opens nothing, and throws `BadUse` as `session()` does.
+    const host::ProviderChoice& choice();
 
-    /// Keeps what the command changed in the state file, if there is one. Throws `Failure`.
+    /// The instrument as its provider describes it.
+    const provider::InstrumentDescription& instrument();
+
+    /// Whether it is kept in a file.
+    bool keepsState();
+
+    /// Keeps what the command changed, where the provider does that. Throws `Failure`.
     void keep();
 
-private:
-    void openStateFile();
+    /// Has the instrument release its controls, offer them again, or the control notify. These throw `Failure` where
+    /// the provider cannot do that.
+    void releaseControls();
+    void offerControls();
+    void notify(const host::ControlName& control);
 
+    /// Whether it does what only tests can ask for.
+    bool can(provider::ITestHooks::Ability ability);
+
+    /// Has the adapters hear of what the provider has told of the controls.
+    void passOnNotices();
+
+    /// Lets time pass: where that can be asked for, at once.
+    void passTime(std::chrono::seconds time);
+
+    /// Returns when everything has been told, where that can be known; at once when nothing was opened.
+    void waitUntilQuiet();
+
+private:
+    provider::ITestHooks& hooks();
+
+    const Options m_options;
     Output m_output;
-    QString m_stateFile;
-    std::optional<QLockFile> m_stateLock;
-    std::shared_ptr<simulator::SimulatedInstrument> m_instrument;
-    host::InstrumentSession m_session;
+    std::optional<host::ProviderChoice> m_choice;
+    provider::InstrumentDescription m_instrument;       // once it is open
+    std::unique_ptr<host::InstrumentSession> m_session; // null until then
 };
 
 } // namespace tov::console

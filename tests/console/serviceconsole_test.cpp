@@ -1,3 +1,4 @@
+#include "console/consoleprogram.h"
 #include "patience.h"
 
 #include <gmock/gmock.h>
@@ -27,50 +28,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-struct Outcome
-{
-    int status;
-    std::string output;
-    std::string errors;
-
-    QJsonObject json() const { return QJsonDocument::fromJson(QByteArray::fromStdString(output)).object(); }
-};
-
-// What a program printed, with its lines ended by a line feed whatever the platform's way is.
-std::string linesOf(QByteArray printed)
-{
-    return printed.replace("\r\n", "\n").toStdString();
-}
-
-// Wine refuses to start a process now and then; one that has started is never tried again.
-void start(QProcess& process, const QStringList& arguments)
-{
-    process.start(SERVICE_CONSOLE, arguments);
-    for (int failures = 0; !process.waitForStarted(-1) && failures < 3; ++failures)
-        process.start(SERVICE_CONSOLE, arguments);
-}
-
-Outcome console(const QStringList& arguments)
-{
-    QProcess process;
-    start(process, arguments);
-    EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
-}
-
-// One line that begins with the program's name, and nothing on standard output.
-void expectError(const QStringList& arguments, int status, const std::string& says)
-{
-    const Outcome run = console(arguments);
-    const std::string shown = arguments.join(' ').toStdString();
-    EXPECT_EQ(run.status, status) << shown;
-    EXPECT_THAT(run.output, IsEmpty()) << shown;
-    EXPECT_THAT(run.errors, StartsWith("service-console: ")) << shown;
-    EXPECT_THAT(run.errors, HasSubstr(says)) << shown;
-    EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << shown << "\n" << run.errors;
-}
-
 } // namespace
 
 TEST(ServiceConsole, HelpsAtEveryLevel)
@@ -78,6 +35,8 @@ TEST(ServiceConsole, HelpsAtEveryLevel)
     const QStringList levels[] = {{},
                                   {"info"},
                                   {"probe"},
+                                  {"providers"},
+                                  {"instruments"},
                                   {"files"},
                                   {"files", "put"},
                                   {"memory"},

@@ -49,7 +49,8 @@ def _is_left_to_ci(command):
 
 def environment():
     """The user's, with the console of the debug build first in the path, and without what would change its answers."""
-    environment = {name: value for name, value in os.environ.items() if not name.startswith(("LC_", "LANG"))}
+    others = ("LC_", "LANG", "DEVICESSERVICE_PROVIDER")
+    environment = {name: value for name, value in os.environ.items() if not name.startswith(others)}
     environment["LC_ALL"] = "C.UTF-8"
     environment["PATH"] = f"{pages.PROJECT / 'build' / 'dev' / 'bin'}:{environment['PATH']}"
     return environment

@@ -3,6 +3,7 @@
 #include "devices/icontrollifecycleobserver.h"
 #include "fakes/fakeinstrument.h"
 #include "host/loadedlibrary.h"
+#include "host/toldadapter.h"
 #include "simulator/simulatedinstrument.h"
 
 #include <QFileInfo>
@@ -52,14 +53,6 @@ private:
 struct Nothing
 {
 };
-
-/// A registry with one kind of control, which `make` makes.
-template <typename Make>
-void add(devices::ControlRegistry& registry, std::uint64_t key, Make make)
-{
-    registry.addEntry(
-        devices::ControlRegistry::ControlEntry<sdk::IVna>{key, [make](sdk::IVna*) { return std::any(make()); }});
-}
 
 } // namespace
 
@@ -132,23 +125,7 @@ TEST(InstrumentSessionLife, KeepsTheInstrumentUntilTheLastAdapterIsGone)
 
 namespace {
 
-/// An adapter that is told of releases, and one that is not but must be passed over.
-class ToldAdapter : public devices::IControlLifecycleObserver
-{
-public:
-    ToldAdapter(std::string name, std::vector<std::string>& story)
-        : m_name(std::move(name))
-        , m_story(story)
-    {
-    }
-    void onControlsAboutToBeReleased() override { m_story.push_back(m_name + " lets go"); }
-    void onControlsAvailable() override { m_story.push_back(m_name + " comes back"); }
-
-private:
-    std::string m_name;
-    std::vector<std::string>& m_story;
-};
-
+/// An adapter that is not told of releases.
 class UntoldAdapter
 {
 public:

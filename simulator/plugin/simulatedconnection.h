@@ -1,0 +1,57 @@
+#pragma once
+
+#include "provider/iconnection.h"
+#include "simulator/simulatedinstrument.h"
+
+#include <QLockFile>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace tov::simulator {
+
+/// A simulated instrument that is open.
+class SimulatedConnection final : public provider::IConnection, public provider::ITestHooks
+{
+public:
+    explicit SimulatedConnection(const Configuration& configuration);
+    SimulatedConnection(const SimulatedConnection&) = delete;
+    SimulatedConnection& operator=(const SimulatedConnection&) = delete;
+    ~SimulatedConnection() override;
+
+    SimulatedInstrument& simulated() noexcept { return *m_instrument; }
+
+    /// Makes the instrument the one that is kept in `file`, if there is such a file, and keeps it there. Nobody else
+    /// may meanwhile.
+    provider::Result<void> keepIn(const QString& file);
+
+    std::shared_ptr<sdk::IVna> instrument() override { return m_instrument; }
+    void setListener(provider::IControlsListener* listener) override;
+    provider::Result<void> keep() override;
+    provider::ITestHooks* testHooks() override { return this; }
+
+    std::vector<Ability> abilities() const override;
+    provider::Result<void> releaseControls() override;
+    provider::Result<void> offerControls() override;
+    provider::Result<void> notify(sdk::Key control) override;
+    provider::Result<void> setAnswer(sdk::Key control, const QString& operation, Answer answer) override;
+    provider::Result<void> passTime(std::chrono::milliseconds time) override;
+    provider::Result<void> waitUntilQuiet() override;
+
+private:
+    bool isOffering() const;
+
+    const std::shared_ptr<SimulatedInstrument> m_instrument;
+    QString m_file; // empty: the instrument is kept nowhere
+    std::optional<QLockFile> m_lock;
+
+    // Whether the controls go when nobody holds them any more; shared with the hold.
+    const std::shared_ptr<std::atomic<bool>> m_going = std::make_shared<std::atomic<bool>>(false);
+
+    std::recursive_mutex m_mutex; // guards m_listener, also while it is told
+    provider::IControlsListener* m_listener = nullptr;
+};
+
+} // namespace tov::simulator

@@ -1,0 +1,109 @@
+#include "simulator/plugin/simulatedprovider.h"
+
+#include "simulator/plugin/simulatedconnection.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+namespace tov::simulator {
+
+using namespace Qt::StringLiterals;
+using provider::Result;
+
+namespace {
+
+// A number that is not above `most`, which is what can be done with it.
+Result<qulonglong> number(const QVariantMap& options, const QString& name, qulonglong most)
+{
+    const qulonglong given = options[name].toULongLong();
+    if (given > most)
+        return std::unexpected(
+            u"%1 is too much for the option '%2', which is at most %3"_s.arg(given).arg(name).arg(most));
+    return given;
+}
+
+Result<Configuration> configurationOf(const QVariantMap& options)
+{
+    constexpr qulonglong hour = 3'600'000'000; // µs
+    constexpr qulonglong gigabyte = 1024ULL * 1024 * 1024;
+    const auto delay = number(options, u"delay"_s, hour);
+    const auto seed = number(options, u"seed"_s, std::numeric_limits<std::uint32_t>::max());
+    const auto fileCapacity = number(options, u"file-capacity"_s, gigabyte);
+    const auto memorySize = number(options, u"memory-size"_s, gigabyte);
+    for (const auto* const each : {&delay, &seed, &fileCapacity, &memorySize})
+        if (!*each)
+            return std::unexpected(each->error());
+
+    Timing timing;
+    if (options["answers"_L1] == "later"_L1)
+        timing.answers = Timing::Answers::Later;
+    if (options["order"_L1] == "shuffled"_L1)
+        timing.order = Timing::Order::Shuffled;
+    timing.delay = std::chrono::microseconds(*delay);
+    timing.seed = static_cast<std::uint32_t>(*seed);
+    return Configuration{
+        .timing = timing, .fileCapacity = *fileCapacity, .memorySize = static_cast<std::size_t>(*memorySize)};
+}
+
+Result<const devices::ControlName*> controlNamed(const QString& name)
+{
+    const std::string wanted = name.toStdString();
+    const auto& all = devices::controls::all;
+    const auto found = std::ranges::find(all, wanted, &devices::ControlName::name);
+    if (found == all.end())
+        return std::unexpected(u"the simulated instrument has no control '%1'"_s.arg(name));
+    return &*found;
+}
+
+Result<void> setFault(SimulatedConnection& connection, const QString& fault)
+{
+    using Answer = provider::ITestHooks::Answer;
+    static const QMap<QString, Answer> answers{{u"error"_s, Answer::WithError},
+                                               {u"late"_s, Answer::Late},
+                                               {u"throw"_s, Answer::Throwing},
+                                               {u"release"_s, Answer::ReleasingTheControls}};
+
+    const QString where = fault.section(u'=', 0, 0);
+    const auto answer = answers.find(fault.section(u'=', 1));
+    if (answer == answers.end())
+        return std::unexpected(
+            u"'%1' is no fault; one is CONTROL.OPERATION=error, =late, =throw or =release"_s.arg(fault));
+    const auto control = controlNamed(where.section(u'.', 0, 0));
+    if (!control)
+        return std::unexpected(control.error());
+    return connection.setAnswer((*control)->keys.sdk, where.section(u'.', 1), *answer);
+}
+
+} // namespace
+
+Result<std::vector<provider::InstrumentDescription>> SimulatedProvider::instruments()
+{
+    return std::vector{provider::InstrumentDescription{
+        .id = u"simulated"_s, .model = u"simulated"_s, .serialNumber = {}, .description = u"In this process"_s}};
+}
+
+Result<std::unique_ptr<provider::IConnection>> SimulatedProvider::open(const QString& id, const QVariantMap& options)
+{
+    if (id != "simulated"_L1)
+        return std::unexpected(u"there is no simulated instrument '%1'; there is 'simulated'"_s.arg(id));
+    const auto configuration = configurationOf(options);
+    if (!configuration)
+        return std::unexpected(configuration.error());
+    auto connection = std::make_unique<SimulatedConnection>(*configuration);
+    for (const QString& name : options["missing"_L1].toStringList()) {
+        const auto control = controlNamed(name);
+        if (!control)
+            return std::unexpected(control.error());
+        connection->simulated().unfitControl((*control)->keys.sdk);
+    }
+    for (const QString& fault : options["fault"_L1].toStringList())
+        if (const auto set = setFault(*connection, fault); !set)
+            return std::unexpected(set.error());
+    if (const QString file = options["state"_L1].toString(); !file.isEmpty())
+        if (const auto kept = connection->keepIn(file); !kept)
+            return std::unexpected(kept.error());
+    return connection;
+}
+
+} // namespace tov::simulator

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QByteArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
+
+#include <algorithm>
+#include <string>
+
+namespace tov::testing {
+
+/// How a run of the console ended.
+struct Outcome
+{
+    int status;
+    std::string output;
+    std::string errors;
+
+    QJsonObject json() const { return QJsonDocument::fromJson(QByteArray::fromStdString(output)).object(); }
+};
+
+// What a program printed, with its lines ended by a line feed whatever the platform's way is.
+inline std::string linesOf(QByteArray printed)
+{
+    return printed.replace("\r\n", "\n").toStdString();
+}
+
+// Wine refuses to start a process now and then; one that has started is never tried again.
+inline void start(QProcess& process, const QStringList& arguments)
+{
+    process.start(SERVICE_CONSOLE, arguments);
+    for (int failures = 0; !process.waitForStarted(-1) && failures < 3; ++failures)
+        process.start(SERVICE_CONSOLE, arguments);
+}
+
+inline Outcome finish(QProcess& process)
+{
+    EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
+}
+
+inline Outcome console(const QStringList& arguments)
+{
+    QProcess process;
+    start(process, arguments);
+    return finish(process);
+}
+
+// One line that begins with the program's name, and nothing on standard output.
+inline void expectError(const QStringList& arguments, int status, const std::string& says)
+{
+    using namespace ::testing;
+
+    const Outcome run = console(arguments);
+    const std::string shown = arguments.join(' ').toStdString();
+    EXPECT_EQ(run.status, status) << shown;
+    EXPECT_THAT(run.output, IsEmpty()) << shown;
+    EXPECT_THAT(run.errors, StartsWith("service-console: ")) << shown;
+    EXPECT_THAT(run.errors, HasSubstr(says)) << shown;
+    EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << shown << "\n" << run.errors;
+}
+
+} // namespace tov::testing
