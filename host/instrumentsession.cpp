@@ -2,8 +2,9 @@
 
 #include "service/servicecontrols.h"
 
+#include <QCoreApplication>
 #include <QDebug>
-#include <QMetaObject>
+#include <QEvent>
 #include <QObject>
 #include <QScopedValueRollback>
 
@@ -57,8 +58,9 @@ try {
 
 } // namespace
 
-/// What a connection tells, on its way to the owner's thread. What is told there already is passed on at once.
-class InstrumentSession::Notices final : public provider::IControlsListener
+/// What a connection tells, on its way to the owner's thread, where this object is. What is told there already is
+/// passed on at once.
+class InstrumentSession::Notices final : public QObject, public provider::IControlsListener
 {
 public:
     explicit Notices(InstrumentSession& session)
@@ -103,13 +105,16 @@ private:
         if (std::this_thread::get_id() == m_owner)
             passOnWaiting();
         else
-            QMetaObject::invokeMethod(&m_here, [this] { passOnByEventLoop(); }, Qt::QueuedConnection);
+            QCoreApplication::postEvent(this, std::make_unique<QEvent>(QEvent::User).release());
     }
 
-    // An event loop bears no exceptions.
-    void passOnByEventLoop()
+    // Called by the event loop, which bears no exceptions.
+    bool event(QEvent* event) override
     {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
         withoutExceptions("While an instrument's controls went or came", [this] { passOnWaiting(); });
+        return true;
     }
 
     std::optional<Notice> takeNext()
@@ -124,7 +129,6 @@ private:
 
     InstrumentSession& m_session;
     const std::thread::id m_owner = std::this_thread::get_id();
-    QObject m_here; // in the owner's thread; what waits for its event loop goes with it
     bool m_passingOn = false;
 
     std::mutex m_mutex; // guards m_waiting

@@ -27,12 +27,18 @@ std::string typeOf(const host::ProviderOption& option)
     return "text";
 }
 
+std::string defaultOf(const host::ProviderOption& option)
+{
+    const QVariant& value = option.valueIfNotGiven;
+    return (option.type == host::ProviderOption::Type::List ? value.toStringList().join(", ") : value.toString())
+        .toStdString();
+}
+
 Table optionsOf(const host::ProviderDescription& provider)
 {
     Table table({"option", "value", "default", "meaning"});
     for (const host::ProviderOption& option : provider.options)
-        table.addRow({option.name.toStdString(), typeOf(option),
-                      option.valueIfNotGiven.toStringList().join(", ").toStdString(), option.meaning.toStdString()});
+        table.addRow({option.name.toStdString(), typeOf(option), defaultOf(option), option.meaning.toStdString()});
     return table;
 }
 

@@ -65,9 +65,9 @@ TEST_F(ServiceConsoleProviders, AreListedWithTheirOptionsAndWhereWasLooked)
     put("own-provider");
     const Outcome listed = run({"providers"});
     EXPECT_EQ(listed.status, 0);
-    EXPECT_THAT(listed.output,
-                AllOf(StartsWith("own 1.0  The smallest provider"), HasSubstr("\nsimulated "), HasSubstr("\nenabled "),
-                      HasSubstr("\nmemory-size "), HasSubstr("looked in: " + folder.path().toStdString())));
+    EXPECT_THAT(listed.output, AllOf(StartsWith("own 1.0  The smallest provider"), HasSubstr("\nsimulated "),
+                                     HasSubstr("\nenabled "), HasSubstr("  65536     Size of the memory"),
+                                     HasSubstr("looked in: " + folder.path().toStdString())));
 
     const QJsonArray providers = run({"--json", "providers"}).json()["providers"].toArray();
     ASSERT_EQ(providers.size(), 2);
