@@ -85,8 +85,13 @@ public:
         if (m_passingOn)
             return;
         const QScopedValueRollback passingOn(m_passingOn, true);
-        while (const auto notice = takeNext())
-            (m_session.*notice->tell)();
+        try {
+            while (const auto notice = takeNext())
+                (m_session.*notice->tell)();
+        } catch (...) {
+            wakeOwner(); // for what still waits
+            throw;
+        }
     }
 
 private:
@@ -105,8 +110,10 @@ private:
         if (std::this_thread::get_id() == m_owner)
             passOnWaiting();
         else
-            QCoreApplication::postEvent(this, std::make_unique<QEvent>(QEvent::User).release());
+            wakeOwner();
     }
+
+    void wakeOwner() { QCoreApplication::postEvent(this, std::make_unique<QEvent>(QEvent::User).release()); }
 
     // Called by the event loop, which bears no exceptions.
     bool event(QEvent* event) override
@@ -209,7 +216,10 @@ void InstrumentSession::tellOfRelease()
 void InstrumentSession::tellOfOffer()
 {
     OneAfterTheOther tellings;
-    tellings.attempt([this] { tellOfRelease(); }); // if nobody did
+    // Also to those who have heard already: what was attached since, or could not be detached from controls that were
+    // gone by then, takes itself for attached.
+    m_released = false;
+    tellings.attempt([this] { tellOfRelease(); });
     m_released = false;
     for (auto* observer : lifecycleObservers())
         tellings.attempt([=] { observer->onControlsAvailable(); });

@@ -43,9 +43,9 @@ struct InstrumentDescription
 ///         ]
 ///     }
 ///
-/// A name consists of small letters, digits and hyphens. The type of an option is `flag` (true, false), `number` (a
-/// whole one, not below 0), `text`, `choice` (one of the texts that `"choices"` lists) or `list` (texts: the option may
-/// be given more than once). What has no default is false, 0, empty, or the first choice. The option `instrument`, the
+/// A name consists of small letters, digits and hyphens. The type of an option is "flag" (true, false), "number" (a
+/// whole one, not below 0), "text", "choice" (one of the texts that "choices" lists) or "list" (texts: the option may
+/// be given more than once). What has no default is false, 0, empty, or the first choice. The option "instrument", the
 /// id of the one to open, is the host's.
 ///
 /// Thread: one at a time, on any thread.

@@ -26,11 +26,13 @@ case ${1-} in
         trap 'rm -rf "$said"' EXIT
         touch "$said/output" "$said/errors"
         "$wine/wine64" "$@" <&0 >"$said/output" 2>"$said/errors" &
-        follow() { tail --follow --bytes=+1 --sleep-interval=0.1 --pid="$1" "$2"; }
-        follow $! "$said/output" &
-        follow $! "$said/errors" >&2 &
+        program=$!
+        trap 'kill "$program" 2>/dev/null || true; exit 143' TERM INT
+        follow() { tail --follow --bytes=+1 --sleep-interval=0.1 --pid="$program" "$1"; }
+        follow "$said/output" &
+        follow "$said/errors" >&2 &
         status=0
-        wait %1 || status=$?
+        wait "$program" || status=$?
         wait
         exit $status
         ;;

@@ -47,6 +47,8 @@ public:
                 m_status = fail(ExitStatus::Failure, error.what());
             } catch (const BadUse& error) {
                 m_status = fail(ExitStatus::BadUse, error.what());
+            } catch (const std::exception& error) { // of the instrument's, which may throw
+                m_status = fail(ExitStatus::InternalError, std::string("internal error: ") + error.what());
             }
         }
         return m_status;

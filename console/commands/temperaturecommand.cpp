@@ -129,8 +129,10 @@ void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
     const Watch watch(console, arguments);
     LiveTemperatures live(*control, console.output().isText());
     live.update();
-    const auto connection =
-        QObject::connect(control.get(), &SdkTemperatureControl::temperaturesChanged, [&live] { live.update(); });
+    const QObject here; // the connection ends with it
+    QObject::connect(
+        control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [&live] { live.update(); },
+        Qt::DirectConnection);
 
     const auto tick = [&] {
         console.passTime(std::chrono::seconds(1));
@@ -139,7 +141,6 @@ void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
     // Nobody else lets time pass for an instrument with a clock of its own.
     const bool hasOwnClock = console.can(provider::ITestHooks::Ability::PassTime);
     watch.run(tick, hasOwnClock ? tick : std::function<void()>());
-    QObject::disconnect(connection);
 }
 
 } // namespace

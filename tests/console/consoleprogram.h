@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStringList>
 
 #include <algorithm>
@@ -29,9 +30,20 @@ inline std::string linesOf(QByteArray printed)
     return printed.replace("\r\n", "\n").toStdString();
 }
 
+// The environment without what whoever runs the tests has set for the console.
+inline QProcessEnvironment environmentOfTests()
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("DEVICESSERVICE_PROVIDER");
+    environment.remove("DEVICESSERVICE_PROVIDER_PATH");
+    return environment;
+}
+
 // Wine refuses to start a process now and then; one that has started is never tried again.
 inline void start(QProcess& process, const QStringList& arguments)
 {
+    if (process.processEnvironment().isEmpty())
+        process.setProcessEnvironment(environmentOfTests());
     process.start(SERVICE_CONSOLE, arguments);
     for (int failures = 0; !process.waitForStarted(-1) && failures < 3; ++failures)
         process.start(SERVICE_CONSOLE, arguments);

@@ -49,7 +49,7 @@ protected:
 
     static QProcessEnvironment with(const QString& name, const QString& value)
     {
-        auto environment = QProcessEnvironment::systemEnvironment();
+        auto environment = environmentOfTests();
         environment.insert(name, value);
         return environment;
     }
@@ -222,6 +222,19 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentItsFaults)
     expect("simulated:missing=serial-number", {"serial", "get"}, 1);
     expect("simulated:missing=nothing", {"serial", "get"}, 1);
     EXPECT_THAT(run({"--provider", "simulated:memory-size=16", "memory", "check"}).errors, HasSubstr("100 %"));
+}
+
+TEST_F(ServiceConsoleProviders, DoNotEndTheShellByWhatTheirInstrumentThrows)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    start(process, {"--provider", "simulated:fault=serial-number.readSerialNumber=throw", "shell"});
+    process.write("serial get\nprobe serial-number\n");
+    process.closeWriteChannel();
+    const Outcome shell = finish(process);
+    EXPECT_EQ(shell.status, 0);
+    EXPECT_EQ(shell.output, "serial-number present\n");
+    EXPECT_THAT(shell.errors, StartsWith("service-console: internal error: "));
 }
 
 #ifdef Q_OS_UNIX

@@ -1,14 +1,14 @@
-#include "fakes/fakeinstrument.h"
+#include "fakes/fakecalibrationcontrol.h"
 #include "host/instrumentsession.h"
-#include "host/toldadapter.h"
-#include "provider/iconnection.h"
+#include "host/sessiononaconnection.h"
+#include "patience.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
-
-#include <QCoreApplication>
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <functional>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -22,68 +22,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// A connection to an instrument that the test releases and offers as it likes.
-class FakeConnection final : public provider::IConnection
-{
-public:
-    FakeConnection(std::shared_ptr<FakeInstrument> instrument, std::vector<std::string>& story)
-        : m_instrument(std::move(instrument))
-        , m_story(story)
-    {
-    }
-    FakeConnection(const FakeConnection&) = delete;
-    FakeConnection& operator=(const FakeConnection&) = delete;
-    ~FakeConnection() override { m_story.emplace_back("closed"); }
-
-    std::shared_ptr<sdk::IVna> instrument() override { return m_instrument; }
-    void setListener(provider::IControlsListener* listener) override { m_listener = listener; }
-
-    void release()
-    {
-        m_listener->onControlsAboutToBeReleased(
-            std::shared_ptr<void>(nullptr, [this](void* /*none*/) { m_story.emplace_back("released"); }));
-    }
-    void offer()
-    {
-        m_story.emplace_back("offered");
-        m_listener->onControlsOffered();
-    }
-
-private:
-    const std::shared_ptr<FakeInstrument> m_instrument;
-    std::vector<std::string>& m_story;
-    provider::IControlsListener* m_listener = nullptr;
-};
-
-void onAnotherThread(const std::function<void()>& what)
-{
-    std::thread(what).join();
-}
-
-/// A session on a connection, with two adapters that are told.
-class SessionOnAConnection : public ::testing::Test
-{
-protected:
-    SessionOnAConnection()
-    {
-        session->control(host::Control<ToldAdapter>{{"first", {1, {}}}});
-        session->control(host::Control<ToldAdapter>{{"second", {2, {}}}});
-    }
-
-    devices::ControlRegistry registryOfTwo()
-    {
-        devices::ControlRegistry registry;
-        add(registry, 1, [this] { return std::make_shared<ToldAdapter>("first", story); });
-        add(registry, 2, [this] { return std::make_shared<ToldAdapter>("second", story); });
-        return registry;
-    }
-
-    std::vector<std::string> story;
-    FakeConnection* connection = new FakeConnection(std::make_shared<FakeInstrument>(), story); // the session's
-    std::unique_ptr<host::InstrumentSession> session =
-        std::make_unique<host::InstrumentSession>(std::unique_ptr<provider::IConnection>(connection), registryOfTwo());
-};
-
 } // namespace
 
 TEST_F(SessionOnAConnection, TellsAtOnceWhatIsToldInTheOwnersThread)
@@ -93,7 +31,8 @@ TEST_F(SessionOnAConnection, TellsAtOnceWhatIsToldInTheOwnersThread)
     EXPECT_THAT(story, ElementsAre("second lets go", "first lets go", "released"));
     story.clear();
     connection->offer();
-    EXPECT_THAT(story, ElementsAre("offered", "first comes back", "second comes back"));
+    EXPECT_THAT(story,
+                ElementsAre("offered", "second lets go", "first lets go", "first comes back", "second comes back"));
 }
 
 TEST_F(SessionOnAConnection, KeepsTheControlsUntilTheOwnersThreadHasTold)
@@ -106,19 +45,8 @@ TEST_F(SessionOnAConnection, KeepsTheControlsUntilTheOwnersThreadHasTold)
     onAnotherThread([this] { connection->offer(); });
     EXPECT_THAT(story, ElementsAre("offered"));
     session->passOnNotices();
-    EXPECT_THAT(story, ElementsAre("offered", "first comes back", "second comes back"));
-}
-
-TEST_F(SessionOnAConnection, TellsByTheEventLoopOfTheOwnersThread)
-{
-    onAnotherThread([this] {
-        connection->release();
-        connection->offer();
-    });
-    EXPECT_THAT(story, ElementsAre("offered")) << "the provider did not wait for the hold";
-    QCoreApplication::processEvents();
-    EXPECT_THAT(story, ElementsAre("offered", "second lets go", "first lets go", "released", "first comes back",
-                                   "second comes back"));
+    EXPECT_THAT(story,
+                ElementsAre("offered", "second lets go", "first lets go", "first comes back", "second comes back"));
 }
 
 TEST_F(SessionOnAConnection, TellsOfBothWhenTheControlsWentWithoutAWord)
@@ -146,7 +74,6 @@ TEST_F(SessionOnAConnection, LetsGoOfWhatWaitsWhenItEnds)
     onAnotherThread([this] { connection->release(); });
     session.reset();
     EXPECT_THAT(story, ElementsAre("second lets go", "first lets go", "released", "closed"));
-    QCoreApplication::processEvents(); // nothing comes back to the session
 }
 
 TEST(SessionOnAFailingConnection, PassesThroughWhatAnAdapterThrowsAndGoesOn)
@@ -169,9 +96,38 @@ TEST(SessionOnAFailingConnection, PassesThroughWhatAnAdapterThrowsAndGoesOn)
         EXPECT_THROW(session.passOnNotices(), std::runtime_error);
         EXPECT_THAT(story, ElementsAre("released"));
         session.passOnNotices();
-        connection->offer();
+        EXPECT_THROW(connection->offer(), std::runtime_error) << "told once more that they go";
     }
     EXPECT_THAT(story, ElementsAre("released", "offered", "closed")) << "the end of the session throws nothing";
+}
+
+// An adapter that could not let go of controls that were gone takes itself for attached.
+TEST(SessionOnAFailingConnection, AttachesToNewControlsThoughTheOldWereGoneWhenTheirEndWasTold)
+{
+    class Silent final : public devices::service::SdkYqIfswCalibrationControl::Observer
+    {
+        void onFirstEvent() override {}
+        void onSecondEvent() override {}
+        void onThirdEvent() override {}
+        void onStateChanged(devices::service::CalibrationState /*state*/) override {}
+    };
+
+    const auto& kind = host::controls::ifswCalibration;
+    std::vector<std::string> story;
+    const auto instrument = std::make_shared<FakeInstrument>();
+    auto* const connection = new FakeConnection(instrument, story);
+    using SdkControl = sdk::service::IYqIfswCalibrationControl;
+    instrument->offer<SdkControl>(kind.keys.sdk, std::make_shared<FakeYqIfswCalibrationControl>());
+    Silent observer;
+    host::InstrumentSession session{std::unique_ptr<provider::IConnection>(connection)};
+    session.control(kind)->addObserver(&observer);
+
+    instrument->release(kind.keys.sdk);
+    connection->tellOfRelease(nullptr);
+    const auto fresh = std::make_shared<FakeYqIfswCalibrationControl>();
+    instrument->offer<SdkControl>(kind.keys.sdk, fresh);
+    connection->tellOfOffer();
+    EXPECT_EQ(fresh->observers().size(), 1U);
 }
 
 // The owner's thread is inside a call that only the provider can answer, while the provider loses the instrument.
@@ -216,6 +172,32 @@ TEST(SessionOnAFailingConnection, SurvivesOneThatDiesDuringACall)
     EXPECT_THAT(story, IsEmpty());
     session.passOnNotices();
     EXPECT_THAT(story, ElementsAre("released"));
+}
+
+// The provider's thread goes on telling while the owner's passes on.
+TEST_F(SessionOnAConnection, KeepsTheOrderWhileTheProviderGoesOnTelling)
+{
+    constexpr int rounds = 200;
+    std::atomic<bool> ended = false;
+    std::thread provider([&] {
+        for (int round = 0; round < rounds; ++round) {
+            const auto going = std::make_shared<std::promise<void>>();
+            connection->tellOfRelease(std::shared_ptr<void>(nullptr, [going](void* /*none*/) { going->set_value(); }));
+            going->get_future().wait(); // until the adapters have heard
+            connection->tellOfOffer();
+        }
+        ended = true;
+    });
+    for (const Patience patience("the provider has told everything"); !ended && patience.lasts();)
+        session->passOnNotices();
+    provider.join();
+    session->passOnNotices();
+
+    std::vector<std::string> expected;
+    for (int round = 0; round < rounds; ++round)
+        expected.insert(expected.end(), {"second lets go", "first lets go", "second lets go", "first lets go",
+                                         "first comes back", "second comes back"});
+    EXPECT_EQ(story, expected);
 }
 
 } // namespace tov::testing

@@ -22,4 +22,5 @@ expect "temperature terms" te
 expect "get load-table ls reset set" tune ""
 expect "off on" tune set ulk-power discrete-attenuator ""
 expect "" files put ""
+expect "serial" --provider simulated : answers = later ser
 complete -p service-console | grep -q -- "-F _service_console"
