@@ -497,7 +497,7 @@ ExitStatus demo(ConsoleSession& console)
                          tryCalibrationController2({console, tour, controls::calibrationController2})};
     const auto goOn = [&] { std::ranges::for_each(trials, &Trial::goOn); };
 
-    tour.chapter("The library is loaded from " + host::loadedLibraryPath().toStdString() + ", the "
+    tour.chapter("The library is loaded from " + host::loadedLibraryPath().toStdString() + ", a "
                  + console.instrument().model.toStdString() + " instrument is open.");
     tour.chapter("The controls are read and set.");
     goOn();
