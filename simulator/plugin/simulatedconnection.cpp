@@ -116,8 +116,10 @@ bool exercise(SimulatedInstrument& instrument, sdk::Key key)
     attempt(controls::memoryOperations,
             [](const auto& control) { control->integrityCheck([](std::error_code /*error*/) {}); });
     attempt(controls::systemTerms, [&](const auto& control) {
-        const StoredTerms stored = instrument.storedTerms().value_or(StoredTerms());
-        control->writeSystemTerms(stored.secondsSinceEpoch, stored.parameter, stored.records, stored.terms);
+        const auto stored = instrument.storedTerms();
+        if (!stored)
+            throw std::runtime_error("there are no system terms, which could be written again");
+        control->writeSystemTerms(stored->secondsSinceEpoch, stored->parameter, stored->records, stored->terms);
     });
     attempt(controls::ifswCalibration, [&](const auto& control) {
         control->saveCalibrationData(instrument.storedIfswCalibration().value_or(StoredIfswCalibration()).data);
@@ -223,12 +225,10 @@ Result<void> SimulatedConnection::offerControls()
 
 Result<void> SimulatedConnection::notify(sdk::Key control)
 try {
-    if (control == controls::systemTerms.keys.sdk && !m_instrument->storedTerms())
-        return std::unexpected(u"there are no system terms, which could be written again"_s);
     if (!exercise(*m_instrument, control))
         return std::unexpected(u"this control notifies nobody"_s);
     return {};
-} catch (const std::runtime_error& error) { // a fault
+} catch (const std::runtime_error& error) { // a fault, or why it cannot notify now
     return std::unexpected(QString::fromUtf8(error.what()));
 }
 
