@@ -24,11 +24,16 @@ endif()
 include(GNUInstallDirs)
 set(DEVICESSERVICE_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/DevicesService")
 
-# Where the host library looks for providers, from the folder that the library DevicesService is in.
+# Where the host library looks for providers, from the folder that the library DevicesService is in; and so where they
+# are built and installed.
 if(WIN32)
     set(DEVICESSERVICE_PROVIDER_DIR "providers") # beside the programs
+    set(DEVICESSERVICE_PROVIDER_OUTPUT_DIR "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${DEVICESSERVICE_PROVIDER_DIR}")
+    set(DEVICESSERVICE_PROVIDER_INSTALL_DIR "${CMAKE_INSTALL_BINDIR}/${DEVICESSERVICE_PROVIDER_DIR}")
 else()
     set(DEVICESSERVICE_PROVIDER_DIR "DevicesService/providers")
+    set(DEVICESSERVICE_PROVIDER_OUTPUT_DIR "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/${DEVICESSERVICE_PROVIDER_DIR}")
+    set(DEVICESSERVICE_PROVIDER_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/${DEVICESSERVICE_PROVIDER_DIR}")
 endif()
 
 # Headers that the build writes (export macros, the version), included as <folder>/<name>.

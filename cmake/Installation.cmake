@@ -24,13 +24,8 @@ install(TARGETS devices_host EXPORT host
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
 install(TARGETS service-console
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
-if(WIN32)
-    set(libraries_dir "${CMAKE_INSTALL_BINDIR}")
-else()
-    set(libraries_dir "${CMAKE_INSTALL_LIBDIR}")
-endif()
 install(TARGETS simulated-provider
-    LIBRARY DESTINATION "${libraries_dir}/${DEVICESSERVICE_PROVIDER_DIR}" COMPONENT tools)
+    LIBRARY DESTINATION "${DEVICESSERVICE_PROVIDER_INSTALL_DIR}" COMPONENT tools)
 
 install(EXPORT library NAMESPACE DevicesService:: FILE DevicesServiceTargets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
