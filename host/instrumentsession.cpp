@@ -203,14 +203,18 @@ void InstrumentSession::offerControls(const std::function<void()>& offer)
         observer->onControlsAvailable();
 }
 
-void InstrumentSession::tellOfRelease()
+void InstrumentSession::letAdaptersGo()
 {
-    if (std::exchange(m_released, true))
-        return;
     OneAfterTheOther tellings;
     for (auto* observer : lifecycleObservers() | std::views::reverse)
         tellings.attempt([=] { observer->onControlsAboutToBeReleased(); });
     tellings.finish();
+}
+
+void InstrumentSession::tellOfRelease()
+{
+    if (!std::exchange(m_released, true))
+        letAdaptersGo();
 }
 
 void InstrumentSession::tellOfOffer()
@@ -218,8 +222,7 @@ void InstrumentSession::tellOfOffer()
     OneAfterTheOther tellings;
     // Also to those who have heard already: what was attached since, or could not be detached from controls that were
     // gone by then, takes itself for attached.
-    m_released = false;
-    tellings.attempt([this] { tellOfRelease(); });
+    tellings.attempt([this] { letAdaptersGo(); });
     m_released = false;
     for (auto* observer : lifecycleObservers())
         tellings.attempt([=] { observer->onControlsAvailable(); });

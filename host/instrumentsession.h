@@ -94,6 +94,7 @@ private:
     std::any create(const devices::ControlKeys& keys) const;
     const Kept* findKept(std::uint64_t key) const;
     std::vector<devices::IControlLifecycleObserver*> lifecycleObservers() const;
+    void letAdaptersGo();
     void tellOfRelease();
     void tellOfOffer();
 
