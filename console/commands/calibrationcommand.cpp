@@ -92,10 +92,7 @@ void watchController(ConsoleSession& console, const Arguments& arguments)
     const Watch watch(console, arguments);
     Display display(kind.name, console.output().isText());
     display.follow(*handle);
-    watch.run([&] {
-        console.notify(kind);
-        console.waitUntilQuiet();
-    });
+    watch.run([&] { console.notify(kind); });
 }
 
 } // namespace

@@ -100,12 +100,7 @@ public:
     const std::shared_ptr<Adapter>& adapter() const { return m_adapter; }
     ConsoleSession& console() const { return m_console; }
 
-    /// Has the control notify, and waits until it has.
-    void notify() const
-    {
-        m_console.notify(m_kind);
-        m_console.waitUntilQuiet();
-    }
+    void notify() const { m_console.notify(m_kind); }
 
     void check(const std::string& what, bool behaved) const { m_tour.check(m_kind, what, behaved); }
 
@@ -404,7 +399,6 @@ Trial tryTemperature(Tried<SdkTemperatureControl> temperature)
         temperature.adapter().get(), &SdkTemperatureControl::temperaturesChanged, &here, [&changes] { ++changes; },
         Qt::DirectConnection);
     temperature.console().passTime(std::chrono::minutes(5));
-    temperature.console().waitUntilQuiet();
     const double warm = temperature->temperature();
     temperature.check("the instrument warms up and a signal tells of it",
                       warm > 30.0 && temperature->modulesTemperature().size() >= 8 && changes == 1);

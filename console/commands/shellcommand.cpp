@@ -119,7 +119,6 @@ private:
         } else {
             return false;
         }
-        m_console.waitUntilQuiet();
         return true;
     }
 

@@ -134,10 +134,7 @@ void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
         control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [&live] { live.update(); },
         Qt::DirectConnection);
 
-    const auto tick = [&] {
-        console.passTime(std::chrono::seconds(1));
-        console.waitUntilQuiet();
-    };
+    const auto tick = [&] { console.passTime(std::chrono::seconds(1)); };
     // Nobody else lets time pass for an instrument with a clock of its own.
     const bool hasOwnClock = console.can(provider::ITestHooks::Ability::PassTime);
     watch.run(tick, hasOwnClock ? tick : std::function<void()>());

@@ -110,6 +110,7 @@ void ConsoleSession::offerControls()
 void ConsoleSession::notify(const host::ControlName& control)
 {
     orThrow<Failure>(hooks().notify(control.keys.sdk));
+    waitUntilQuiet();
 }
 
 void ConsoleSession::passOnNotices()
@@ -130,6 +131,7 @@ void ConsoleSession::passTime(std::chrono::seconds time)
         orThrow<Failure>(hooks().passTime(time));
     else
         std::this_thread::sleep_for(time);
+    waitUntilQuiet();
 }
 
 void ConsoleSession::waitUntilQuiet()

@@ -54,20 +54,20 @@ public:
     /// Keeps what the command changed, where the provider does that. Throws `Failure`.
     void keep();
 
-    /// Has the instrument release its controls, offer them again, or the control notify. These throw `Failure` where
-    /// the provider cannot do that.
+    /// Has the instrument release its controls, offer them again, or the control notify, and waits until it is quiet.
+    /// These throw `Failure` where the provider cannot do that.
     void releaseControls();
     void offerControls();
     void notify(const host::ControlName& control);
+
+    /// Lets time pass (at once, where that can be asked for), and waits until the instrument is quiet.
+    void passTime(std::chrono::seconds time);
 
     /// Whether it does what only tests can ask for.
     bool can(provider::ITestHooks::Ability ability);
 
     /// Has the adapters hear of what the provider has told of the controls.
     void passOnNotices();
-
-    /// Lets time pass: where that can be asked for, at once.
-    void passTime(std::chrono::seconds time);
 
     /// Returns when everything has been told, where that can be known; at once when nothing was opened.
     void waitUntilQuiet();
