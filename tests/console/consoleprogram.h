@@ -63,6 +63,18 @@ inline Outcome console(const QStringList& arguments)
     return finish(process);
 }
 
+// What the shell makes of these lines.
+inline Outcome shell(const QByteArray& lines, const QStringList& options = {},
+                     const QProcessEnvironment& environment = environmentOfTests())
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    start(process, options + QStringList{"shell"});
+    process.write(lines);
+    process.closeWriteChannel();
+    return finish(process);
+}
+
 // One line that begins with the program's name, and nothing on standard output.
 inline void expectError(const QStringList& arguments, int status, const std::string& says)
 {

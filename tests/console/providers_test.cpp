@@ -47,6 +47,14 @@ protected:
         return finish(process);
     }
 
+    void expectNotOpened(int status, const QString& provider, const std::string& says) const
+    {
+        const Outcome refused = run({"--provider", provider, "info"});
+        EXPECT_EQ(refused.status, status) << provider.toStdString();
+        EXPECT_THAT(refused.output, IsEmpty());
+        EXPECT_EQ(refused.errors, "service-console: " + says + "\n");
+    }
+
     static QProcessEnvironment with(const QString& name, const QString& value)
     {
         auto environment = environmentOfTests();
@@ -158,25 +166,21 @@ TEST_F(ServiceConsoleProviders, AreSearchedByWholePathsOnly)
 
 TEST_F(ServiceConsoleProviders, SayWhatIsWrongWithHowTheyAreAskedFor)
 {
-    const auto expect = [this](const QString& provider, const std::string& says) {
-        const Outcome refused = run({"--provider", provider, "info"});
-        EXPECT_EQ(refused.status, 2) << provider.toStdString();
-        EXPECT_THAT(refused.output, IsEmpty());
-        EXPECT_EQ(refused.errors, "service-console: " + says + "\n");
-    };
-    expect("simulated:colour=red", "the provider 'simulated' has no option 'colour'");
-    expect("simulated:seed=red", "'red' is no value of the option 'seed', which is a whole number, not below 0");
-    expect("simulated:seed", "'seed' is no option; one is NAME=VALUE");
-    expect("simulated:answers=soon", "'soon' is no value of the option 'answers', which is one of at-once, later");
-    expect(folder.path(), "there is no file '" + folder.path().toStdString() + "'");
+    expectNotOpened(2, "simulated:colour=red", "the provider 'simulated' has no option 'colour'");
+    expectNotOpened(2, "simulated:seed=red",
+                    "'red' is no value of the option 'seed', which is a whole number, not below 0");
+    expectNotOpened(2, "simulated:seed", "'seed' is no option; one is NAME=VALUE");
+    expectNotOpened(2, "simulated:answers=soon",
+                    "'soon' is no value of the option 'answers', which is one of at-once, later");
+    expectNotOpened(2, folder.path(), "there is no file '" + folder.path().toStdString() + "'");
     ASSERT_TRUE(QFile::copy(pluginsOfTests.filePath("own-provider" + suffix), folder.filePath("own.txt")));
     const std::string renamed = folder.filePath("own.txt").toStdString();
-    expect(QString::fromStdString(renamed), "'" + renamed
-                                                + "' is no provider for this program: its name does not end in '"
-                                                + suffix.toStdString() + "'");
-    expect("./none" + suffix, "there is no file './none" + suffix.toStdString() + "'");
+    expectNotOpened(2, QString::fromStdString(renamed),
+                    "'" + renamed + "' is no provider for this program: its name does not end in '"
+                        + suffix.toStdString() + "'");
+    expectNotOpened(2, "./none" + suffix, "there is no file './none" + suffix.toStdString() + "'");
     put("own-provider");
-    expect("own:enabled=yes", "'yes' is no value of the option 'enabled', which is 'true' or 'false'");
+    expectNotOpened(2, "own:enabled=yes", "'yes' is no value of the option 'enabled', which is 'true' or 'false'");
     const Outcome kept = run({"--provider", "own", "--state", "file", "info"});
     EXPECT_EQ(kept.status, 2);
     EXPECT_EQ(kept.errors, "service-console: the provider 'own' has no option 'state'\n");
@@ -185,16 +189,10 @@ TEST_F(ServiceConsoleProviders, SayWhatIsWrongWithHowTheyAreAskedFor)
 TEST_F(ServiceConsoleProviders, FailInWholeSentences)
 {
     put("awkwardprovider");
-    const auto expect = [this](const QString& manner, const std::string& says) {
-        const Outcome failed = run({"--provider", "awkward:loud=false,manner=" + manner, "info"});
-        EXPECT_EQ(failed.status, 1) << manner.toStdString();
-        EXPECT_THAT(failed.output, IsEmpty());
-        EXPECT_EQ(failed.errors, "service-console: " + says + "\n");
-    };
-    expect("unreachable", "nobody answers at left");
-    expect("throws", "the provider 'awkward' failed: out of order");
-    expect("throws-anything", "the provider 'awkward' failed");
-    expect("opens-nothing", "the provider 'awkward' opened nothing");
+    expectNotOpened(1, "awkward:loud=false,manner=unreachable", "nobody answers at left");
+    expectNotOpened(1, "awkward:loud=false,manner=throws", "the provider 'awkward' failed: out of order");
+    expectNotOpened(1, "awkward:loud=false,manner=throws-anything", "the provider 'awkward' failed");
+    expectNotOpened(1, "awkward:loud=false,manner=opens-nothing", "the provider 'awkward' opened nothing");
 
     const Outcome demo = run({"--provider", "awkward:loud=false", "demo"});
     EXPECT_EQ(demo.status, 1);
@@ -226,15 +224,11 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentItsFaults)
 
 TEST_F(ServiceConsoleProviders, DoNotEndTheShellByWhatTheirInstrumentThrows)
 {
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    start(process, {"--provider", "simulated:fault=serial-number.readSerialNumber=throw", "shell"});
-    process.write("serial get\nprobe serial-number\n");
-    process.closeWriteChannel();
-    const Outcome shell = finish(process);
-    EXPECT_EQ(shell.status, 0);
-    EXPECT_EQ(shell.output, "serial-number present\n");
-    EXPECT_THAT(shell.errors, StartsWith("service-console: internal error: "));
+    const Outcome outcome = shell("serial get\nprobe serial-number\n",
+                                  {"--provider", "simulated:fault=serial-number.readSerialNumber=throw"}, environment);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "serial-number present\n");
+    EXPECT_THAT(outcome.errors, StartsWith("service-console: internal error: "));
 }
 
 #ifdef Q_OS_UNIX

@@ -701,20 +701,6 @@ TEST(ServiceConsole, CompletesWhatFits)
     EXPECT_EQ(complete({"pots", "set", ""}), "");
 }
 
-namespace {
-
-Outcome shell(const QByteArray& lines, const QStringList& options = {})
-{
-    QProcess process;
-    start(process, options + QStringList{"shell"});
-    process.write(lines);
-    process.closeWriteChannel();
-    EXPECT_TRUE(process.waitForFinished(-1));
-    return {process.exitCode(), linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
-}
-
-} // namespace
-
 TEST_F(KeptInstrument, IsUsedCommandByCommandInTheShell)
 {
     const Outcome run = shell("# a script\n\nserial set 5\n--json serial get\nserial get\nfiles put \""
