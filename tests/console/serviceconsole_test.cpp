@@ -616,9 +616,10 @@ bool moveTogether(const QString& one, const QString& other)
 
 TEST_F(KeptInstrument, TunesEachSettingAndNoOther)
 {
-    const auto listAll = [&] {
-        return console({"--state", state, "tune", "ls", "--json"}).json()["settings"].toArray();
+    const auto settingsIn = [](const std::string& json) {
+        return QJsonDocument::fromJson(QByteArray::fromStdString(json))["settings"].toArray();
     };
+    const auto listAll = [&] { return settingsIn(console({"--state", state, "tune", "ls", "--json"}).output); };
     QJsonArray before = listAll();
     int changed = 0;
     for (qsizetype i = 0; i < before.size(); ++i) {
@@ -628,9 +629,10 @@ TEST_F(KeptInstrument, TunesEachSettingAndNoOther)
         const QString name = setting["setting"].toString();
         const std::string shown = setting["module"].toString().toStdString() + " " + name.toStdString();
         const QString value = otherValue(setting);
-        const Outcome run = console({"--state", state, "tune", "set", setting["module"].toString(), name, value});
-        EXPECT_EQ(run.status, 0) << shown << ": " << run.errors;
-        const QJsonArray after = listAll();
+        const QStringList set{"tune set", setting["module"].toString(), name, value};
+        const Outcome run = shell(set.join(' ').toUtf8() + "\n--json tune ls\n", {"--state", state});
+        EXPECT_EQ(run.errors, "") << shown;
+        const QJsonArray after = settingsIn(run.output.substr(run.output.find('\n')));
         for (qsizetype j = 0; j < after.size(); ++j) {
             const QJsonObject other = after[j].toObject();
             if (j == i) {
@@ -642,6 +644,7 @@ TEST_F(KeptInstrument, TunesEachSettingAndNoOther)
         before = after;
         ++changed;
     }
+    EXPECT_EQ(listAll(), before) << "the last one is kept too";
     EXPECT_GT(changed, 60);
 }
 
