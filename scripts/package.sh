@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs build/package into an empty prefix and builds and runs the examples by find_package and by pkg-config, moves
+# Installs build/release into an empty prefix and builds and runs the examples by find_package and by pkg-config, moves
 # the prefix and does it again, and builds one by add_subdirectory; then installs the Debian packages into a clean root,
 # runs the console there, does what the guide's first page shows, and removes them.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
@@ -47,7 +47,7 @@ try_prefix() { # NAME FOLDER
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
 
-quietly cmake --install build/package --prefix "$scratch/prefix"
+quietly cmake --install build/release --prefix "$scratch/prefix"
 if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "$scratch/prefix"; then
     echo "error: these installed files name the source tree" >&2
     exit 1
@@ -59,10 +59,10 @@ build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$projec
 expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
 echo "add_subdirectory: the example builds and runs"
 
-rm -rf build/package/packages
-(cd build/package && quietly cpack)
+rm -rf build/release/packages
+(cd build/release && quietly cpack)
 mkdir "$scratch/archive"
-tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/package/packages/*.tar.gz
+tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/release/packages/*.tar.gz
 expect "4711" "$scratch/archive/bin/service-console" serial set 4711
 
 # A clean Debian without anything of a compiler: what the packages do not depend on is not there.
@@ -71,7 +71,7 @@ version=$(sed --quiet 's/.*VERSION_CODENAME=//p' /etc/os-release)
 mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" "Origin: Debian" | sed --quiet 1p)
 quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
 mkdir "$root/packages"
-cp build/package/packages/*.deb "$root/packages"
+cp build/release/packages/*.deb "$root/packages"
 in_root() {
     chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
 }
@@ -79,7 +79,7 @@ tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesse
 # shellcheck disable=SC2086
 quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
-expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/package/CMakeCache.txt)" in_root service-console --version
+expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" in_root service-console --version
 
 # The guide's first page, on this machine that has only the packages.
 papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
@@ -91,7 +91,7 @@ for file in bin/service-console share/man/man1/service-console.1 share/bash-comp
     done
 done
 
-packages=$(cd build/package/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
+packages=$(cd build/release/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
 # shellcheck disable=SC2086
 installed=$(in_root dpkg --listfiles $packages | while read -r file; do [ -d "$root$file" ] || echo "$file"; done)
 # shellcheck disable=SC2086

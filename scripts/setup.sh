@@ -2,7 +2,7 @@
 # Sourced by ./demo, ./check, ./bench and scripts/package.sh: what they share.
 #
 #   require_packages GROUP...   makes sure that the packages of these groups of packages.txt are installed
-#   build_preset PRESET         configures and builds build/PRESET
+#   build_preset PRESET [NAME]  configures and builds build/PRESET, or build/NAME where the preset shares that
 #   build_target PRESET TARGET  builds one target of build/PRESET, which is configured
 #   papers [ARGUMENT...]        checks README and guide (tests/docs/check.py)
 
@@ -85,7 +85,7 @@ announce() {
 }
 
 build_preset() {
-    announce "$1"
+    announce "${2:-$1}"
     quietly cmake --preset "$1"
     watched cmake --build --preset "$1"
 }
