@@ -4,8 +4,8 @@
 #   development    headers under the paths by which they are included, the CMake package, pkg-config files, examples
 #   simulator      the simulated instrument: library and headers
 #   host           the host library: library and headers
-#   tools          service-console with its manual page and its completion for bash, the provider of the simulated
-#                  instrument
+#   tools          service-console and service-conformance with their manual pages, completion for bash, the provider
+#                  of the simulated instrument
 #   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.
@@ -22,7 +22,7 @@ install(TARGETS devices_simulator EXPORT simulator
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT simulator)
 install(TARGETS devices_host EXPORT host
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
-install(TARGETS service-console
+install(TARGETS service-console service-conformance
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
 install(TARGETS simulated-provider
     LIBRARY DESTINATION "${DEVICESSERVICE_PROVIDER_INSTALL_DIR}" COMPONENT tools)
@@ -35,7 +35,7 @@ foreach(component IN ITEMS simulator host)
 endforeach()
 
 # Programs find the libraries from where they are.
-set_target_properties(service-console PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set_target_properties(service-console service-conformance PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 set_target_properties(Devices DevicesService PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(WIN32)
     install(FILES ${windows_runtime_dlls} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library)
@@ -88,7 +88,7 @@ install_pkgconfig(DevicesService-host host "What a host program of DevicesServic
 
 install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
-install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1"
+install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1" "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"

@@ -53,7 +53,8 @@ Headers, CMake package and pkg-config files, the simulated instrument, the host 
     set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION "service controls of vector network analysers - manual
 The guide and the reference of all public headers, as HTML.")
     set(CPACK_DEBIAN_TOOLS_DESCRIPTION "service controls of vector network analysers - tools
-service-console, a program for production and service engineers.")
+service-console, a program for production and service engineers, and service-conformance,
+which looks whether an implementation of the instrument SDK keeps to the rules.")
 endif()
 
 include(CPack)

@@ -261,8 +261,13 @@ Providers findProviders()
     return providers;
 }
 
-Result<ProviderChoice> chooseProvider(const QString& text)
+Result<ProviderChoice> chooseProvider(const QString& named)
 {
+    QString text = named;
+    if (text.isEmpty())
+        text = qEnvironmentVariable("DEVICESSERVICE_PROVIDER");
+    if (text.isEmpty())
+        text = u"simulated"_s;
     const qsizetype end = endOfName(text);
     auto provider = findProvider(text.first(end));
     if (!provider)

@@ -79,10 +79,11 @@ struct OpenInstrument
 Providers findProviders();
 
 /// Understands NAME-OR-FILE[:OPTION=VALUE,...]. What looks like a path is the file of a plug-in, anything else the name
-/// of one that is found.
+/// of one that is found. If `named` is empty, DEVICESSERVICE_PROVIDER counts, and the simulated instrument without
+/// that.
 ///
 /// Thread: *any thread*.
-provider::Result<ProviderChoice> chooseProvider(const QString& text);
+provider::Result<ProviderChoice> chooseProvider(const QString& named);
 
 /// Gives the option of the choice's provider another value, which stands in `text` as a person writes it; one of a
 /// list comes in addition.

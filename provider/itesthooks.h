@@ -53,7 +53,8 @@ public:
     /// instrument as it was. Fails for a control that notifies nobody by itself.
     virtual Result<void> notify(sdk::Key /*control*/) { return cannot(); }
 
-    /// Has the operation of this name (that of the SDK's function) of a control answer so from now on.
+    /// Has the operation of this name (that of the SDK's function) of a control answer so from now on. One that is not
+    /// answered by a callback, such as `addObserver`, can only throw.
     virtual Result<void> setAnswer(sdk::Key /*control*/, const QString& /*operation*/, Answer /*answer*/)
     {
         return cannot();

@@ -41,9 +41,11 @@ try_prefix() { # NAME FOLDER
     build_example own-provider "$name-own-provider" -DCMAKE_PREFIX_PATH="$prefix"
     expect '"lo-leakage": true' "$prefix/bin/service-console" --json \
         --provider "$scratch/$name-own-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
+    expect "1 rule: 1 pass" "$prefix/bin/service-conformance" --only LOOKUP-1 \
+        --provider "$scratch/$name-own-provider/own-provider.so"
     expect "looked in: $libraries/DevicesService/providers" "$prefix/bin/service-console" providers
     expect "4711" "$prefix/bin/service-console" serial set 4711
-    MANPATH=$prefix/share/man quietly man --local-file "$prefix/share/man/man1/service-console.1"
+    quietly man --local-file "$prefix/share/man/man1/service-console.1" "$prefix/share/man/man1/service-conformance.1"
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
 
@@ -79,12 +81,14 @@ tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesse
 # shellcheck disable=SC2086
 quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
+expect " rules: " in_root service-conformance
 expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" in_root service-console --version
 
 # The guide's first page, on this machine that has only the packages.
 papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
 
-for file in bin/service-console share/man/man1/service-console.1 share/bash-completion/completions/service-console \
+for file in bin/service-console bin/service-conformance share/man/man1/service-conformance.1 \
+    share/man/man1/service-console.1 share/bash-completion/completions/service-console \
     share/doc/DevicesService/html/index.html; do
     for prefix in "$root/usr" "$scratch/moved" "$scratch/archive"; do
         [ -e "$prefix/$file" ] || { echo "error: $file is not installed into $prefix" >&2; exit 1; }

@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 tests_of() { # PRESET SUFFIX RUNNER...
     local preset=$1 suffix=$2 program
     shift 2
-    for program in library-tests signal-tests allocation-tests console-tests; do
+    for program in library-tests signal-tests allocation-tests console-tests conformance-tests; do
         "$@" "build/$preset/bin/$program$suffix" --gtest_list_tests | tr --delete '\r' |
             sed 's/ *#.*//' | awk '/^[^ ].*\.$/ { suite = $1 } /^  / { print suite $1 }'
     done

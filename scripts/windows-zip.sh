@@ -13,8 +13,9 @@ zip=$(echo build/windows/packages/*.zip)
 unpacked=$(echo "$scratch"/DevicesService-*)
 
 for file in bin/DevicesService.dll bin/Devices.dll bin/Qt6Core.dll bin/service-console.exe \
-        bin/providers/simulated-provider.dll include/DevicesService/service/servicecontrols.h \
-        lib/libDevicesService.dll.a lib/cmake/DevicesService/DevicesServiceConfig.cmake; do
+        bin/service-conformance.exe bin/providers/simulated-provider.dll \
+        include/DevicesService/service/servicecontrols.h lib/libDevicesService.dll.a \
+        lib/cmake/DevicesService/DevicesServiceConfig.cmake; do
     [ -f "$unpacked/$file" ] || { echo "error: $zip lacks $file" >&2; exit 1; }
 done
 

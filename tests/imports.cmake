@@ -1,4 +1,4 @@
-# Checks that imports run one way: console -> host -> (service, provider) -> devices -> platform/sdk. The simulator
+# Checks that imports run one way: console, conformance -> host -> (service, provider) -> devices -> platform/sdk. The simulator
 # stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
@@ -35,6 +35,7 @@ foreach(room IN ITEMS calibration memory monitoring support tuning)
 endforeach()
 may_import(simulator/plugin simulator provider devices sdk)
 may_import(host host provider service devices sdk utils vna)
+may_import(conformance conformance host provider service devices sdk)
 may_import(console console host provider service devices sdk utils vna)
 
 # The rooms of the console, each of which may import those above it.

@@ -9,12 +9,15 @@ set(own_to_one_compiler
     "|\\[\\[(gnu|clang|msvc)::|#pragma (GCC|clang|warning)|#warning|cxxabi\\.h|bits/stdc|emutls")
 string(CONCAT own_to_one_compiler ${own_to_one_compiler})
 
-foreach(folder IN ITEMS platform devices service provider simulator host console)
+foreach(folder IN ITEMS platform devices service provider simulator host console conformance)
     file(GLOB_RECURSE files "${SOURCE_DIR}/${folder}/*.h" "${SOURCE_DIR}/${folder}/*.cpp")
     if(NOT files)
         message(SEND_ERROR "${folder} holds no sources")
     endif()
     foreach(file IN LISTS files)
+        if(file MATCHES "/conformance/bench/exactness\\.cpp$") # looks into objects where a compiler lets it
+            continue()
+        endif()
         file(STRINGS "${file}" lines REGEX "${own_to_one_compiler}")
         foreach(line IN LISTS lines)
             message(SEND_ERROR "${file}: only one compiler knows: ${line}")

@@ -46,12 +46,7 @@ const host::ProviderChoice& ConsoleSession::choice()
 {
     if (m_choice)
         return *m_choice;
-    QString named = QString::fromStdString(m_options.provider);
-    if (named.isEmpty())
-        named = qEnvironmentVariable("DEVICESSERVICE_PROVIDER");
-    if (named.isEmpty())
-        named = QStringLiteral("simulated");
-    auto choice = orThrow<BadUse>(host::chooseProvider(named));
+    auto choice = orThrow<BadUse>(host::chooseProvider(QString::fromStdString(m_options.provider)));
     for (const std::string& name : m_options.missing)
         orThrow<BadUse>(host::setOption(choice, QStringLiteral("missing"), QString::fromStdString(name)));
     if (!m_options.stateFile.empty())

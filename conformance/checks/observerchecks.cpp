@@ -1,0 +1,379 @@
+#include "conformance/bench/callbackoperations.h"
+#include "conformance/bench/causes.h"
+#include "conformance/bench/ears.h"
+#include "conformance/bench/pump.h"
+#include "conformance/bench/reads.h"
+#include "conformance/checks/rulechecks.h"
+
+#include <algorithm>
+#include <atomic>
+#include <optional>
+#include <thread>
+
+namespace tov::conformance::observers {
+
+namespace {
+
+using Control = std::shared_ptr<void>;
+using Kind = devices::ControlName;
+using namespace std::chrono_literals;
+
+// One that is told for a while, so that what is wrong has time to happen meanwhile.
+Ear& makeSlowEar(const Kind& kind)
+{
+    Ear& ear = makeEar(kind);
+    ear.whenTold = [] { std::this_thread::sleep_for(30us); };
+    return ear;
+}
+
+void expectSilence(const std::vector<Ear*>& ears, const std::string& when)
+{
+    const auto wasTold = [](const Ear* ear) { return ear->toldTooLate() > 0; };
+    if (const auto count = std::ranges::count_if(ears, wasTold); count > 0)
+        throw Finding("a notification reached " + std::to_string(count) + " of " + std::to_string(ears.size())
+                      + " observers " + when);
+}
+
+void expectToldOnce(const Bench& bench, const Ear& ear, const Kind& kind)
+{
+    if (!bench.waitUntil([&] { return ear.told() > 0; }))
+        throw NotApplicable("told nobody", named(kind));
+}
+
+// What may throw and must not.
+template <typename Work>
+void expectNoException(const std::string& what, Work work)
+try {
+    work();
+} catch (const std::exception& error) {
+    throw Finding(what + ": " + error.what());
+}
+
+// Causes a notification some times, and waits until it is told.
+void causeSome(Bench& bench, const std::function<void()>& cause)
+{
+    for (int times = 0; times < 3; ++times)
+        cause();
+    bench.settle();
+}
+
+void comeAndGoWhileTold(Bench& bench, const Kind& kind, const Control& control)
+{
+    constexpr std::size_t rounds = 2000;
+    constexpr auto longEnough = 500ms;
+
+    const auto cause = causeOf(bench, kind);
+    const std::string removed = "when removeObserver() of " + named(kind) + " had returned";
+    std::uniform_int_distribution<int> pause(0, 100); // µs
+    std::vector<Ear*> ears;
+    int told = 0;
+    bench.begin("observers of " + named(kind) + " that come and go");
+    {
+        const Pump pump(cause);
+        const auto end = std::chrono::steady_clock::now() + longEnough;
+        while (ears.size() < rounds && std::chrono::steady_clock::now() < end) {
+            Ear& ear = *ears.emplace_back(&makeSlowEar(kind));
+            ear.addTo(control);
+            bench.waitUntil([&] { return ear.isBeingTold() || ear.told() > 0; }, 20ms);
+            std::this_thread::sleep_for(std::chrono::microseconds(pause(bench.random())));
+            ear.removeFrom(control);
+            const bool isBeingTold = ear.isBeingTold();
+            ear.poison();
+            told += ear.told() > 0 ? 1 : 0;
+            if (isBeingTold)
+                throw Finding("a notification still ran in an observer " + removed);
+        }
+    }
+    bench.settle();
+    if (told == 0)
+        throw NotApplicable("told nobody", named(kind));
+    expectSilence(ears, removed);
+}
+
+} // namespace
+
+Seen hearNothingOnceRemoved(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        comeAndGoWhileTold(bench, kind, control);
+    });
+}
+
+Seen areIgnoredWhenUnknown(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const std::string removal = "removeObserver() of " + named(kind) + " for an observer that is not registered";
+        Ear& stranger = makeEar(kind);
+        Ear& known = makeEar(kind);
+        const auto remove = [&](Ear& ear) {
+            bench.begin(removal);
+            expectNoException(removal, [&] { ear.removeFrom(control); });
+        };
+        const auto isTold = [&](const std::function<void()>& cause) {
+            const int before = known.told();
+            cause();
+            return bench.waitUntil([&] { return known.told() > before; });
+        };
+        remove(stranger);
+        const Registered registered(known, control);
+        remove(stranger);
+        try {
+            const auto cause = causeOf(bench, kind);
+            if (isTold(cause)) {
+                remove(stranger);
+                if (!isTold(cause))
+                    throw Finding(removal + " has another one hear nothing any more");
+            }
+        } catch (const NotLookedAt&) {
+            bench.begin(removal); // nobody can be told, so nobody can miss it
+        }
+        known.removeFrom(control);
+        remove(known);
+    });
+}
+
+Seen hearNothingOfControlsThatAreGone(Bench& bench)
+{
+    constexpr int rounds = 10;
+
+    bench.hooksFor(Bench::Ability::ReleaseAndOffer);
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, Control control) {
+        const auto cause = causeOf(bench, kind);
+        const std::string gone = "when the last owner of " + named(kind) + " had let go of it";
+        std::vector<Ear*> ears;
+        int lettingGo = 0;
+        {
+            const Pump pump(cause);
+            for (int round = 0; round < rounds; ++round) {
+                Ear& ear = *ears.emplace_back(&makeSlowEar(kind));
+                ear.addTo(control);
+                if (!bench.waitUntil([&] { return ear.told() > 0; })) {
+                    ear.removeFrom(control);
+                    throw NotApplicable("told nobody", named(kind));
+                }
+                bench.begin("the controls are released while " + named(kind) + " tells");
+                bench.releaseControls();
+                if (control.use_count() == 1) { // nobody else, such as a call that waits in it
+                    control.reset();
+                    const bool isBeingTold = ear.isBeingTold();
+                    ear.poison();
+                    ++lettingGo;
+                    if (isBeingTold)
+                        throw Finding("a notification still ran in an observer " + gone);
+                }
+                bench.offerControls();
+                control = bench.instrument()->findControl(kind.keys.sdk);
+                if (!control)
+                    throw NotApplicable("is not offered again", named(kind));
+            }
+        }
+        causeSome(bench, cause);
+        expectSilence(ears, gone);
+        if (lettingGo == 0)
+            throw NotApplicable("has other owners each time", named(kind));
+    });
+}
+
+Seen mayRegisterTwice(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const std::string again = "addObserver() of " + named(kind) + " for an observer that is registered";
+        Ear& ear = makeEar(kind);
+        const Registered registered(ear, control);
+        bench.begin(again);
+        expectNoException(again, [&] { ear.addTo(control); });
+    });
+}
+
+Seen areNotRegisteredByWhatThrows(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        Ear& ear = makeEar(kind);
+        bench.setAnswer(kind, "addObserver", Bench::Answer::Throwing);
+        bool thrown = false;
+        bench.begin("addObserver() of " + named(kind) + " that throws");
+        try {
+            ear.addTo(control);
+        } catch (const std::exception&) {
+            thrown = true;
+        }
+        bench.setAnswer(kind, "addObserver", Bench::Answer::AsUsual);
+        causeSome(bench, cause);
+        if (!thrown) {
+            ear.removeFrom(control);
+            throw NotApplicable("addObserver() does not throw when it is told to", named(kind));
+        }
+        ear.poison();
+        if (ear.told() > 0)
+            throw Finding("addObserver() of " + named(kind) + " throws and has registered its observer");
+    });
+}
+
+Seen areRemovedWithEveryRegistration(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        const std::string removal = "removeObserver() of " + named(kind);
+        std::vector<Ear*> ears;
+        Ear& ear = *ears.emplace_back(&makeEar(kind));
+        ear.addTo(control);
+        try {
+            ear.addTo(control);
+        } catch (const std::exception&) {
+            bench.begin(removal); // that it throws is another rule's
+        }
+        bench.begin(removal);
+        expectNoException(removal + " throws", [&] { ear.removeFrom(control); });
+        ear.poison();
+        causeSome(bench, cause);
+        expectSilence(ears, "that had been registered twice and was removed from " + named(kind));
+    });
+}
+
+Seen mayBeRemovedInsideTheirRegistration(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        const auto self = std::this_thread::get_id();
+        Ear& ear = makeEar(kind);
+        bool registering = true;
+        bool removed = false;
+        ear.whenTold = [&] {
+            if (std::this_thread::get_id() != self || !registering || removed)
+                return;
+            removed = true;
+            ear.removeFrom(control);
+        };
+        bench.begin("an observer of " + named(kind) + " that is removed inside addObserver()");
+        ear.addTo(control);
+        registering = false;
+        if (!removed) {
+            ear.removeFrom(control);
+            throw NotApplicable("tells nobody inside addObserver()", named(kind));
+        }
+        ear.poison();
+        causeSome(bench, cause);
+        if (ear.toldTooLate() > 0)
+            throw Finding("an observer of " + named(kind)
+                          + " that is removed when it is told inside addObserver() is registered afterwards");
+    });
+}
+
+Seen hearOnThreadsOfTheirOwn(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        const auto self = std::this_thread::get_id();
+        Ear& ear = makeEar(kind);
+        std::atomic<bool> registering = true;
+        std::atomic<bool> onOurs = false;
+        ear.whenTold = [&] {
+            if (std::this_thread::get_id() == self && !registering)
+                onOurs = true;
+        };
+        bench.begin("the thread of notifications of " + named(kind));
+        const Registered registered(ear, control);
+        registering = false;
+        causeSome(bench, cause);
+        if (ear.told() == 0)
+            throw NotApplicable("told nobody", named(kind));
+        if (onOurs)
+            throw Finding(named(kind) + " notifies on a thread of the application's");
+    });
+}
+
+Seen mayUseTheControlWhenTold(Bench& bench)
+{
+    return forEachObservable(bench, isObservable, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        std::vector<Call> calls;
+        for (const CallbackOperation& operation : callbackOperations())
+            if (operation.control.keys.sdk == kind.keys.sdk && onlyReads(operation))
+                calls.push_back(operation.prepare(bench, control));
+        const auto use = [=, instrument = bench.instrument()] {
+            try {
+                instrument->findControl(kind.keys.sdk);
+                readAll(kind, control);
+                for (const Call& call : calls)
+                    call.make([](std::error_code /*error*/) {});
+            } catch (const std::exception&) {
+                return; // an operation may throw
+            }
+        };
+
+        // Another thread is kept out by a lock that the notification's own thread may take again.
+        Ear& ear = makeEar(kind);
+        std::atomic<bool> began = false;
+        std::atomic<bool> waitedInVain = false;
+        ear.whenTold = [&, timeout = bench.settings().timeout] {
+            if (began.exchange(true))
+                return;
+            const auto used = std::make_shared<std::atomic<bool>>(false);
+            std::thread([=] {
+                use();
+                *used = true;
+            }).detach();
+            const auto deadline = std::chrono::steady_clock::now() + timeout;
+            while (!*used && std::chrono::steady_clock::now() < deadline)
+                std::this_thread::sleep_for(100us);
+            waitedInVain = !*used;
+            if (*used)
+                use();
+        };
+        bench.begin("the use of " + named(kind) + " inside a notification");
+        ear.addTo(control);
+        cause();
+        expectToldOnce(bench, ear, kind);
+        if (!bench.waitUntil([&] { return !ear.isBeingTold(); }, 2 * bench.settings().timeout) || waitedInVain)
+            throw Finding("findControl() or an operation of " + named(kind) + " does not return inside a notification");
+        ear.removeFrom(control);
+    });
+}
+
+Seen registerAgainWithoutExceptions(Bench& bench)
+{
+    constexpr int rounds = 100;
+
+    return forEachObservable(bench, isCalibrationController, [&](const Kind& kind, const Control& control) {
+        const auto registerIt = [&](const Control& there) { const Registered registered(makeEar(kind), there); };
+        registerIt(control);
+        expectNoException("addObserver() of " + named(kind) + " throws later than at its first registration", [&] {
+            for (int round = 0; round < rounds; ++round)
+                registerIt(control);
+            if (!bench.can(Bench::Ability::ReleaseAndOffer))
+                return;
+            bench.releaseControls();
+            bench.offerControls();
+            if (const auto again = bench.instrument()->findControl(kind.keys.sdk))
+                registerIt(again);
+        });
+    });
+}
+
+Seen changeObserversWhenTold(Bench& bench)
+{
+    return forEachObservable(bench, isCalibration, [&](const Kind& kind, const Control& control) {
+        const auto cause = causeOf(bench, kind);
+        Ear& ear = makeEar(kind);
+        Ear& other = makeEar(kind);
+        std::atomic<bool> done = false;
+        ear.whenTold = [&] {
+            if (done)
+                return;
+            ear.removeFrom(control);
+            other.addTo(control);
+            other.removeFrom(control);
+            done = true;
+        };
+        bench.begin("observers of " + named(kind) + " that come and go inside a notification");
+        const Registered registered(ear, control);
+        cause();
+        expectToldOnce(bench, ear, kind);
+        if (!bench.waitUntil([&] { return done && !ear.isBeingTold(); }))
+            throw Finding("addObserver() or removeObserver() of " + named(kind)
+                          + " does not return inside a notification");
+    });
+}
+
+} // namespace tov::conformance::observers
