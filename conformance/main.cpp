@@ -87,7 +87,7 @@ void declare(CLI::App& app, Options& options)
 
 int fail(ExitStatus status, const QString& why)
 {
-    std::cerr << "service-conformance: " << why.toStdString() << std::endl;
+    std::cerr << "service-conformance: " << why.toStdString() << '\n';
     return status;
 }
 
@@ -149,12 +149,22 @@ QStringList sameAgain(const Options& options)
     return words << u"--seed"_s << QString::number(options.seed);
 }
 
+// As the platform's usual shell takes it for one word.
+QString quoted(QString word)
+{
+#ifdef Q_OS_WIN
+    return u'"' + word + u'"';
+#else
+    return u'\'' + word.replace(u'\'', u"'\\''"_s) + u'\'';
+#endif
+}
+
 QString asTyped(const QStringList& words)
 {
     static const QRegularExpression plain(u"^[A-Za-z0-9_./:=,+-]+$"_s);
     QString line = u"service-conformance"_s;
     for (QString word : words)
-        line += u' ' + (plain.match(word).hasMatch() ? word : u'\'' + word.replace(u'\'', u"'\\''"_s) + u'\'');
+        line += u' ' + (plain.match(word).hasMatch() ? word : quoted(word));
     return line;
 }
 
@@ -178,6 +188,7 @@ public:
 
     int operator()(const std::vector<Rule>& chosen)
     {
+        QString cannotOpen;
         say(m_report.heading());
         for (const Rule& rule : chosen) {
             if (std::exchange(m_group, rule.group) != rule.group)
@@ -185,19 +196,21 @@ public:
             say("  " + rule.id.leftJustified(13).toStdString());
             const auto result = look(rule);
             if (!result) {
-                say("\n");
-                return fail(Broken, result.error());
+                cannotOpen = result.error();
+                break;
             }
             m_report.add(rule, *result);
             say(m_report.last(m_options.verbose));
         }
-        say(m_report.summary());
+        say(cannotOpen.isEmpty() ? m_report.summary() : "\n");
         if (m_options.json)
             std::cout << QJsonDocument(m_report.toJson()).toJson().constData();
         if (!std::cout.flush())
             return fail(CannotWrite, u"cannot write to standard output"_s);
         if (const auto written = writeJUnit(); !written)
             return fail(CannotWrite, written.error());
+        if (!cannotOpen.isEmpty())
+            return fail(Broken, cannotOpen);
         return m_report.count(Verdict::Fail) == 0 ? Kept : Broken;
     }
 
@@ -218,21 +231,23 @@ private:
         const QStringList arguments = sameAgain(m_options) << u"--only"_s << rule.id << u"--in-process"_s;
         ChildRun run = runInChild(arguments, silence);
         QStringList passed;
+        std::chrono::milliseconds took(0);
         while (!run.goOnAfter.isEmpty()) {
             passed << run.goOnAfter;
+            took += run.result.took;
             run = runInChild(arguments + QStringList{u"--after"_s, run.goOnAfter}, silence);
         }
         if (!run.error.isEmpty())
             return std::unexpected(run.error);
         if (!run.instrument.isEmpty())
             m_report.setInstrument(run.instrument);
-        if (!passed.isEmpty() && run.result.verdict == Verdict::Pass)
-            run.result.seen = (passed << run.result.seen).join(u", "_s);
-        else if (!passed.isEmpty() && run.result.verdict != Verdict::Fail) // nothing was left to be looked at
-            run.result = {.verdict = Verdict::Pass,
-                          .seen = passed.join(u", "_s),
-                          .leftOut = run.result.seen,
-                          .took = run.result.took};
+        run.result.took += took;
+        if (!passed.isEmpty() && run.result.verdict != Verdict::Fail) {
+            if (run.result.verdict == Verdict::Pass)
+                passed << run.result.seen;
+            run.result.verdict = Verdict::Pass; // whether or not something was left to be looked at
+            run.result.seen = passed.join(u", "_s);
+        }
         return run.result;
     }
 
@@ -297,6 +312,6 @@ try {
         arguments.push_back(argument.toStdString());
     return tov::conformance::runConformance(arguments);
 } catch (const std::exception& error) {
-    std::cerr << "service-conformance: internal error: " << error.what() << std::endl;
+    std::cerr << "service-conformance: internal error: " << error.what() << '\n';
     return tov::conformance::CannotWrite;
 }

@@ -50,7 +50,7 @@ public:
     virtual Result<void> offerControls() { return cannot(); }
 
     /// Makes the control of this key notify its observers, in each way that it has, of something that leaves the
-    /// instrument as it was. Fails for a control that notifies nobody by itself.
+    /// instrument as it was: on threads of its own, as it does by itself. Fails for a control that notifies nobody.
     virtual Result<void> notify(sdk::Key /*control*/) { return cannot(); }
 
     /// Has the operation of this name (that of the SDK's function) of a control answer so from now on. One that is not

@@ -46,6 +46,8 @@ Bench::Bench(std::unique_ptr<provider::IConnection> connection, const Settings& 
     , m_random(settings.seed)
     , m_connection(std::move(connection))
     , m_instrument(m_connection->instrument())
+    , m_hooks(m_connection->testHooks())
+    , m_abilities(m_hooks != nullptr ? m_hooks->abilities() : std::vector<Ability>())
 {
     m_connection->setListener(this);
 }
@@ -114,50 +116,76 @@ void Bench::settle()
     const bool canWait = can(Ability::WaitUntilQuiet);
     if (canWait) {
         const std::lock_guard guard(m_hooksMutex);
-        orNotApplicable(m_connection->testHooks()->waitUntilQuiet());
+        orNotApplicable(m_hooks->waitUntilQuiet());
     }
     waitUntil([] { return false; }, canWait ? forMore : forAll);
 }
 
-bool Bench::can(Ability ability) const
+std::shared_ptr<void> Bench::held(const devices::ControlName& control) const
 {
-    provider::ITestHooks* const hooks = m_connection->testHooks();
-    if (hooks == nullptr)
-        return false;
-    const auto abilities = hooks->abilities();
-    return std::ranges::find(abilities, ability) != abilities.end();
+    auto found = m_instrument->findControl(control.keys.sdk);
+    if (!found)
+        throw NotApplicable("is no longer offered", named(control));
+    return found;
 }
 
-provider::ITestHooks& Bench::hooksFor(Ability ability)
+bool Bench::can(Ability ability) const
+{
+    return std::ranges::find(m_abilities, ability) != m_abilities.end();
+}
+
+void Bench::needs(Ability ability) const
 {
     if (!can(ability))
         throw NotApplicable(std::string("the provider has no test hook to ") + toDo(ability));
-    return *m_connection->testHooks();
 }
 
 void Bench::releaseControls()
 {
+    needs(Ability::ReleaseAndOffer);
     const std::lock_guard guard(m_hooksMutex);
-    orNotApplicable(hooksFor(Ability::ReleaseAndOffer).releaseControls());
+    orNotApplicable(m_hooks->releaseControls());
 }
 
 void Bench::offerControls()
 {
+    needs(Ability::ReleaseAndOffer);
     const std::lock_guard guard(m_hooksMutex);
-    orNotApplicable(hooksFor(Ability::ReleaseAndOffer).offerControls());
+    orNotApplicable(m_hooks->offerControls());
 }
 
 void Bench::setAnswer(const devices::ControlName& control, const std::string& operation, Answer answer)
 {
+    needs(Ability::Answer);
     const std::lock_guard guard(m_hooksMutex);
-    orNotApplicable(hooksFor(Ability::Answer).setAnswer(control.keys.sdk, QString::fromStdString(operation), answer),
-                    named(control));
+    orNotApplicable(m_hooks->setAnswer(control.keys.sdk, QString::fromStdString(operation), answer), named(control));
 }
 
 void Bench::notify(const devices::ControlName& control)
 {
+    needs(Ability::Notify);
     const std::lock_guard guard(m_hooksMutex);
-    orNotApplicable(hooksFor(Ability::Notify).notify(control.keys.sdk), named(control));
+    orNotApplicable(m_hooks->notify(control.keys.sdk), named(control));
+}
+
+Released::Released(Bench& bench)
+    : m_bench(bench)
+{
+    m_bench.begin("the controls are released");
+    m_bench.releaseControls();
+    m_bench.waitUntil([&] {
+        return std::ranges::none_of(controls::all, [&](const devices::ControlName& each) {
+            return m_bench.instrument()->findControl(each.keys.sdk) != nullptr;
+        });
+    });
+}
+
+Released::~Released()
+try {
+    m_bench.begin("the controls are offered");
+    m_bench.offerControls();
+} catch (const std::exception&) {
+    return; // what needs them sees that they are not there
 }
 
 } // namespace tov::conformance

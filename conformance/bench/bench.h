@@ -72,13 +72,6 @@ public:
     /// From now on the operation is passed if the SDK ends the program by `std::terminate()`.
     void passIfTerminated(const std::string& operation) const;
 
-    /// The control of this kind as the instrument offers it; null when it does not.
-    template <typename SdkIface, typename... Types>
-    std::shared_ptr<SdkIface> find(const devices::ControlKind<SdkIface, Types...>& kind) const
-    {
-        return std::static_pointer_cast<SdkIface>(m_instrument->findControl(kind.keys.sdk));
-    }
-
     /// The controls to look at that the instrument offers now, in an order that the seed determines.
     std::vector<devices::ControlName> offered();
 
@@ -96,10 +89,13 @@ public:
     /// Waits until what is under way is answered and told, as far as that can be known.
     void settle();
 
+    /// The control of this kind as the instrument offers it. Throws `NotApplicable` when it does not.
+    std::shared_ptr<void> held(const devices::ControlName& control) const;
+
     bool can(Ability ability) const;
 
-    /// The test hooks. Throws `NotApplicable` when they are not able to do this.
-    provider::ITestHooks& hooksFor(Ability ability);
+    /// Throws `NotApplicable` when the test hooks are not able to do this.
+    void needs(Ability ability) const;
 
     /// Has the controls go and come; these may be called on any thread. Throw `NotApplicable` when it cannot be done.
     void releaseControls();
@@ -124,8 +120,24 @@ private:
     IProgress& m_progress;
     std::mt19937_64 m_random;
     std::unique_ptr<provider::IConnection> m_connection;
-    std::shared_ptr<sdk::IVna> m_instrument;
+    const std::shared_ptr<sdk::IVna> m_instrument;
+    provider::ITestHooks* const m_hooks;
+    const std::vector<Ability> m_abilities;
     std::mutex m_hooksMutex; // the hooks are used by one thread at a time
+};
+
+/// Has the controls gone as long as it lives. Throws `NotApplicable` when that cannot be done.
+class Released
+{
+public:
+    /// Returns when no control is found any more, or when they have had their time.
+    explicit Released(Bench& bench);
+    Released(const Released&) = delete;
+    Released& operator=(const Released&) = delete;
+    ~Released();
+
+private:
+    Bench& m_bench;
 };
 
 /// A control and one of its operations, in words.

@@ -128,8 +128,10 @@ Call fileWritten(Bench& bench, const Files& files)
 std::pair<FileInfo, Call> spareFile(Bench& bench, const Files& files)
 {
     const Call written = fileWritten(bench, files);
-    if (const auto error = answerOf(bench, named(controls::fileMemory, "writeFile"), written.make))
+    if (const auto error = answerOf(bench, named(controls::fileMemory, "writeFile"), written.make)) {
+        written.restore();
         throw NotApplicable("answers with an error: " + error.message(), "file-memory writeFile()");
+    }
     const auto own = findFile(bench, files, ownFile);
     if (!own)
         throw NotApplicable("the file that was written is not listed", "file-memory");
@@ -164,17 +166,21 @@ Call memoryWritten(Bench& bench, const Memory& memory)
 {
     const auto content = valueOf<Bytes>(bench, named(controls::memoryOperations, "read"),
                                         [&](auto answer) { memory->read(std::move(answer)); });
+    if (content.empty())
+        throw NotApplicable("reads nothing that could be written again", "memory-operations");
     return {.make = [=](const Answered& answered) { memory->write(content, answered); }, .restore = nullptr};
 }
 
 Call memoryErased(Bench& bench, const Memory& memory)
 {
+    constexpr int patiently = 60; // it comes after what may have taken long
     const Call written = memoryWritten(bench, memory);
     return {.make = [=](const Answered& answered) { memory->erase(answered); },
             .restore =
                 [&bench, written] {
-                    if (const auto error = answerOf(bench, named(controls::memoryOperations, "write"), written.make))
-                        throw Finding("the memory was erased and cannot be written again: " + error.message());
+                    const std::string name = named(controls::memoryOperations, "write");
+                    if (const auto error = answerOf(bench, name + ", which restores", written.make, patiently))
+                        throw Finding("the memory is erased: " + error.message());
                 }};
 }
 
@@ -223,23 +229,30 @@ try {
     throw NotApplicable(std::string("throws: ") + error.what(), named(operation.control, operation.name));
 }
 
-// Restores whatever happens, and lets the first thing that went wrong be known.
-void workWith(const Call& call, const std::function<void()>& work)
+// That it could not be restored is to be known whatever else went wrong.
+void restore(const Call& call, const std::string& name, const std::string& before)
+{
+    if (!call.restore)
+        return;
+    try {
+        call.restore();
+    } catch (const std::exception& error) {
+        throw Finding(before + "what " + name + " changed cannot be restored: " + error.what());
+    }
+}
+
+void workWith(const Call& call, const std::string& name, const std::function<void()>& work)
 {
     try {
         work();
+    } catch (const Finding& finding) {
+        restore(call, name, std::string(finding.what()) + "; and ");
+        throw;
     } catch (...) {
-        const auto thrown = std::current_exception();
-        try {
-            if (call.restore)
-                call.restore();
-        } catch (const std::exception&) {
-            std::rethrow_exception(thrown);
-        }
+        restore(call, name, {});
         throw;
     }
-    if (call.restore)
-        call.restore();
+    restore(call, name, {});
 }
 
 } // namespace
@@ -292,14 +305,25 @@ bool Answers::block(std::chrono::milliseconds patience) const
     return m_state->answered.wait_for(lock, patience, [this] { return !m_state->errors.empty(); });
 }
 
-std::error_code answerOf(const Bench& bench, const std::string& name, const std::function<void(Answered)>& call)
+void make(const std::string& name, const std::function<void(Answered)>& call, const Answered& answered)
+try {
+    call(answered);
+} catch (const std::exception& error) {
+    throw NotApplicable(std::string("throws: ") + error.what(), name);
+}
+
+std::error_code answerOf(const Bench& bench, const std::string& name, const std::function<void(Answered)>& call,
+                         int times)
 {
     const Answers answers;
     bench.begin(name);
-    call(answers.callback());
-    if (!bench.waitUntil([&] { return answers.count() > 0; }))
-        throw Finding(name + " is not answered in time");
-    return answers.error();
+    make(name, call, answers.callback());
+    for (int time = 0; time < times; ++time) {
+        if (bench.waitUntil([&] { return answers.count() > 0; }))
+            return answers.error();
+        bench.begin(name + ", which is still waited for");
+    }
+    throw Finding(name + " is not answered in time");
 }
 
 void beAllowed(const Bench& bench, const CallbackOperation& operation)
@@ -342,12 +366,10 @@ Seen forEachOperation(Bench& bench, const Which& which,
                 continue;
             try {
                 beAllowed(bench, operation);
-                const auto found = bench.instrument()->findControl(control.keys.sdk);
-                if (!found)
-                    throw NotApplicable("is no longer offered", named(control));
+                const auto found = bench.held(control);
                 bench.begin(name);
                 const Call call = prepared(bench, operation, found);
-                workWith(call, [&] { work(operation, name, call); });
+                workWith(call, name, [&] { work(operation, name, call); });
                 tally.looked(name);
             } catch (const NotApplicable& why) {
                 tally.leftOut(why);
@@ -363,6 +385,13 @@ Answering::Answering(Bench& bench, const CallbackOperation& operation, Bench::An
     , m_operation(operation)
 {
     m_bench.setAnswer(operation.control, operation.name, answer);
+}
+
+std::unique_ptr<Answering> answeringIfItCan(Bench& bench, const CallbackOperation& operation, Bench::Answer answer)
+try {
+    return std::make_unique<Answering>(bench, operation, answer);
+} catch (const NotApplicable&) {
+    return nullptr;
 }
 
 Answering::~Answering()

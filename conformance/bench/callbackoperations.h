@@ -68,8 +68,12 @@ struct CallbackOperation
 /// All of them but one: what it writes into the RAM of a potentiometer cannot be read and restored.
 const std::vector<CallbackOperation>& callbackOperations();
 
-/// What an operation answers, which is waited for; throws `Finding` when no answer comes.
-std::error_code answerOf(const Bench& bench, const std::string& name, const std::function<void(Answered)>& call);
+/// Makes a call. One that throws answers nothing, as it may, which is a `NotApplicable`.
+void make(const std::string& name, const std::function<void(Answered)>& call, const Answered& answered);
+
+/// What an operation answers, which is waited for so many times the time-out; throws `Finding` when no answer comes.
+std::error_code answerOf(const Bench& bench, const std::string& name, const std::function<void(Answered)>& call,
+                         int times = 1);
 
 /// Throws `NotAllowed` if the user has not allowed what the operation does.
 void beAllowed(const Bench& bench, const CallbackOperation& operation);
@@ -84,7 +88,7 @@ bool ofTheFileMemory(const CallbackOperation& operation);
 Seen forEachOperation(Bench& bench, const Which& which,
                       const std::function<void(const CallbackOperation&, const std::string& name, const Call&)>& work);
 
-/// Has an operation answer in a way of its own as long as this lives.
+/// Has an operation answer in a way of its own as long as this lives. Throws `NotApplicable` when it cannot be had.
 class Answering
 {
 public:
@@ -97,5 +101,8 @@ private:
     Bench& m_bench;
     const CallbackOperation& m_operation;
 };
+
+/// The same; null when it cannot be had.
+std::unique_ptr<Answering> answeringIfItCan(Bench& bench, const CallbackOperation& operation, Bench::Answer answer);
 
 } // namespace tov::conformance

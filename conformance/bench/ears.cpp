@@ -10,6 +10,7 @@
 #include "sdk/service/iyqifswcalibrationcontrol.h"
 
 #include <deque>
+#include <exception>
 #include <utility>
 #include <vector>
 
@@ -131,9 +132,16 @@ Registered::Registered(Ear& ear, std::shared_ptr<void> control)
 Registered::~Registered()
 try {
     m_ear.poison();
-    m_ear.removeFrom(m_control);
+    if (std::uncaught_exceptions() == m_exceptions) // a finding is not to wait for what may hang
+        m_ear.removeFrom(m_control);
 } catch (const std::exception&) {
     return; // whether it throws is looked at elsewhere
+}
+
+void expectTold(const Bench& bench, const Ear& ear, const devices::ControlName& control, int before)
+{
+    if (!bench.waitUntil([&] { return ear.told() > before; }))
+        throw NotApplicable("told nobody", named(control));
 }
 
 bool isObservable(const devices::ControlName& control)
@@ -162,10 +170,7 @@ Seen forEachObservable(Bench& bench, const WhichControls& which,
             continue;
         try {
             bench.begin("observers of " + named(control));
-            auto found = bench.instrument()->findControl(control.keys.sdk);
-            if (!found)
-                throw NotApplicable("is no longer offered", named(control));
-            work(control, std::move(found)); // whose owner it is then
+            work(control, bench.held(control)); // whose owner it is then
             tally.looked(named(control));
         } catch (const NotApplicable& why) {
             tally.leftOut(why);

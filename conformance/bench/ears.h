@@ -3,6 +3,7 @@
 #include "conformance/bench/bench.h"
 
 #include <atomic>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -57,7 +58,7 @@ private:
 /// A new one that can observe `control`, which must be observable.
 Ear& makeEar(const devices::ControlName& control);
 
-/// Registers an ear as long as it lives; then poisons it, too.
+/// Registers an ear as long as it lives; then poisons it, too. What the ear does when it is told lives longer.
 class Registered
 {
 public:
@@ -69,7 +70,11 @@ public:
 private:
     Ear& m_ear;
     const std::shared_ptr<void> m_control;
+    const int m_exceptions = std::uncaught_exceptions();
 };
+
+/// Waits until the ear has been told more often than `before`. Throws `NotApplicable` when it is not.
+void expectTold(const Bench& bench, const Ear& ear, const devices::ControlName& control, int before = 0);
 
 /// Which controls a check is about.
 using WhichControls = std::function<bool(const devices::ControlName&)>;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <exception>
 #include <functional>
 #include <thread>
 #include <utility>
@@ -17,8 +16,8 @@ public:
             while (!stop.stop_requested()) {
                 try {
                     cause();
-                } catch (const std::exception&) {
-                    continue; // an operation may throw
+                } catch (...) { // an operation may throw
+                    std::this_thread::yield();
                 }
                 std::this_thread::sleep_for(std::chrono::microseconds(500));
             }

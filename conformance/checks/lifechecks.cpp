@@ -41,34 +41,47 @@ void use(const Bench& bench, const Held& held)
 // The last owner of a control lets go of it inside one of its notifications.
 void letGoWhenTold(Bench& bench, const devices::ControlName& kind, std::shared_ptr<void> control)
 {
-    constexpr std::chrono::seconds forTheRelease(1);
     const auto cause = causeOf(bench, kind);
+    struct State
+    {
+        std::shared_ptr<void> control;
+        std::atomic<bool> registered = false;
+        std::atomic<bool> began = false;
+        std::atomic<bool> released = false;
+        std::atomic<bool> ended = false;
+    };
+    const auto state = std::make_shared<State>(); // which a notification that hangs goes on using
     Ear& ear = makeEar(kind);
-    std::atomic<bool> released = false;
-    std::atomic<bool> left = false;
-    ear.whenTold = [&] {
-        const auto deadline = std::chrono::steady_clock::now() + forTheRelease;
-        while (!released && std::chrono::steady_clock::now() < deadline)
+    ear.whenTold = [state, patience = bench.settings().timeout] {
+        if (!state->registered || state->began.exchange(true))
+            return;
+        const auto deadline = std::chrono::steady_clock::now() + patience;
+        while (!state->released && std::chrono::steady_clock::now() < deadline)
             std::this_thread::sleep_for(std::chrono::microseconds(100));
-        if (!left)
-            control.reset();
-        left = true;
+        if (state->released)
+            state->control.reset();
+        state->ended = true;
     };
     ear.addTo(control);
+    state->control = std::move(control);
+    state->registered = true;
     {
         const Pump pump(cause);
-        if (!bench.waitUntil([&] { return ear.isBeingTold(); })) {
-            ear.removeFrom(control);
+        if (!bench.waitUntil([&] { return state->began.load(); })) {
+            ear.poison();
             throw NotApplicable("told nobody", named(kind));
         }
     }
+    const Released released(bench);
     bench.begin("the last owner of " + named(kind) + " lets go of it inside a notification");
-    bench.releaseControls();
-    released = true;
-    if (!bench.waitUntil([&] { return left && !ear.isBeingTold(); }))
+    state->released = true;
+    const bool ended = bench.waitUntil([&] { return state->ended && !ear.isBeingTold(); });
+    ear.poison();
+    if (!ended)
         throw Finding("a notification of " + named(kind) + " does not end when the last owner lets go inside it");
+    if (state->control)
+        throw NotApplicable("waits for notifications when it is released", named(kind));
     bench.settle();
-    bench.offerControls();
 }
 
 /// Calls that wait for an answer, as long as the provider can have them do.
@@ -95,10 +108,15 @@ public:
         }
         std::vector<std::unique_ptr<Answering>> late;
         for (const Prepared& each : all) {
-            if (bench.can(Bench::Ability::Answer))
-                late.push_back(std::make_unique<Answering>(bench, each.operation, Bench::Answer::Late));
+            late.push_back(answeringIfItCan(bench, each.operation, Bench::Answer::Late));
             bench.begin(each.name);
-            each.call.make(m_answers.emplace_back(each.name, Answers()).second.callback());
+            const Answers answers;
+            try {
+                make(each.name, each.call.make, answers.callback());
+            } catch (const NotApplicable&) {
+                continue; // it throws
+            }
+            m_answers.emplace_back(each.name, answers);
         }
     }
 
@@ -120,6 +138,8 @@ private:
 
 Seen instrumentOutlivesItsConnection(Bench& bench)
 {
+    if (bench.instrument().use_count() == 0)
+        throw Finding("nobody owns the instrument that the connection gives");
     bench.close();
     for (const devices::ControlName& each : devices::controls::all) {
         bench.begin("findControl() for " + named(each) + " after the instrument was closed");
@@ -131,20 +151,19 @@ Seen instrumentOutlivesItsConnection(Bench& bench)
 
 Seen lastOwnerDestroys(Bench& bench)
 {
-    bench.hooksFor(Bench::Ability::ReleaseAndOffer);
+    bench.needs(Bench::Ability::ReleaseAndOffer);
     Tally tally;
     auto held = holdAll(bench);
-    if (held.empty())
-        return tally.seen();
-    bench.releaseControls();
-    for (const Held& each : held)
-        use(bench, each);
-    for (Held& each : held) {
-        bench.begin("the last owner of " + named(each.kind) + " lets go of it on another thread");
-        std::thread([control = std::exchange(each.control, nullptr)]() mutable { control.reset(); }).join();
-        tally.looked(named(each.kind));
+    {
+        const Released released(bench);
+        for (const Held& each : held)
+            use(bench, each);
+        for (Held& each : held) {
+            bench.begin("the last owner of " + named(each.kind) + " lets go of it on another thread");
+            std::thread([control = std::exchange(each.control, nullptr)]() mutable { control.reset(); }).join();
+            tally.looked(named(each.kind));
+        }
     }
-    bench.offerControls();
     try {
         const auto told = forEachObservable(bench, isObservable,
                                             [&](const devices::ControlName& kind, std::shared_ptr<void> control) {
@@ -161,13 +180,13 @@ Seen lastOwnerDestroys(Bench& bench)
 
 Seen oldControlsGoAndNewOnesCome(Bench& bench)
 {
-    bench.hooksFor(Bench::Ability::ReleaseAndOffer);
+    bench.needs(Bench::Ability::ReleaseAndOffer);
     const WaitingCalls waiting(bench);
     auto old = holdAll(bench);
-    bench.begin("the controls are released");
-    bench.releaseControls();
-    waiting.expectAnswers();
-    bench.offerControls();
+    {
+        const Released released(bench);
+        waiting.expectAnswers();
+    }
 
     Tally tally;
     std::vector<std::pair<devices::ControlName, std::weak_ptr<void>>> gone;

@@ -1,6 +1,7 @@
 #include "conformance/bench/causes.h"
 #include "conformance/bench/ears.h"
 #include "conformance/bench/exactness.h"
+#include "conformance/bench/threads.h"
 #include "conformance/checks/rulechecks.h"
 
 #include <algorithm>
@@ -87,13 +88,10 @@ void lookOnManyThreads(Bench& bench, const std::vector<devices::ControlName>& of
     bench.begin("findControl() " + when);
     Lookups lookups(offered);
     {
-        std::vector<std::jthread> looking;
-        for (int thread = 0; thread < threads; ++thread)
-            looking.emplace_back([&](const std::stop_token& stop) {
-                do
-                    lookups.look(*bench.instrument());
-                while (!stop.stop_requested());
-            });
+        const auto looking = onThreads(threads, [&](const std::stop_token& stop) {
+            for (int round = 0; round < rounds || !stop.stop_requested(); ++round)
+                lookups.look(*bench.instrument());
+        });
         for (int round = 0; comeAndGo && round < rounds; ++round) {
             bench.releaseControls();
             bench.offerControls();
@@ -114,10 +112,29 @@ Seen lookWhenTold(Bench& bench, const std::vector<devices::ControlName>& offered
                                  bench.begin("findControl() " + when);
                                  const Registered registered(ear, found);
                                  cause();
-                                 bench.waitUntil([&] { return ear.told() > 0; });
+                                 expectTold(bench, ear, control);
                                  bench.settle();
                                  lookups.judge(when);
                              });
+}
+
+void expectCheap(Bench& bench, const std::string& when)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds cheap(1);
+    constexpr int attempts = 20;
+
+    bench.begin("the time of findControl() " + when);
+    for (const sdk::Key key : absentKeys(bench)) {
+        auto fastest = Clock::duration::max();
+        for (int attempt = 0; attempt < attempts && fastest > cheap; ++attempt) { // the machine may be busy
+            const auto start = Clock::now();
+            bench.instrument()->findControl(key);
+            fastest = std::min(fastest, Clock::now() - start);
+        }
+        if (fastest > cheap)
+            throw Finding("findControl() takes more than 1 ms " + when);
+    }
 }
 
 } // namespace
@@ -164,10 +181,11 @@ Seen givesNothingForWhatIsNotThere(Bench& bench)
         tally.leftOut(why);
     }
     try {
-        bench.releaseControls();
-        for (const devices::ControlName& control : offered)
-            expectNothing(bench, control, "after it was released");
-        bench.offerControls();
+        {
+            const Released released(bench);
+            for (const devices::ControlName& control : offered)
+                expectNothing(bench, control, "after it was released");
+        }
         for (const devices::ControlName& control : offered)
             if (!bench.waitUntil([&] { return bench.instrument()->findControl(control.keys.sdk) != nullptr; }))
                 throw Finding("findControl() does not give " + named(control) + " after it was offered again");
@@ -193,9 +211,8 @@ Seen doesNotThrow(Bench& bench)
     look("when there is nothing");
     tally.looked("keys that no control has, controls that the instrument lacks");
     try {
-        bench.releaseControls();
+        const Released released(bench);
         look("after the controls were released");
-        bench.offerControls();
         tally.looked("released controls");
     } catch (const NotApplicable& why) {
         tally.leftOut(NotApplicable(why.what(), "released controls"));
@@ -205,23 +222,17 @@ Seen doesNotThrow(Bench& bench)
 
 Seen isCheapWhenThereIsNothing(Bench& bench)
 {
-    using Clock = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds cheap(1);
-    constexpr int batches = 20;
-
-    const auto keys = absentKeys(bench);
-    bench.begin("findControl() when there is nothing");
-    auto fastest = Clock::duration::max();
-    for (int batch = 0; batch < batches; ++batch) { // the machine may have something else to do
-        const auto start = Clock::now();
-        for (const sdk::Key key : keys)
-            bench.instrument()->findControl(key);
-        fastest = std::min(fastest, (Clock::now() - start) / static_cast<int>(keys.size()));
+    Tally tally;
+    expectCheap(bench, "when there is nothing");
+    tally.looked("keys that no control has, controls that the instrument lacks");
+    try {
+        const Released released(bench);
+        expectCheap(bench, "after the controls were released");
+        tally.looked("released controls");
+    } catch (const NotApplicable& why) {
+        tally.leftOut(NotApplicable(why.what(), "released controls"));
     }
-    const auto nanoseconds = std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(fastest).count());
-    if (fastest > cheap)
-        throw Finding("findControl() takes " + nanoseconds + " ns when there is nothing, which is more than 1 ms");
-    return {"findControl() when there is nothing, which takes " + nanoseconds + " ns", {}};
+    return tally.seen();
 }
 
 } // namespace tov::conformance::lookup

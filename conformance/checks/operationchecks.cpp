@@ -1,8 +1,10 @@
 #include "conformance/bench/callbackoperations.h"
 #include "conformance/bench/reads.h"
+#include "conformance/bench/threads.h"
 #include "conformance/checks/rulechecks.h"
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -11,151 +13,146 @@ namespace tov::conformance::operations {
 
 namespace {
 
+constexpr std::size_t threads = 8;
+constexpr std::chrono::milliseconds longEnough(300);
+
+/// What goes wrong first on any of several threads, and whether they get on.
+class Crowd
+{
+public:
+    /// Does `work` again and again, on several threads at the same time, for a while.
+    void work(const Bench& bench, const std::string& what, const std::function<void()>& work)
+    {
+        const auto end = std::chrono::steady_clock::now() + longEnough;
+        std::atomic<std::size_t> ended = 0;
+        const auto working = onThreads(threads, [&](const std::stop_token& /*stop*/) {
+            do // NOLINT(*-avoid-do-while): a slow instrument has no time for a second round
+                attempt(work);
+            while (!isFinding() && std::chrono::steady_clock::now() < end);
+            ++ended;
+        });
+        for (int seen = -1; ended < threads; std::this_thread::sleep_for(std::chrono::milliseconds(5)))
+            if (const int now = m_steps; now != seen) { // that they get on shows that the check does
+                bench.begin(what);
+                seen = now;
+            }
+        const std::lock_guard guard(m_mutex);
+        if (m_finding)
+            throw Finding(what + ": " + *m_finding);
+    }
+
+    void step() { ++m_steps; }
+
+private:
+    void attempt(const std::function<void()>& work)
+    {
+        try {
+            work();
+        } catch (const std::exception& error) {
+            tell(error.what());
+        } catch (...) {
+            tell("something is thrown");
+        }
+        step();
+    }
+
+    void tell(const char* text)
+    {
+        const std::lock_guard guard(m_mutex);
+        if (!m_finding)
+            m_finding = text;
+    }
+
+    bool isFinding() const
+    {
+        const std::lock_guard guard(m_mutex);
+        return m_finding.has_value();
+    }
+
+    std::atomic<int> m_steps = 0;
+    mutable std::mutex m_mutex; // guards all below
+    std::optional<std::string> m_finding;
+};
+
 struct NamedCall
 {
     std::string name;
     Call call;
 };
 
-// All of a control that reads, and how it answers when nobody else calls.
-class Readings
+// Those that read, and work when nobody else calls.
+std::vector<NamedCall> readingCalls(Bench& bench, const devices::ControlName& kind,
+                                    const std::shared_ptr<void>& control)
 {
-public:
-    Readings(const Bench& bench, const devices::ControlName& kind, std::shared_ptr<void> control)
-        : m_timeout(bench.settings().timeout)
-        , m_kind(kind)
-        , m_control(std::move(control))
-    {
-    }
-
-    void add(const NamedCall& call) { m_calls.push_back(call); }
-
-    /// Throws `Finding`; on any thread.
-    void read() const
-    {
-        readAll(m_kind, m_control);
-        for (const NamedCall& each : m_calls) {
-            const Answers answers;
-            each.call.make(answers.callback());
-            if (!answers.block(m_timeout))
-                throw Finding(each.name + " is not answered when other threads call too");
-            if (answers.error())
-                throw Finding(each.name + " fails when other threads call too: " + answers.error().message());
-        }
-    }
-
-private:
-    const std::chrono::milliseconds m_timeout;
-    const devices::ControlName m_kind;
-    const std::shared_ptr<void> m_control;
-    std::vector<NamedCall> m_calls;
-};
-
-// What went wrong first on any of several threads.
-class FirstFinding
-{
-public:
-    template <typename Work>
-    void attempt(Work work)
-    try {
-        work();
-    } catch (const std::exception& error) {
-        const std::lock_guard guard(m_mutex);
-        if (!m_text)
-            m_text = error.what();
-    }
-
-    bool isThere() const
-    {
-        const std::lock_guard guard(m_mutex);
-        return m_text.has_value();
-    }
-
-    void throwIfThere(const std::string& where) const
-    {
-        const std::lock_guard guard(m_mutex);
-        if (m_text)
-            throw Finding(where + *m_text);
-    }
-
-private:
-    mutable std::mutex m_mutex; // guards all below
-    std::optional<std::string> m_text;
-};
+    std::vector<NamedCall> calls;
+    for (const CallbackOperation& operation : callbackOperations())
+        if (operation.control.keys.sdk == kind.keys.sdk && onlyReads(operation))
+            try {
+                const NamedCall call{named(kind, operation.name), operation.prepare(bench, control)};
+                if (call.call.restore)
+                    call.call.restore(); // a file that was made for it
+                else if (!answerOf(bench, call.name, call.call.make))
+                    calls.push_back(call);
+            } catch (const NotLookedAt&) {
+                continue; // the control has others
+            }
+    return calls;
+}
 
 void readOnManyThreads(Bench& bench, const devices::ControlName& kind)
 {
-    constexpr int threads = 8;
-    constexpr int rounds = 25;
-
-    const auto control = bench.instrument()->findControl(kind.keys.sdk);
-    if (!control)
-        throw NotApplicable("is no longer offered", named(kind));
-    Readings readings(bench, kind, control);
+    const auto control = bench.held(kind);
     bench.begin("operations of " + named(kind));
     try {
         readAll(kind, control);
     } catch (const std::exception& error) {
         throw NotApplicable(std::string("an operation throws: ") + error.what(), named(kind));
     }
-    for (const CallbackOperation& operation : callbackOperations())
-        if (operation.control.keys.sdk == kind.keys.sdk && operation.effect == CallbackOperation::Effect::Reads)
-            try {
-                const NamedCall call{named(kind, operation.name), operation.prepare(bench, control)};
-                if (!answerOf(bench, call.name, call.call.make))
-                    readings.add(call);
-            } catch (const NotLookedAt&) {
-                continue; // the control has others
-            }
+    const auto calls = readingCalls(bench, kind, control);
+    const auto patience = static_cast<int>(threads) * bench.settings().timeout; // one may come after the other
 
-    bench.begin("operations of " + named(kind) + " on eight threads at the same time");
-    FirstFinding finding;
-    {
-        std::vector<std::jthread> reading;
-        for (int thread = 0; thread < threads; ++thread)
-            reading.emplace_back([&] {
-                for (int round = 0; round < rounds && !finding.isThere(); ++round)
-                    finding.attempt([&] { readings.read(); });
-            });
-    }
-    finding.throwIfThere(named(kind) + " on eight threads: ");
+    Crowd crowd;
+    crowd.work(bench, "operations of " + named(kind) + " on eight threads at the same time", [&] {
+        readAll(kind, control);
+        crowd.step();
+        for (const NamedCall& each : calls) {
+            const Answers answers;
+            each.call.make(answers.callback());
+            if (!answers.block(patience))
+                throw Finding(each.name + " is not answered");
+            if (answers.error())
+                throw Finding(each.name + " fails: " + answers.error().message());
+            crowd.step();
+        }
+    });
 }
 
 void viewOnManyThreads(Bench& bench, const View& view)
 {
-    constexpr int others = 3;
-    constexpr int rounds = 2000;
-
     const std::string name = named(view.control, view.name);
-    const auto control = bench.instrument()->findControl(view.control.keys.sdk);
-    if (!control)
-        throw NotApplicable("is no longer offered", named(view.control));
+    const auto control = bench.held(view.control);
     bench.begin(name);
-    const auto first = view.take(control);
-    const QByteArray content = first();
-    std::atomic<bool> torn = false;
-    FirstFinding finding;
-    {
-        std::vector<std::jthread> asking;
-        for (int thread = 0; thread < others; ++thread)
-            asking.emplace_back([&] {
-                finding.attempt([&] {
-                    for (int round = 0; round < rounds && !torn; ++round) {
-                        const auto mine = view.take(control);
-                        const QByteArray before = mine();
-                        readAll(view.control, control);
-                        if (!view.changesByItself && mine() != before)
-                            torn = true;
-                        const auto again = view.take(control);
-                        if (again() != again())
-                            torn = true;
-                    }
-                });
-            });
+    std::function<QByteArray()> first;
+    try {
+        first = view.take(control);
+    } catch (const std::exception& error) {
+        throw NotApplicable(std::string("throws: ") + error.what(), name);
     }
-    finding.throwIfThere(name + " on several threads: ");
-    if (torn || (!view.changesByItself && first() != content))
-        throw Finding("what " + name + " gives changes while it is looked at");
+    const QByteArray content = first();
+    const Finding changing("what it gives changes while it is looked at");
+    Crowd crowd;
+    crowd.work(bench, name + " on eight threads at the same time", [&] {
+        const auto mine = view.take(control);
+        const QByteArray before = mine();
+        readAll(view.control, control);
+        if (!view.changesByItself && mine() != before)
+            throw changing;
+        const auto again = view.take(control);
+        if (again() != again())
+            throw changing;
+    });
+    if (!view.changesByItself && first() != content)
+        throw Finding(name + ": " + changing.what());
 }
 
 } // namespace
@@ -191,7 +188,7 @@ Seen giveViewsThatStay(Bench& bench)
 Seen bearQuestionsForAvailability(Bench& bench)
 {
     const auto look = [&](const CallbackOperation& operation, const std::string& name, const Call& call) {
-        const auto files = bench.instrument()->findControl(operation.control.keys.sdk);
+        const auto files = bench.held(operation.control);
         const auto ask = [&](const std::string& when) {
             bench.begin("isAvailable() of file-memory " + when + " " + name);
             try {
@@ -202,7 +199,7 @@ Seen bearQuestionsForAvailability(Bench& bench)
         };
         const Answers answers;
         ask("before");
-        call.make(answers.callback());
+        make(name, call.make, answers.callback());
         ask("while somebody waits for");
         if (!bench.waitUntil([&] { return answers.count() > 0; }))
             throw Finding(name + " is not answered when isAvailable() is called meanwhile");

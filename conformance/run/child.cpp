@@ -7,6 +7,7 @@
 #include <QProcess>
 
 #include <optional>
+#include <stdexcept>
 
 namespace tov::conformance {
 
@@ -99,7 +100,14 @@ ChildRun runInChild(const QStringList& arguments, std::chrono::milliseconds sile
     environment.insert(u"MALLOC_PERTURB_"_s, u"165"_s); // so that what is freed looks freed
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QCoreApplication::applicationFilePath(), arguments);
+    constexpr int attempts = 3; // a process may fail to start; one that has started is never tried again
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        child.start(QCoreApplication::applicationFilePath(), arguments);
+        if (child.waitForStarted(-1))
+            break;
+    }
+    if (child.state() == QProcess::NotRunning && child.error() == QProcess::FailedToStart)
+        throw std::runtime_error("no process can be started: " + child.errorString().toStdString());
     ChildRun run = follow(child, silence);
     run.result.took = std::chrono::milliseconds(clock.elapsed());
     return run;

@@ -20,7 +20,7 @@ constexpr char recordSeparator = '\x1e';
 void tell(const QJsonObject& record)
 {
     const QByteArray line = QByteArray("\n") + recordSeparator + QJsonDocument(record).toJson(QJsonDocument::Compact);
-    std::cout << line.constData() << std::endl;
+    std::cout << line.constData() << '\n' << std::flush;
 }
 
 class Progress final : public IProgress

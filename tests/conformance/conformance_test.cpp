@@ -141,6 +141,24 @@ TEST(Conformance, IsThatOfOneThatCanDoEverythingAndAnswersLater)
     EXPECT_THAT(withVerdict(run, u"pass"_s), SizeIs(rules().size() - notCheckable().size())) << run.output.constData();
 }
 
+TEST(Conformance, IsThatOfOneThatIsSlow)
+{
+    const Outcome run = conformance({u"--json"_s, u"--provider"_s, u"simulated:answers=later,delay=150000"_s,
+                                     u"--control"_s, u"serial-number"_s, u"--timeout"_s, u"1"_s, u"--only"_s,
+                                     u"OPS-1"_s, u"--only"_s, u"CALLBACK-1"_s, u"--only"_s, u"CALLBACK-3"_s});
+    EXPECT_EQ(run.status, 0) << run.output.constData();
+}
+
+TEST(Conformance, IsThatOfOneWhoseOperationsThrow)
+{
+    QStringList arguments{u"--json"_s, u"--provider"_s,
+                          u"simulated:fault=serial-number.readSerialNumber=throw,fault=file-memory.fileList=throw"_s};
+    for (const QString& id : {u"OPS-1"_s, u"OPS-4"_s, u"CALLBACK-1"_s, u"CALLBACK-2"_s, u"LIFE-3"_s})
+        arguments << u"--only"_s << id;
+    const Outcome run = conformance(arguments);
+    EXPECT_EQ(run.status, 0) << run.output.constData();
+}
+
 TEST(Conformance, IsTriedWithoutTestHooksAndWithOneControl)
 {
     const Outcome run = conformance({u"--json"_s, u"--provider"_s, QStringLiteral(OWN_PROVIDER)});
@@ -198,8 +216,9 @@ TEST(Conformance, LeavesTheInstrumentAsItWas)
     Bench bench(std::move(connection), settings, progress);
     for (const Check& check : checks()) {
         const bool endsTheProgram = check.rule == "CALLBACK-2";
-        if (check.rule.starts_with("CALLBACK") && !endsTheProgram) {
-            EXPECT_THAT(check.look(bench).looked, HasSubstr("file-memory")) << check.rule;
+        const bool isOfOperations = check.rule.starts_with("CALLBACK") || check.rule.starts_with("OPS");
+        if (isOfOperations && check.look != nullptr && !endsTheProgram) {
+            EXPECT_THAT(check.look(bench).looked, Not(IsEmpty())) << check.rule;
         }
     }
     EXPECT_EQ(kept(*instrument, u"after"_s), before);
@@ -289,11 +308,11 @@ TEST(Conformance, SaysWhenAReportCannotBeWritten)
 }
 
 /// Each rule that can be looked at, and a mutant that breaks it.
-class ConformanceMutants : public TestWithParam<std::string>
+class EachConformanceMutant : public TestWithParam<std::string>
 {
 };
 
-TEST_P(ConformanceMutants, AreNoticedByTheCheckOfTheirRule)
+TEST_P(EachConformanceMutant, IsNoticedByTheCheckOfItsRule)
 {
     const QString id = QString::fromStdString(GetParam());
     const Outcome run = conformance(
@@ -302,7 +321,17 @@ TEST_P(ConformanceMutants, AreNoticedByTheCheckOfTheirRule)
     EXPECT_THAT(withVerdict(run, u"fail"_s), ElementsAre(id));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ConformanceMutants, ValuesIn(checkedRules()), [](const auto& tested) {
+TEST(ConformanceMutants, AreNoticedAlsoWhenTheyTellInsideAddObserver)
+{
+    for (const QString& id : {u"LIFE-2"_s, u"OBSERVER-1"_s, u"OBSERVER-3"_s, u"OBSERVER-9"_s}) {
+        const Outcome run =
+            conformance({u"--json"_s, u"--timeout"_s, u"1"_s, u"--control"_s, u"serial-number"_s, u"--provider"_s,
+                         mutant(u"tells-inside=true,breaks="_s + id), u"--only"_s, id});
+        EXPECT_THAT(withVerdict(run, u"fail"_s), ElementsAre(id)) << run.output.constData();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EachConformanceMutant, ValuesIn(checkedRules()), [](const auto& tested) {
     std::string name = tested.param;
     std::ranges::replace(name, '-', '_');
     return name;
