@@ -22,6 +22,8 @@
 #include "simulator/tuning/simulatedwn0807synthesiscontrol.h"
 #include "simulator/tuning/simulatedyqsynthesiscontrol.h"
 
+#include <QCborMap>
+#include <QCborValue>
 #include <QFile>
 
 #include <algorithm>
@@ -32,6 +34,24 @@
 namespace tov::simulator {
 
 namespace controls = devices::controls;
+
+namespace {
+
+// Whether all of `part` is in `whole`, to the bit.
+bool contains(const QCborMap& whole, const QCborMap& part)
+{
+    for (const auto& [key, value] : part) {
+        const QCborValue wanted = value;
+        const QCborValue found = whole[QCborValue(key)];
+        const bool same = wanted.isMap() ? found.isMap() && contains(found.toMap(), wanted.toMap())
+                                         : found.toCbor() == wanted.toCbor(); // what is not a number is like itself
+        if (!same)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
 
 // The control is erased from its interface pointer, which is what a user of the key casts it back to.
 template <typename Control, typename SdkIface, typename... Types, typename State, typename... Shared>
@@ -204,19 +224,34 @@ void SimulatedInstrument::waitUntilQuiet()
 
 void SimulatedInstrument::save(const QString& path) const
 {
-    QCborMap all;
-    {
-        const std::lock_guard guard(m_mutex);
-        for (const Slot& slot : m_slots)
-            all.insert(slot.name, slot.state->save());
-    }
+    const QCborMap all = state();
     if (!QFile::exists(path) || readStateFile(path) != all)
         writeStateFile(path, all);
 }
 
 void SimulatedInstrument::load(const QString& path)
 {
-    const QCborMap all = readStateFile(path);
+    const QCborMap loaded = readStateFile(path);
+    const QCborMap before = state();
+    restore(loaded);
+    if (!contains(state(), loaded)) {
+        restore(before);
+        throw std::runtime_error(
+            (path + ": this state is damaged: no instrument can have what it holds").toStdString());
+    }
+}
+
+QCborMap SimulatedInstrument::state() const
+{
+    const std::lock_guard guard(m_mutex);
+    QCborMap all;
+    for (const Slot& slot : m_slots)
+        all.insert(slot.name, slot.state->save());
+    return all;
+}
+
+void SimulatedInstrument::restore(const QCborMap& all)
+{
     const std::lock_guard guard(m_mutex);
     for (const Slot& slot : m_slots)
         if (all.contains(slot.name))

@@ -20,6 +20,8 @@
 #include <string>
 #include <vector>
 
+class QCborMap;
+
 namespace tov::simulator {
 
 class CalibrationUnitState;
@@ -125,7 +127,8 @@ public:
     void save(const QString& path) const;
 
     /// Takes over what `save()` kept. Throws `std::runtime_error` for a file that cannot be read, is of another
-    /// kind or version, or is damaged; neither it nor the instrument is changed then.
+    /// kind or version, is damaged, or holds what no instrument can have; neither it nor the instrument is changed
+    /// then.
     void load(const QString& path);
 
 private:
@@ -145,6 +148,8 @@ private:
 
     Slot& slot(sdk::Key key);
     void offer(Slot& slot) const;
+    QCborMap state() const;
+    void restore(const QCborMap& all);
 
     const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<FileMemoryState> m_files;

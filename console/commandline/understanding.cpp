@@ -97,6 +97,9 @@ Command::Action understand(const Command& program, const Words& arguments)
     app.require_subcommand(0, 1);
     app.fallthrough();
     declare(app, program);
+    for (const std::string& word : arguments) // the parser would take the next word for the value
+        if (word.starts_with("--") && word.ends_with('='))
+            throw BadUse("nothing stands behind '" + word + "'; see '" + program.name() + " --help'");
     try {
         app.parse(Words(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::Success& helpOrVersion) {

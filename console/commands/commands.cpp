@@ -36,6 +36,11 @@ Command allCommands(CommandSet commands, Options& options)
                 .type = "FILE",
                 .help = "Use the instrument that is kept in FILE, a new one if there is none",
                 .mustNotBeEmpty = "a file name is needed"})
+        .takes({.name = "--wait",
+                .target = &options.wait,
+                .type = "SECONDS",
+                .help = "Wait so long while another command uses the FILE (30)",
+                .mustNotBeEmpty = "a number of seconds is needed"})
         .optional("--missing", &options.missing, "CONTROL",
                   "Let the simulated instrument lack CONTROL; may be repeated", controlNames);
     addShellCommand(program);

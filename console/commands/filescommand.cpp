@@ -77,7 +77,11 @@ void get(ConsoleSession& console, const Arguments& arguments)
 void put(ConsoleSession& console, const Arguments& arguments)
 {
     const auto files = console.require(host::controls::fileMemory);
-    const QByteArray contents = readLocalFile(arguments.localFile);
+    // Whichever of the three figures it is, the room is not more.
+    const auto space = files->spaceInfo();
+    const auto room = space ? std::max({space->value1, space->value2, space->value3}) : std::uint64_t{muchMemory};
+    const QByteArray contents =
+        readLocalFile(arguments.localFile, static_cast<qint64>(std::min(room, static_cast<std::uint64_t>(muchMemory))));
     const QString name = arguments.newName ? QString::fromStdString(*arguments.newName)
                                            : QFileInfo(QString::fromStdString(arguments.localFile)).fileName();
     valueOf(files->writeFile(name, contents), name.toStdString());

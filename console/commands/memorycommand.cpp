@@ -80,7 +80,7 @@ void dump(ConsoleSession& console, const std::string& localFile)
 
 void load(ConsoleSession& console, const std::string& localFile)
 {
-    const QByteArray bytes = readLocalFile(localFile);
+    const QByteArray bytes = readLocalFile(localFile, muchMemory);
     std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));
     std::ranges::transform(bytes, contents.begin(), [](char byte) { return static_cast<std::byte>(byte); });
     withProgress(console, "writing the memory",

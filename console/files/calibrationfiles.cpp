@@ -62,6 +62,8 @@ SdkYqIfswCalibrationControl::IfswCalibrationData readIfswFile(const std::string&
 {
     std::vector<CsvRow> rows = readCsvFile(path);
     takeHeading(rows, path, {"vector", "value1", "value2", "value3"});
+    if (rows.empty())
+        failAtEnd(path, "a line of values");
     SdkYqIfswCalibrationControl::IfswCalibrationData data;
     for (const CsvRow& row : rows)
         addIfswRow(data, row);
@@ -80,6 +82,8 @@ PowerFile readPowerFile(const std::string& path)
     file.time = std::chrono::sys_seconds(std::chrono::seconds(time->toSecsSinceEpoch()));
     file.parameter = takeValue(rows, path, "parameter").number<double>();
     takeHeading(rows, path, {"value1", "value2", "value3", "value4", "value5", "value6", "value7", "value8", "value9"});
+    if (rows.empty())
+        failAtEnd(path, "a line of values");
     for (const CsvRow& row : rows) {
         expectFields(row, 9);
         file.points.push_back({row[0].number<double>(), row[1].number<float>(), row[2].number<float>(),

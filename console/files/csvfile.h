@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <cmath>
 #include <concepts>
 #include <string>
 #include <string_view>
@@ -53,7 +54,7 @@ Number CsvField::number() const
             return *parsed;
         failAt(*this, "a whole number that fits");
     } else {
-        if (const auto parsed = parseReal<Number>(text))
+        if (const auto parsed = parseReal<Number>(text); parsed && std::isfinite(*parsed))
             return *parsed;
         failAt(*this, "a number that fits");
     }

@@ -8,14 +8,16 @@
 
 namespace tov::console {
 
-QByteArray readLocalFile(const std::string& path)
+QByteArray readLocalFile(const std::string& path, qint64 most)
 {
     QFile file(QString::fromStdString(path));
     QByteArray contents;
     if (file.open(QIODevice::ReadOnly))
-        contents = file.readAll();
+        contents = file.read(most + 1);
     if (file.error() != QFileDevice::NoError)
         throw Failure(path + " cannot be read: " + file.errorString().toStdString());
+    if (contents.size() > most)
+        throw Failure(path + " has more than the " + std::to_string(most) + " bytes that fit");
     return contents;
 }
 

@@ -10,7 +10,9 @@
 #include <QJsonObject>
 #include <QJsonParseError>
 
+#include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 namespace tov::console {
@@ -49,6 +51,7 @@ public:
         if (!document.isObject())
             fail("the beginning", "expected an object");
         const QJsonObject object = document.object();
+        expectKeys(object, {"time", "parameter", "records", "frequencies", "ports", "paths"}, "");
 
         TermsFile file;
         const auto time = parseTimestamp(object["time"].toString());
@@ -58,6 +61,7 @@ public:
         file.parameter = object.contains("parameter") ? number(object["parameter"], "parameter") : 0.0;
         file.records =
             list<TermsRecord>(object, "records", "", [this](const QJsonObject& record, const std::string& at) {
+                expectKeys(record, {"key", "value", "number"}, at + ".");
                 return TermsRecord{wholeNumber<std::int64_t>(record["key"], at + ".key"),
                                    number(record["value"], at + ".value"),
                                    wholeNumber<std::int64_t>(record["number"], at + ".number")};
@@ -69,12 +73,15 @@ public:
 
         file.terms.ports =
             list<vna::ErrorTerms::Port>(object, "ports", "", [&](const QJsonObject& port, const std::string& at) {
+                expectKeys(port, {"port", "directivity", "source-match", "reflection-tracking"}, at + ".");
                 return vna::ErrorTerms::Port{
                     wholeNumber<int>(port["port"], at + ".port"), values(port, "directivity", at, count),
                     values(port, "source-match", at, count), values(port, "reflection-tracking", at, count)};
             });
         file.terms.portPairs =
             list<vna::ErrorTerms::PortPair>(object, "paths", "", [&](const QJsonObject& path, const std::string& at) {
+                expectKeys(path, {"source-port", "receiver-port", "load-match", "transmission-tracking", "isolation"},
+                           at + ".");
                 return vna::ErrorTerms::PortPair{wholeNumber<int>(path["source-port"], at + ".source-port"),
                                                  wholeNumber<int>(path["receiver-port"], at + ".receiver-port"),
                                                  values(path, "load-match", at, count),
@@ -88,6 +95,14 @@ private:
     [[noreturn]] void fail(const std::string& where, const std::string& what) const
     {
         throw Failure(m_file + ", " + where + ": " + what);
+    }
+
+    // A name with a slip of the pen would be left out without a word.
+    void expectKeys(const QJsonObject& object, std::initializer_list<const char*> known, const std::string& at) const
+    {
+        for (const QString& key : object.keys())
+            if (std::ranges::find(known, key.toStdString()) == known.end())
+                fail(at + key.toStdString(), "expected another name, which is one of the format");
     }
 
     double number(const QJsonValue& value, const std::string& where) const

@@ -51,6 +51,8 @@ const host::ProviderChoice& ConsoleSession::choice()
         orThrow<BadUse>(host::setOption(choice, QStringLiteral("missing"), QString::fromStdString(name)));
     if (!m_options.stateFile.empty())
         orThrow<BadUse>(host::setOption(choice, stateOption, QString::fromStdString(m_options.stateFile)));
+    if (!m_options.wait.empty())
+        orThrow<BadUse>(host::setOption(choice, QStringLiteral("wait"), QString::fromStdString(m_options.wait)));
     return m_choice.emplace(std::move(choice));
 }
 

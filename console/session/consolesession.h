@@ -20,6 +20,7 @@ struct Options
     std::string provider;             ///< by what the instrument is opened; empty: as the environment says
     std::vector<std::string> missing; ///< names of controls that the simulated instrument lacks
     std::string stateFile;            ///< where it is kept; empty: nowhere
+    std::string wait;                 ///< how long for others who use it, in seconds; empty: as the provider likes
 };
 
 /// What a command works with: an instrument and a place for its answer.

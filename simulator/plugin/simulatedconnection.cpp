@@ -7,12 +7,15 @@
 #include "sdk/service/iyqfactorypowercalibrationcontrol.h"
 #include "sdk/service/iyqifswcalibrationcontrol.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 namespace tov::simulator {
@@ -147,26 +150,41 @@ SimulatedConnection::~SimulatedConnection()
     m_instrument->releaseControls();
 }
 
-Result<void> SimulatedConnection::keepIn(const QString& file)
+Result<void> SimulatedConnection::keepIn(const QString& file, std::chrono::seconds patience)
 try {
-    // A lock file that a killed program left empty is only known to be nobody's after this time; one whose
-    // owner lives is never taken away.
-    constexpr int ownerlessAfter = 1000; // ms
-    constexpr int patience = 5000;       // ms
-    m_lock.emplace(file + ".lock");
-    m_lock->setStaleLockTime(ownerlessAfter);
-    if (!m_lock->tryLock(patience)) {
-        const bool taken = m_lock->error() == QLockFile::LockFailedError;
-        return std::unexpected(file
-                               + (taken ? ": another command uses this state; try again when it has ended"
-                                        : ": the state cannot be locked; is its folder there and writable?"));
-    }
-    if (QFile::exists(file))
-        m_instrument->load(file);
-    m_file = file;
+    // Under whatever name it is used, it is one file.
+    const QFileInfo given(file);
+    m_file = given.isSymLink() && given.exists() ? given.canonicalFilePath() : file;
+    if (auto locked = lock(patience); !locked)
+        return locked;
+    if (QFile::exists(m_file))
+        m_instrument->load(m_file);
     return {};
 } catch (const std::runtime_error& error) {
     return std::unexpected(QString::fromUtf8(error.what()));
+}
+
+Result<void> SimulatedConnection::lock(std::chrono::seconds patience)
+{
+    // A lock file that a killed program left empty is only known to be nobody's after this time; one whose
+    // owner lives is never taken away.
+    constexpr int ownerlessAfter = 1000; // ms
+    constexpr std::chrono::milliseconds between(10);
+    m_lock.emplace(m_file + ".lock");
+    m_lock->setStaleLockTime(ownerlessAfter);
+    const QDeadlineTimer deadline(patience);
+    while (!m_lock->tryLock(0)) { // by itself it would ask less and less often
+        if (m_lock->error() == QLockFile::PermissionError && QFileInfo(m_file).isReadable()) {
+            m_lock.reset();
+            return {};
+        }
+        if (m_lock->error() != QLockFile::LockFailedError)
+            return std::unexpected(m_file + ": the state cannot be locked; is its folder there and writable?");
+        if (deadline.hasExpired())
+            return std::unexpected(m_file + ": another command uses this state; try again when it has ended");
+        std::this_thread::sleep_for(between);
+    }
+    return {};
 }
 
 Result<void> SimulatedConnection::keep()

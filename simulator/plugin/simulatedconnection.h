@@ -6,6 +6,7 @@
 #include <QLockFile>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -24,8 +25,9 @@ public:
     SimulatedInstrument& simulated() noexcept { return *m_instrument; }
 
     /// Makes the instrument the one that is kept in `file`, if there is such a file, and keeps it there. Nobody else
-    /// may meanwhile.
-    provider::Result<void> keepIn(const QString& file);
+    /// may meanwhile: whoever does already is waited for so long. Of a file in a folder that cannot be written, others
+    /// may read too.
+    provider::Result<void> keepIn(const QString& file, std::chrono::seconds patience);
 
     std::shared_ptr<sdk::IVna> instrument() override { return m_instrument; }
     void setListener(provider::IControlsListener* listener) override;
@@ -42,6 +44,7 @@ public:
 
 private:
     bool isOffering() const;
+    provider::Result<void> lock(std::chrono::seconds patience);
 
     const std::shared_ptr<SimulatedInstrument> m_instrument;
     QString m_file; // empty: the instrument is kept nowhere

@@ -90,6 +90,10 @@ Result<std::unique_ptr<provider::IConnection>> SimulatedProvider::open(const QSt
     const auto configuration = configurationOf(options);
     if (!configuration)
         return std::unexpected(configuration.error());
+    constexpr qulonglong day = 86'400; // s
+    const auto wait = number(options, u"wait"_s, day);
+    if (!wait)
+        return std::unexpected(wait.error());
     auto connection = std::make_unique<SimulatedConnection>(*configuration);
     for (const QString& name : options["missing"_L1].toStringList()) {
         const auto control = controlNamed(name);
@@ -101,7 +105,7 @@ Result<std::unique_ptr<provider::IConnection>> SimulatedProvider::open(const QSt
         if (const auto set = setFault(*connection, fault); !set)
             return std::unexpected(set.error());
     if (const QString file = options["state"_L1].toString(); !file.isEmpty())
-        if (const auto kept = connection->keepIn(file); !kept)
+        if (const auto kept = connection->keepIn(file, std::chrono::seconds(*wait)); !kept)
             return std::unexpected(kept.error());
     return connection;
 }

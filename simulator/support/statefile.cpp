@@ -1,13 +1,21 @@
 #include "simulator/support/statefile.h"
 
 #include <QByteArray>
+#include <QCborStreamReader>
 #include <QCborValue>
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QSaveFile>
 
+#include <optional>
 #include <stdexcept>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace tov::simulator {
 
@@ -26,6 +34,29 @@ QByteArray checksum(const QByteArray& contents)
 std::runtime_error failure(const QString& path, const QString& what)
 {
     return std::runtime_error((path + ": " + what).toStdString());
+}
+
+// The map that `bytes` are, without anything behind it.
+std::optional<QCborMap> mapOf(const QByteArray& bytes)
+{
+    QCborStreamReader reader(bytes);
+    const QCborValue value = QCborValue::fromCbor(reader);
+    if (reader.lastError() != QCborError::NoError || reader.currentOffset() != bytes.size() || !value.isMap())
+        return std::nullopt;
+    return value.toMap();
+}
+
+// A power failure must not take the new name of a file that has been replaced.
+void keepNamesIn([[maybe_unused]] const QString& folder)
+{
+#ifdef Q_OS_UNIX
+    // NOLINTNEXTLINE(*-vararg): which is how a folder is opened
+    const int opened = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened < 0)
+        return;
+    ::fsync(opened);
+    ::close(opened);
+#endif
 }
 
 // Files of version 1 had names of their own for the controls.
@@ -59,6 +90,7 @@ void writeStateFile(const QString& path, const QCborMap& state)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         throw failure(path, "the state cannot be saved: " + file.errorString());
+    keepNamesIn(QFileInfo(path).absolutePath());
 }
 
 QCborMap readStateFile(const QString& path)
@@ -67,18 +99,17 @@ QCborMap readStateFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         throw failure(path, "the state cannot be read: " + file.errorString());
 
-    QCborParserError error;
-    const QCborMap whole = QCborValue::fromCbor(file.readAll(), &error).toMap();
-    if (error.error != QCborError::NoError || whole["format"_L1].toString() != format)
+    const auto whole = mapOf(file.readAll());
+    if (!whole || (*whole)["format"_L1].toString() != format)
         throw failure(path, "this is no state of a simulated instrument, or it is damaged");
-    const qint64 found = whole["version"_L1].toInteger();
+    const qint64 found = (*whole)["version"_L1].toInteger();
     if (found != 1 && found != version)
         throw failure(path, "this state was saved by another version of the simulator");
-    const QByteArray contents = whole["contents"_L1].toByteArray();
-    if (whole["checksum"_L1].toByteArray() != checksum(contents))
+    const QByteArray contents = (*whole)["contents"_L1].toByteArray();
+    const auto state = mapOf(contents);
+    if (!state || (*whole)["checksum"_L1].toByteArray() != checksum(contents))
         throw failure(path, "this state is damaged");
-    const QCborMap state = QCborValue::fromCbor(contents).toMap();
-    return found == 1 ? withTodaysNames(state) : state;
+    return found == 1 ? withTodaysNames(*state) : *state;
 }
 
 } // namespace tov::simulator

@@ -275,10 +275,33 @@ TEST_F(KeptInstrument, IsUsedByOneCommandAtATime)
     monitor.setReadChannel(QProcess::StandardError);
     start(monitor, {"--state", state, "monitor"});
     ASSERT_TRUE(monitor.waitForReadyRead(-1));
-    expectError({"--state", state, "serial", "get"}, 1, "another command uses this state");
+    expectError({"--state", state, "--wait", "0", "serial", "get"}, 1, "another command uses this state");
     monitor.kill();
     monitor.waitForFinished(-1);
     EXPECT_EQ(kept({"serial", "get"}).status, 0);
+}
+
+TEST_F(KeptInstrument, IsUsedByOneCommandAfterTheOther)
+{
+    constexpr int commands = 12;
+    std::vector<std::unique_ptr<QProcess>> writing;
+    for (int number = 0; number < commands; ++number)
+        start(*writing.emplace_back(std::make_unique<QProcess>()),
+              {"--state", state, "--wait", "600", "serial", "set", QString::number(1000 + number)});
+    for (const auto& process : writing)
+        EXPECT_EQ(finish(*process).status, 0);
+    EXPECT_THAT(kept({"serial", "get"}).output, StartsWith("10"));
+}
+
+TEST_F(KeptInstrument, ReadsNoMoreOfAFileThanFits)
+{
+    const QString big = folder.filePath("big");
+    QFile file(big);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(300 * 1024));
+    file.close();
+    expectError({"--state", state, "files", "put", big}, 1, "has more than the 262144 bytes that fit");
+    EXPECT_THAT(kept({"--json", "files", "ls"}).json()["files"].toArray(), IsEmpty());
 }
 
 TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
@@ -291,6 +314,7 @@ TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
     }
     expectError({"--state", folder.filePath("no/such/folder"), "serial", "get"}, 1, "folder");
     expectError({"--state", "", "serial", "get"}, 2, "a file name is needed");
+    expectError({"--state=", "serial", "get"}, 2, "nothing stands behind '--state='");
 }
 
 TEST_F(KeptInstrument, CopiesFilesWhole)
@@ -342,7 +366,7 @@ TEST_F(KeptInstrument, SaysWhyAFileCannotBeCopied)
 {
     expectError({"files", "put", folder.filePath("nothing")}, 1, "cannot be read");
     const QString large = write("large", QByteArray(300'000, 'x'));
-    expectError({"files", "put", large}, 1, "large: no space left");
+    expectError({"files", "put", large}, 1, "large has more than the 262144 bytes that fit");
     const QString local = write("local", "text");
     kept({"files", "put", local});
     expectError({"--state", state, "files", "get", "local", folder.filePath("no/such/folder")}, 1, "cannot be written");
@@ -398,6 +422,9 @@ TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
         {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": 1, "value": 1, "number": 1e300}]})",
          "records[0].number: expected a whole number"},
         {R"({"time": "2026-01-31T12:00:00Z", "records": [1]})", "records[0]: expected an object"},
+        {R"({"time": "2026-01-31T12:00:00Z", "recordz": []})", "recordz: expected another name"},
+        {R"({"time": "2026-01-31T12:00:00Z", "records": [{"key": 1, "valu": 1}]})",
+         "records[0].valu: expected another"},
         {R"({"time": "2026-01-31T12:00:00Z", "ports": 1})", "ports: expected a list"},
         {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1, "x"]})", "frequencies[1]: expected a number"},
         {R"({"time": "2026-01-31T12:00:00Z", "frequencies": [1], "ports": [{"port": 1, "directivity": [[1]]}]})",
@@ -425,7 +452,7 @@ TEST_F(KeptInstrument, GivesAFrequencyPlanAndWritesItToAFile)
 TEST_F(KeptInstrument, SavesCalibrationDataFromFiles)
 {
     const QString ifsw = write("ifsw.csv", "# measured by hand\nvector, value1,value2,value3\r\n\n1,1e9,,\n"
-                                           "2,0.5,-0.25,1\n7,1,2,nan\n");
+                                           "2,0.5,-0.25,1\n7,1,2,3\n");
     EXPECT_EQ(console({"--state", state, "ifsw", "save", ifsw}).output, "saved 3 records\n");
     const QString power = write("power.csv", "time,2026-01-31T12:00:00Z\nparameter,1.5\n"
                                              "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
@@ -449,6 +476,9 @@ TEST_F(KeptInstrument, SaysWhereAFileOfCalibrationDataIsWrongAndSavesNothing)
     refusesIfsw(heading + "1,1,2,\n", "line 2, column 5: expected nothing");
     refusesIfsw(heading + "2,1,2,3,4\n", "line 2, column 9: expected the end of the line instead of '4'");
     refusesIfsw(heading + "2,1,2,1e999\n", "line 2, column 7: expected a number that fits");
+    refusesIfsw(heading + "2,1,nan,3\n", "line 2, column 5: expected a number that fits instead of 'nan'");
+    refusesIfsw(heading + "2,-inf,2,3\n", "line 2, column 3: expected a number that fits instead of '-inf'");
+    refusesIfsw(heading, "last line: expected a line of values instead of the end");
 
     const auto refusesPower = [&](const QByteArray& contents, const std::string& says) {
         const QString file = write("power.csv", contents);
@@ -460,6 +490,7 @@ TEST_F(KeptInstrument, SaysWhereAFileOfCalibrationDataIsWrongAndSavesNothing)
     refusesPower("time,2026-01-31T12:00:00\n", "line 1, column 6: expected a time with its zone");
     refusesPower("time,2026-01-31T12:00:00Z\n", "last line: expected 'parameter' instead of the end");
     refusesPower("parameter,1\n", "line 1, column 1: expected 'time' instead of 'parameter'");
+    refusesPower(head, "last line: expected a line of values instead of the end");
     refusesPower(head + "1,2,3,256,5,6,7,8,9\n",
                  "line 4, column 7: expected a whole number that fits instead of '256'");
     refusesPower(head + "1,2,3,4,5,6,7,8,1e39\n", "line 4, column 17: expected a number that fits");

@@ -21,6 +21,8 @@
 #include "simulator/simulatedinstrument.h"
 #include "simulator/support/statefile.h"
 
+#include <QCborMap>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -28,8 +30,10 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace tov::testing {
@@ -292,29 +296,77 @@ TEST_F(StateFileOfVersion1, HoldsTheRowsOfTheWn0807)
     EXPECT_FALSE(synthesis->capacitanceRange(2));
 }
 
-TEST(StateFileContents, AreTakenOverAsIfTheyWereSet)
+class StateFileContents : public ::testing::Test
 {
-    using namespace Qt::StringLiterals;
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("state");
-    const QCborMap power = {{"loPower"_L1, 200.0}, {"dacMode"_L1, 9.0}, {"referenceGain"_L1, 7.0}, {"other"_L1, 1.0}};
-    simulator::writeStateFile(path, {{"kz515-power"_L1, QCborMap{{"values"_L1, power}}},
-                                     {"yq-synthesis"_L1, QCborMap{{"manual IF"_L1, true}, {"selected IF"_L1, 99}}}});
+protected:
+    // What is wrong with a file that holds this of a module; empty if nothing is.
+    std::string wrongWith(const QString& control, const QCborMap& values)
+    {
+        simulator::writeStateFile(path, {{control, QCborMap{{QStringLiteral("values"), values}}}});
+        return loaded();
+    }
+    std::string loaded()
+    try {
+        instrument.load(path);
+        return {};
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+
+    QByteArray read() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void write(const QByteArray& bytes) const
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
 
     simulator::SimulatedInstrument instrument;
-    const auto kz515 =
+    const std::shared_ptr<IKZ515PowerControl> kz515 =
         std::static_pointer_cast<IKZ515PowerControl>(instrument.findControl(controls::kz515Power.keys.sdk));
-    const auto yq =
-        std::static_pointer_cast<IYqSynthesisControl>(instrument.findControl(controls::yqSynthesis.keys.sdk));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("state");
+};
+
+TEST_F(StateFileContents, LeaveWhatTheyDoNotNameAsAtFirst)
+{
+    const int atFirst = kz515->rfPower();
     kz515->setRfPower(3);
-    yq->setSelectedIf(2);
-    instrument.load(path);
-    EXPECT_EQ(kz515->loPower(), 100);
-    EXPECT_EQ(kz515->dacMode(), 0);
-    EXPECT_EQ(kz515->referenceGain(), 0);
-    EXPECT_EQ(kz515->rfPower(), 50) << "what the file does not name is as at first";
-    EXPECT_TRUE(yq->manualIfEnabled());
-    EXPECT_EQ(yq->selectedIf(), 0);
+    EXPECT_EQ(wrongWith("kz515-power", {{QStringLiteral("loPower"), 20.0}}), "");
+    EXPECT_EQ(kz515->loPower(), 20);
+    EXPECT_EQ(kz515->rfPower(), atFirst);
+}
+
+TEST_F(StateFileContents, AreRefusedWhenNoInstrumentCanHaveThem)
+{
+    kz515->setRfPower(3);
+    const std::pair<QString, QCborMap> impossible[] = {
+        {"kz515-power", {{QStringLiteral("loPower"), 200.0}}},
+        {"kz515-power", {{QStringLiteral("dacMode"), 9.0}}},
+        {"kz515-power", {{QStringLiteral("loPower"), QStringLiteral("much")}}},
+        {"kz515-power", {{QStringLiteral("other"), 1.0}}},
+        {"toaster", {{QStringLiteral("heat"), 1.0}}},
+    };
+    for (const auto& [control, values] : impossible) {
+        EXPECT_THAT(wrongWith(control, values), ::testing::HasSubstr("no instrument can have"));
+        EXPECT_EQ(kz515->rfPower(), 3) << "the instrument is as it was";
+    }
+}
+
+TEST_F(StateFileContents, AreRefusedWhenSomethingStandsBehindThem)
+{
+    instrument.save(path);
+    const QByteArray good = read();
+    EXPECT_EQ(loaded(), "");
+    for (const QByteArray& behind : {QByteArray("\0", 1), QByteArray("a letter"), good}) {
+        write(good + behind);
+        EXPECT_THAT(loaded(), ::testing::HasSubstr("no state of a simulated instrument, or it is damaged"));
+        EXPECT_EQ(read(), good + behind);
+    }
 }
 
 } // namespace tov::testing
