@@ -34,6 +34,9 @@ public:
     int told() const { return m_told; }
     int toldTooLate() const { return m_toldTooLate; }
 
+    /// How often any was told.
+    static int allTold() { return s_told; }
+
 protected:
     Ear() = default;
 
@@ -41,6 +44,7 @@ protected:
     {
         ++m_inside;
         ++m_told;
+        ++s_told;
         if (m_poisoned)
             ++m_toldTooLate;
         else if (whenTold)
@@ -49,6 +53,8 @@ protected:
     }
 
 private:
+    inline static std::atomic<int> s_told = 0;
+
     std::atomic<int> m_inside = 0;
     std::atomic<int> m_told = 0;
     std::atomic<int> m_toldTooLate = 0;

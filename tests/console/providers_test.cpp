@@ -81,7 +81,7 @@ TEST_F(ServiceConsoleProviders, AreListedWithTheirOptionsAndWhereWasLooked)
     ASSERT_EQ(providers.size(), 2);
     EXPECT_EQ(providers[0]["name"], "own");
     EXPECT_EQ(providers[0]["version"], "1.0");
-    EXPECT_EQ(providers[1]["options"][1]["option"], "missing");
+    EXPECT_EQ(providers[1]["options"][2]["option"], "missing");
 }
 
 TEST_F(ServiceConsoleProviders, AreRefusedWithTheReason)

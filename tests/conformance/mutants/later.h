@@ -37,7 +37,8 @@ private:
                 m_changed.wait_until(lock, stop, next, [&] { return m_waiting.begin()->first < next; });
                 continue;
             }
-            const auto thing = std::move(m_waiting.extract(m_waiting.begin()).mapped());
+            const auto thing = std::move(m_waiting.begin()->second);
+            m_waiting.erase(m_waiting.begin());
             lock.unlock();
             thing();
             lock.lock();
