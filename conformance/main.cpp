@@ -163,7 +163,7 @@ QString asTyped(const QStringList& words)
 {
     static const QRegularExpression plain(u"^[A-Za-z0-9_./:=,+-]+$"_s);
     QString line = u"service-conformance"_s;
-    for (QString word : words)
+    for (const QString& word : words)
         line += u' ' + (plain.match(word).hasMatch() ? word : quoted(word));
     return line;
 }

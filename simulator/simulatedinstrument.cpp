@@ -40,15 +40,12 @@ namespace {
 // Whether all of `part` is in `whole`, to the bit.
 bool contains(const QCborMap& whole, const QCborMap& part)
 {
-    for (const auto& [key, value] : part) {
-        const QCborValue wanted = value;
-        const QCborValue found = whole[QCborValue(key)];
-        const bool same = wanted.isMap() ? found.isMap() && contains(found.toMap(), wanted.toMap())
-                                         : found.toCbor() == wanted.toCbor(); // what is not a number is like itself
-        if (!same)
-            return false;
-    }
-    return true;
+    return std::ranges::all_of(part.keys(), [&](const QCborValue& key) {
+        const QCborValue wanted = part[key];
+        const QCborValue found = whole[key];
+        return wanted.isMap() ? found.isMap() && contains(found.toMap(), wanted.toMap())
+                              : found.toCbor() == wanted.toCbor(); // what is not a number is like itself
+    });
 }
 
 } // namespace

@@ -25,9 +25,9 @@ QString detail(const QString& what, const QString& text)
 
 } // namespace
 
-Report::Report(host::ProviderDescription provider, const Settings& settings, QString repeat)
+Report::Report(host::ProviderDescription provider, Settings settings, QString repeat)
     : m_provider(std::move(provider))
-    , m_settings(settings)
+    , m_settings(std::move(settings))
     , m_repeat(std::move(repeat))
 {
 }

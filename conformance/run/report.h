@@ -19,7 +19,7 @@ class Report
 {
 public:
     /// `repeat` is the command of the run, to which a rule is added.
-    Report(host::ProviderDescription provider, const Settings& settings, QString repeat);
+    Report(host::ProviderDescription provider, Settings settings, QString repeat);
 
     void setInstrument(const QJsonObject& instrument) { m_instrument = instrument; }
     void add(const Rule& rule, const Result& result) { m_results.emplace_back(rule, result); }

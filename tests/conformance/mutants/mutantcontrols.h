@@ -327,32 +327,39 @@ public:
 
     MutantIfswCalibration(std::shared_ptr<IYqIfswCalibrationControl> inner, const std::shared_ptr<Means>& means)
         : m_inner(std::move(inner))
-        , m_registrations(means->broken)
+        , m_registrations(std::make_shared<Registrations<Observer>>(means->broken))
     {
         m_inner->addObserver(this);
     }
     ~MutantIfswCalibration() override
     {
         m_inner->removeObserver(this);
-        m_registrations.close();
+        m_registrations->close();
     }
 
-    void addObserver(Observer* observer) override { m_registrations.add(observer); }
-    void removeObserver(Observer* observer) override { m_registrations.remove(observer); }
+    void addObserver(Observer* observer) override { m_registrations->add(observer); }
+    void removeObserver(Observer* observer) override { m_registrations->remove(observer); }
     sdk::FrequencyPlan frequencyPlan() override { return m_inner->frequencyPlan(); }
     void saveCalibrationData(CalibrationData data) override { m_inner->saveCalibrationData(std::move(data)); }
 
 private:
-    void onFirstEvent() override { m_registrations.tell(&Observer::onFirstEvent); }
-    void onSecondEvent() override { m_registrations.tell(&Observer::onSecondEvent); }
-    void onThirdEvent() override { m_registrations.tell(&Observer::onThirdEvent); }
+    // The last owner of this control may let go of it meanwhile.
+    void tell(const std::function<void(Observer&)>& notification) const
+    {
+        const auto kept = m_registrations;
+        kept->tell(notification);
+    }
+
+    void onFirstEvent() override { tell(&Observer::onFirstEvent); }
+    void onSecondEvent() override { tell(&Observer::onSecondEvent); }
+    void onThirdEvent() override { tell(&Observer::onThirdEvent); }
     void onStateChanged(int state) override
     {
-        m_registrations.tell([=](Observer& observer) { observer.onStateChanged(state); });
+        tell([=](Observer& observer) { observer.onStateChanged(state); });
     }
 
     const std::shared_ptr<IYqIfswCalibrationControl> m_inner;
-    Registrations<Observer> m_registrations;
+    const std::shared_ptr<Registrations<Observer>> m_registrations;
 };
 
 } // namespace tov::testing
