@@ -51,7 +51,7 @@ class Program:
     def _without_options(words):
         """Without the options in front of the command."""
         while words and words[0].startswith("--"):
-            words = words[2 if words[0] in ("--provider", "--state", "--missing") else 1:]
+            words = words[2 if words[0] in ("--provider", "--state", "--wait", "--missing") else 1:]
         return words
 
     def problems(self, line):
