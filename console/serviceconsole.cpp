@@ -5,6 +5,7 @@
 #include "console/commands/commands.h"
 #include "console/terminal/terminal.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 
@@ -12,10 +13,16 @@ namespace tov::console {
 
 namespace {
 
-// An answer that did not get out is no answer.
-ExitStatus finish(ExitStatus status)
+// Asked of the words, because those that make no command line are told in JSON too.
+bool wantsJson(const Words& arguments)
 {
-    return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output");
+    return std::ranges::find(arguments, "--json") != arguments.end();
+}
+
+// An answer that did not get out is no answer.
+ExitStatus finish(ExitStatus status, bool asJson = false)
+{
+    return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output", asJson);
 }
 
 ExitStatus run(const Words& arguments)
@@ -28,7 +35,7 @@ ExitStatus run(const Words& arguments)
     const ExitStatus status = action(console);
     console.keep();
     console.output().print();
-    return finish(status);
+    return finish(status, options.json);
 }
 
 // What the shell's completion asks for: a line for every word that fits.
@@ -43,22 +50,17 @@ ExitStatus complete(const Words& words)
 } // namespace
 
 ExitStatus runServiceConsole(int argc, char** argv)
-try {
+{
     prepareTerminal();
     Words arguments = programArguments(argc, argv);
-    if (!arguments.empty() && arguments.front() == "__complete") {
+    try {
+        if (arguments.empty() || arguments.front() != "__complete")
+            return run(arguments);
         arguments.erase(arguments.begin());
         return complete(arguments);
+    } catch (...) {
+        return failAsCaught(wantsJson(arguments));
     }
-    return run(arguments);
-} catch (const Failure& error) {
-    return fail(ExitStatus::Failure, error.what());
-} catch (const BadUse& error) {
-    return fail(ExitStatus::BadUse, error.what());
-} catch (const std::exception& error) {
-    return fail(ExitStatus::InternalError, std::string("internal error: ") + error.what());
-} catch (...) { // of a provider's
-    return fail(ExitStatus::InternalError, "internal error");
 }
 
 } // namespace tov::console

@@ -44,7 +44,7 @@ try_prefix() { # NAME FOLDER
     expect "1 rule: 1 pass" "$prefix/bin/service-conformance" --only LOOKUP-1 \
         --provider "$scratch/$name-own-provider/own-provider.so"
     expect "looked in: $libraries/DevicesService/providers" "$prefix/bin/service-console" providers
-    expect "4711" "$prefix/bin/service-console" serial set 4711
+    expect "4711" "$prefix/bin/service-console" serial set 4711 --yes
     quietly man --local-file "$prefix/share/man/man1/service-console.1" "$prefix/share/man/man1/service-conformance.1"
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
@@ -65,7 +65,7 @@ rm -rf build/release/packages
 (cd build/release && quietly cpack)
 mkdir "$scratch/archive"
 tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/release/packages/*.tar.gz
-expect "4711" "$scratch/archive/bin/service-console" serial set 4711
+expect "4711" "$scratch/archive/bin/service-console" serial set 4711 --yes
 
 # A clean Debian without anything of a compiler: what the packages do not depend on is not there.
 root=$scratch/root

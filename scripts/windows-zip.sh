@@ -28,7 +28,7 @@ expect() { # PATTERN ARGUMENT...
     shown=$(console "$@") && grep --quiet "$pattern" <<<"$shown" ||
         { echo "error: service-console $*: no '$pattern' in: $shown" >&2; exit 1; }
 }
-expect '^4711$' --state kept.cbor serial set 4711
+expect '^4711$' --state kept.cbor serial set 4711 --yes
 expect '^4711$' --state kept.cbor serial get
 expect 'loaded from .*bin.DevicesService.dll' info
 expect '^All 20 controls behaved' demo

@@ -6,7 +6,11 @@
 
 namespace tov::console {
 
-/// Says on standard error, in one line whatever a library put into it, why a command failed, and gives `status` back.
-ExitStatus fail(ExitStatus status, std::string line);
+/// Says on standard error, in one line and without control characters whatever a library put into it, why a command
+/// failed, and gives `status` back. `asJson` makes the line an object.
+ExitStatus fail(ExitStatus status, std::string line, bool asJson = false);
+
+/// The same for the exception that is being handled, whose type gives the status.
+ExitStatus failAsCaught(bool asJson = false);
 
 } // namespace tov::console

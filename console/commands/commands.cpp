@@ -14,7 +14,12 @@ const char* const exitStatusesHelp =
 Command allCommands(CommandSet commands, Options& options)
 {
     Command program("service-console", "Works with the service functions of a vector network analyser.");
-    program.flag("--json", options.json, "Answer in JSON on standard output");
+    program.flag("--json", options.json, "Answer in JSON on standard output, and in an error on standard error")
+        .flag("--yes", options.yes, "Go on with what cannot be undone, without asking")
+        .optional("--columns", &options.columns, "NAME,...", "Show only these columns of tables, in this order")
+        .optional("--filter", &options.filter, "TEXT", "Show only rows of tables that contain TEXT")
+        .optional("--color", &options.color, "WHEN", "Colour tables: auto (on a terminal), always or never",
+                  [](const Words&) { return Words{"always", "auto", "never"}; });
     for (const auto add : {addInfoCommand, addProbeCommand, addProvidersCommand, addInstrumentsCommand, addFilesCommand,
                            addMemoryCommand, addPotsCommand, addSerialCommand, addUsbCommand, addTermsCommand,
                            addIfswCommand, addPowerCalCommand, addCorrectionsCommand, addCalibrationCommand,

@@ -30,20 +30,11 @@ FactoryCorrection correctionNamed(const SdkFactoryCorrectionControl& control, co
 void list(ConsoleSession& console)
 {
     const auto control = console.require(host::controls::factoryCorrections);
-    const auto yesNo = [](bool yes) { return yes ? "yes" : "no"; };
     Table table({"correction", "valid", "enabled", "modifiable"});
-    QJsonArray json;
-    for (const FactoryCorrection correction : control->supported()) {
-        const bool valid = control->isValid(correction);
-        const bool enabled = control->isEnabled(correction);
-        const bool modifiable = control->isModifiable(correction);
-        table.addRow({nameOf(correction), yesNo(valid), yesNo(enabled), yesNo(modifiable)});
-        json.append(QJsonObject{{"correction", QString::fromStdString(nameOf(correction))},
-                                {"valid", valid},
-                                {"enabled", enabled},
-                                {"modifiable", modifiable}});
-    }
-    console.output().answer(table.toText(), {{"corrections", json}});
+    for (const FactoryCorrection correction : control->supported())
+        table.addRow({nameOf(correction), Cell::yesNo(control->isValid(correction)),
+                      Cell::yesNo(control->isEnabled(correction)), Cell::yesNo(control->isModifiable(correction))});
+    console.output().answer(table, "corrections");
 }
 
 void switchTo(ConsoleSession& console, const std::string& name, bool enable)

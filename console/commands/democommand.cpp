@@ -51,22 +51,20 @@ public:
     /// Sums up for every control; one that was never tried did not behave.
     ExitStatus finish()
     {
-        Table table({"control", "steps", "result"});
-        QJsonArray summary;
+        Table table({"control", "steps", {"result", "ok"}});
         int failed = 0;
         for (const host::ControlName& control : host::controls::all) {
             const Result& result = m_results[control.name];
             const bool behaved = result.steps > 0 && result.failures == 0;
             failed += behaved ? 0 : 1;
-            table.addRow({std::string(control.name), std::to_string(result.steps), behaved ? "ok" : "FAILED"});
-            summary.append(
-                QJsonObject{{"control", QString::fromUtf8(control.name)}, {"steps", result.steps}, {"ok", behaved}});
+            table.addRow({std::string(control.name), result.steps,
+                          behaved ? Cell("ok", true, Cell::Tone::Good) : Cell("FAILED", false, Cell::Tone::Bad)});
         }
         const auto count = std::to_string(host::controls::all.size());
-        m_output.answer(table.toText()
+        m_output.answer(m_output.shown(table)
                             + (failed == 0 ? "All " + count + " controls behaved.\n"
                                            : std::to_string(failed) + " of " + count + " controls failed.\n"),
-                        {{"steps", m_steps}, {"controls", summary}, {"failures", failed}});
+                        {{"steps", m_steps}, {"controls", m_output.rows(table)}, {"failures", failed}});
         return failed == 0 ? ExitStatus::Success : ExitStatus::Failure;
     }
 

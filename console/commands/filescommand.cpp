@@ -1,8 +1,7 @@
 #include "console/commands/commands.h"
 
 #include "console/files/localfile.h"
-
-#include <QFileInfo>
+#include "console/text/display.h"
 
 #include <algorithm>
 #include <expected>
@@ -15,10 +14,17 @@ namespace {
 
 using devices::service::IFileMemoryControl;
 
+#ifdef Q_OS_WIN
+constexpr auto folderEnds = "/\\:";
+#else
+constexpr auto folderEnds = "/";
+#endif
+
 struct Arguments
 {
     std::string name;
     std::string localFile;
+    LocalTarget target;
     std::optional<std::string> newName;
 };
 
@@ -32,11 +38,20 @@ Value valueOf(std::expected<Value, QString> result, const std::string& what)
         return *std::move(result);
 }
 
+// What is text to the instrument. Bytes that are none would become another name.
+QString nameOnInstrument(const std::string& name)
+{
+    if (!isUtf8(name))
+        throw BadUse("'" + name + "' is no name on the instrument: it is not UTF-8");
+    return QString::fromStdString(name);
+}
+
 // The instrument knows a file by all that it lists of it.
 IFileMemoryControl::FileInfo fileNamed(IFileMemoryControl& files, const std::string& name)
 {
+    const QString itsName = nameOnInstrument(name);
     const auto list = valueOf(files.fileList(), "the files cannot be listed");
-    const auto found = std::ranges::find(list, QString::fromStdString(name), &IFileMemoryControl::FileInfo::name);
+    const auto found = std::ranges::find(list, itsName, &IFileMemoryControl::FileInfo::name);
     if (found == list.end())
         throw Failure("the instrument has no file '" + name + "'; 'files ls' lists them");
     return *found;
@@ -45,23 +60,18 @@ IFileMemoryControl::FileInfo fileNamed(IFileMemoryControl& files, const std::str
 void list(ConsoleSession& console)
 {
     const auto files = valueOf(console.require(host::controls::fileMemory)->fileList(), "the files cannot be listed");
-    Table table({"name", "word1", "word2"});
-    QJsonArray json;
-    for (const auto& file : files) {
-        table.addRow({file.name.toStdString(), std::to_string(file.word1), std::to_string(file.word2)});
-        json.append(QJsonObject{{"name", file.name}, {"word1", file.word1}, {"word2", file.word2}});
-    }
-    console.output().answer(table.toText(), {{"files", json}});
+    Table table({"name", {"bytes", "word1"}, "word2"});
+    for (const auto& file : files)
+        table.addRow({file.name, {std::to_string(file.word1), file.word1}, {std::to_string(file.word2), file.word2}});
+    console.output().answer(table, "files");
 }
 
 void showSpace(ConsoleSession& console)
 {
     const auto space = valueOf(console.require(host::controls::fileMemory)->spaceInfo(), "the space cannot be read");
-    Table table({"value1", "value2", "value3"});
-    table.addRow({std::to_string(space.value1), std::to_string(space.value2), std::to_string(space.value3)});
-    console.output().answer(table.toText(), {{"value1", QString::number(space.value1)},
-                                             {"value2", QString::number(space.value2)},
-                                             {"value3", QString::number(space.value3)}});
+    Table table({{"capacity in bytes", "value1"}, {"used", "value2"}, {"free", "value3"}});
+    table.addRow({space.value1, space.value2, space.value3});
+    console.output().answer(console.output().shown(table), table.toJson().first().toObject());
 }
 
 void get(ConsoleSession& console, const Arguments& arguments)
@@ -69,23 +79,40 @@ void get(ConsoleSession& console, const Arguments& arguments)
     const auto files = console.require(host::controls::fileMemory);
     const std::string& name = arguments.name;
     const QByteArray contents = valueOf(files->readFile(fileNamed(*files, name)), name);
-    writeLocalFile(arguments.localFile, contents);
-    console.output().answer(name + ": " + std::to_string(contents.size()) + " bytes read\n",
+    writeLocalFile(arguments.target, contents);
+    if (arguments.target.isStandardOutput())
+        return;
+    console.output().answer(displayed(name) + ": " + std::to_string(contents.size()) + " bytes read\n",
                             {{"name", QString::fromStdString(name)}, {"bytes", contents.size()}});
+}
+
+// What a local file is called on the instrument when nothing else is said.
+std::string lastPartOf(const std::string& localFile)
+{
+    if (localFile == "-")
+        throw BadUse("standard input has no name; say which name its contents get on the instrument");
+    return localFile.substr(localFile.find_last_of(folderEnds) + 1);
+}
+
+bool isThere(IFileMemoryControl& files, const QString& name)
+{
+    const auto list = valueOf(files.fileList(), "the files cannot be listed");
+    return std::ranges::find(list, name, &IFileMemoryControl::FileInfo::name) != list.end();
 }
 
 void put(ConsoleSession& console, const Arguments& arguments)
 {
+    const QString name = nameOnInstrument(arguments.newName ? *arguments.newName : lastPartOf(arguments.localFile));
     const auto files = console.require(host::controls::fileMemory);
     // Whichever of the three figures it is, the room is not more.
     const auto space = files->spaceInfo();
     const auto room = space ? std::max({space->value1, space->value2, space->value3}) : std::uint64_t{muchMemory};
     const QByteArray contents =
         readLocalFile(arguments.localFile, static_cast<qint64>(std::min(room, static_cast<std::uint64_t>(muchMemory))));
-    const QString name = arguments.newName ? QString::fromStdString(*arguments.newName)
-                                           : QFileInfo(QString::fromStdString(arguments.localFile)).fileName();
+    if (isThere(*files, name))
+        console.confirm("replace '" + name.toStdString() + "' on the instrument");
     valueOf(files->writeFile(name, contents), name.toStdString());
-    console.output().answer(name.toStdString() + ": " + std::to_string(contents.size()) + " bytes written\n",
+    console.output().answer(displayed(name.toStdString()) + ": " + std::to_string(contents.size()) + " bytes written\n",
                             {{"name", name}, {"bytes", contents.size()}});
 }
 
@@ -93,8 +120,10 @@ void remove(ConsoleSession& console, const Arguments& arguments)
 {
     const auto files = console.require(host::controls::fileMemory);
     const std::string& name = arguments.name;
-    valueOf(files->deleteFile(fileNamed(*files, name)), name);
-    console.output().answer(name + ": removed\n", {{"name", QString::fromStdString(name)}});
+    const auto file = fileNamed(*files, name);
+    console.confirm("remove '" + name + "' from the instrument");
+    valueOf(files->deleteFile(file), name);
+    console.output().answer(displayed(name) + ": removed\n", {{"name", QString::fromStdString(name)}});
 }
 
 } // namespace
@@ -105,12 +134,12 @@ void addFilesCommand(Command& program)
     const auto arguments = std::make_shared<Arguments>();
     files.add("ls", "List the files").runs(list);
     files.add("df", "Show the space, in the instrument's three figures").runs(showSpace);
-    files.add("get", "Copy a file from the instrument to this computer")
-        .argument("name", arguments->name, "NAME", "Name of the file on the instrument")
-        .argument("file", arguments->localFile, "FILE", "File of this computer")
-        .runs(get, arguments);
-    files.add("put", "Copy a file of this computer to the instrument")
-        .argument("file", arguments->localFile, "FILE", "File of this computer")
+    Command& getting = files.add("get", "Copy a file from the instrument to this computer")
+                           .argument("name", arguments->name, "NAME", "Name of the file on the instrument")
+                           .runs(get, arguments);
+    addLocalTarget(getting, arguments->target);
+    files.add("put", "Copy a file of this computer to the instrument; asks before it replaces one")
+        .argument("file", arguments->localFile, "FILE", "File of this computer; - is standard input")
         .optional("name", &arguments->newName, "NAME", "Its name on the instrument; the same when left out")
         .runs(put, arguments);
     files.add("rm", "Remove a file from the instrument")

@@ -24,7 +24,8 @@ Table registeredControls(const host::InstrumentSession& session)
         else
             table.addRow({std::string(known->name), hexadecimal(entry.key, keyDigits),
                           hexadecimal(known->keys.sdk.value, keyDigits),
-                          session.isPresent(*known) ? "present" : "missing"});
+                          session.isPresent(*known) ? Cell("present", "present", Cell::Tone::Good)
+                                                    : Cell("missing", "missing", Cell::Tone::Bad)});
     }
     return table;
 }
@@ -43,7 +44,7 @@ void info(ConsoleSession& console)
         "service-console  " + version + "\nDevicesService   built with " + version + "\n                 loaded from "
         + library + "\nQt               " + qVersion() + "\nProvider         " + provider.name.toStdString() + " "
         + provider.version.toStdString() + "\n                 loaded from " + provider.file.toStdString()
-        + "\nInstrument       " + instrument + "\n\n" + controls.toText();
+        + "\nInstrument       " + instrument + "\n\n" + console.output().shown(controls);
 
     console.output().answer(text, {{"program", devices::service::version},
                                    {"library-built-with", devices::service::version},
@@ -53,7 +54,7 @@ void info(ConsoleSession& console)
                                    {"provider-version", provider.version},
                                    {"provider-path", provider.file},
                                    {"instrument", QString::fromStdString(instrument)},
-                                   {"controls", controls.toJson()}});
+                                   {"controls", console.output().rows(controls)}});
 }
 
 } // namespace

@@ -13,6 +13,12 @@ namespace {
 using devices::service::IMemoryOperationsControl;
 using devices::service::MemoryOperationEvent;
 
+struct LoadArguments
+{
+    std::string localFile;
+    bool pad = false;
+};
+
 /// Shows every notification of the memory as progress while it exists: the event's numbers are the bytes in all
 /// and the bytes done.
 class ShownProgress final : public IMemoryOperationsControl::IObserver
@@ -68,28 +74,44 @@ void answer(ConsoleSession& console, const std::string& text, qsizetype bytes)
     console.output().answer(text + ": " + std::to_string(bytes) + " bytes\n", {{"bytes", bytes}});
 }
 
-void dump(ConsoleSession& console, const std::string& localFile)
+void dump(ConsoleSession& console, const LocalTarget& target)
 {
+    requireWritable(target);
     const auto contents =
         withProgress(console, "reading the memory", [](IMemoryOperationsControl& memory) { return memory.read(); });
     QByteArray bytes(static_cast<qsizetype>(contents.size()), Qt::Uninitialized);
     std::ranges::transform(contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
-    writeLocalFile(localFile, bytes);
-    answer(console, "read", bytes.size());
+    writeLocalFile(target, bytes);
+    if (!target.isStandardOutput())
+        answer(console, "read", bytes.size());
 }
 
-void load(ConsoleSession& console, const std::string& localFile)
+std::size_t sizeOfMemory(ConsoleSession& console)
 {
-    const QByteArray bytes = readLocalFile(localFile, muchMemory);
+    if (const auto contents = console.require(host::controls::memoryOperations)->read())
+        return contents->size();
+    throw Failure("the memory cannot be read, by which its size is known: the instrument gives no reason");
+}
+
+void load(ConsoleSession& console, const LoadArguments& arguments)
+{
+    const QByteArray bytes = readLocalFile(arguments.localFile, muchMemory);
     std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));
     std::ranges::transform(bytes, contents.begin(), [](char byte) { return static_cast<std::byte>(byte); });
+    const std::size_t size = sizeOfMemory(console);
+    if (contents.size() > size || (contents.size() < size && !arguments.pad))
+        throw Failure(arguments.localFile + " has " + std::to_string(contents.size()) + " bytes and the memory "
+                      + std::to_string(size) + (contents.size() < size ? "; --pad fills the rest with 0xFF" : ""));
+    contents.resize(size, std::byte{0xFF});
+    console.confirm("replace the instrument's memory");
     withProgress(console, "writing the memory",
                  [&](IMemoryOperationsControl& memory) { return memory.write(contents); });
-    answer(console, "written", bytes.size());
+    answer(console, "written", static_cast<qsizetype>(contents.size()));
 }
 
 void erase(ConsoleSession& console)
 {
+    console.confirm("erase the instrument's memory");
     withProgress(console, "erasing the memory", [](IMemoryOperationsControl& memory) { return memory.erase(); });
     console.output().answer("erased\n", {{"erased", true}});
 }
@@ -106,13 +128,13 @@ void check(ConsoleSession& console)
 void addMemoryCommand(Command& program)
 {
     Command& memory = program.add("memory", "Work with the instrument's memory as a whole");
-    const auto localFile = std::make_shared<std::string>();
-    memory.add("dump", "Copy the memory into a file of this computer")
-        .argument("file", *localFile, "FILE", "File of this computer")
-        .runs(dump, localFile);
-    memory.add("load", "Replace the memory by a file of this computer")
-        .argument("file", *localFile, "FILE", "File of this computer")
-        .runs(load, localFile);
+    const auto target = std::make_shared<LocalTarget>();
+    addLocalTarget(memory.add("dump", "Copy the memory into a file of this computer").runs(dump, target), *target);
+    const auto arguments = std::make_shared<LoadArguments>();
+    memory.add("load", "Replace the memory by a file of this computer, of the same size")
+        .argument("file", arguments->localFile, "FILE", "File of this computer; - is standard input")
+        .flag("--pad", arguments->pad, "Fill the memory behind a shorter file with 0xFF")
+        .runs(load, arguments);
     memory.add("erase", "Erase the memory").runs(erase);
     memory.add("check", "Let the instrument check its memory").runs(check);
 }

@@ -7,37 +7,29 @@
 
 namespace tov::console {
 
-/// Enough digits to read the same number back.
-inline std::string exactly(double number)
-{
-    return QString::number(number, 'g', 17).toStdString();
-}
-
 /// Adds the command that shows on which frequencies the calibration of `kind` is measured.
 template <typename Adapter>
 void addPlanCommand(Command& parent, const host::Control<Adapter>& kind)
 {
-    const auto localFile = std::make_shared<std::string>();
-    const auto show = [&kind](ConsoleSession& console, const std::string& file) {
-        const std::vector<std::string> headings{"start", "stop", "points"};
-        std::vector<std::vector<std::string>> rows{headings};
-        Table table(headings);
-        QJsonArray json;
+    const auto target = std::make_shared<LocalTarget>();
+    const auto show = [&kind](ConsoleSession& console, const LocalTarget& file) {
+        std::vector<std::vector<std::string>> rows{{"start", "stop", "points"}};
+        Table table({{"start (Hz)", "start"}, {"stop (Hz)", "stop"}, "points"});
         for (const auto& segment : console.require(kind)->frequencyPlan().segments) {
-            const std::string points = std::to_string(segment.points);
-            table.addRow({toText(segment.start), toText(segment.stop), points});
-            rows.push_back({exactly(segment.start), exactly(segment.stop), points});
-            json.append(QJsonObject{{"start", segment.start}, {"stop", segment.stop}, {"points", segment.points}});
+            rows.push_back({toText(segment.start), toText(segment.stop), std::to_string(segment.points)});
+            table.addRow({{rows.back()[0], segment.start}, {rows.back()[1], segment.stop}, segment.points});
         }
-        if (!file.empty())
+        if (!file.path.empty())
             writeCsvFile(file, rows);
-        console.output().answer(file.empty() ? table.toText()
-                                             : "written with " + std::to_string(rows.size() - 1) + " segments\n",
-                                {{"segments", json}});
+        if (file.path.empty())
+            console.output().answer(table, "segments");
+        else if (!file.isStandardOutput())
+            console.output().answer("written with " + std::to_string(rows.size() - 1) + " segments\n",
+                                    {{"segments", table.toJson()}});
     };
-    parent.add("plan", "Show the frequency plan on which the calibration is measured")
-        .optional("file", localFile.get(), "FILE", "Write it to this file instead")
-        .runs(show, localFile);
+    addLocalTarget(
+        parent.add("plan", "Show the frequency plan on which the calibration is measured").runs(show, target), *target,
+        false);
 }
 
 } // namespace tov::console

@@ -25,21 +25,18 @@ void requireSuccess(const std::expected<Value, devices::service::IPotentiometers
 void list(ConsoleSession& console)
 {
     const auto control = console.require(host::controls::potentiometers);
-    Table table({"index", "name", "word1", "word2", "EEPROM"});
-    QJsonArray json;
+    Table table({"index", "name", {"min", "word1"}, {"max", "word2"}, {"EEPROM", "eeprom"}});
     std::size_t index = 0;
     for (const auto& potentiometer : control->potentiometers()) {
         const auto value = control->readFromEeprom(index);
-        table.addRow({std::to_string(index), potentiometer.name, std::to_string(potentiometer.word1),
-                      std::to_string(potentiometer.word2), value ? std::to_string(*value) : "failed"});
-        json.append(QJsonObject{{"index", static_cast<qint64>(index)},
-                                {"name", QString::fromStdString(potentiometer.name)},
-                                {"word1", potentiometer.word1},
-                                {"word2", potentiometer.word2},
-                                {"eeprom", value ? QJsonValue(*value) : QJsonValue()}});
+        table.addRow({{std::to_string(index), static_cast<qint64>(index)},
+                      potentiometer.name,
+                      potentiometer.word1,
+                      potentiometer.word2,
+                      value ? Cell(*value) : Cell("failed", QJsonValue(), Cell::Tone::Bad)});
         ++index;
     }
-    console.output().answer(table.toText(), {{"potentiometers", json}});
+    console.output().answer(table, "potentiometers");
 }
 
 void get(ConsoleSession& console, const Arguments& arguments)

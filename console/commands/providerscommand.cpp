@@ -38,7 +38,7 @@ Table optionsOf(const host::ProviderDescription& provider)
 {
     Table table({"option", "value", "default", "meaning"});
     for (const host::ProviderOption& option : provider.options)
-        table.addRow({option.name.toStdString(), typeOf(option), defaultOf(option), option.meaning.toStdString()});
+        table.addRow({option.name, typeOf(option), defaultOf(option), option.meaning});
     return table;
 }
 
@@ -50,13 +50,13 @@ void listProviders(ConsoleSession& console)
     for (const host::ProviderDescription& provider : providers.found) {
         const Table options = optionsOf(provider);
         text += provider.name.toStdString() + " " + provider.version.toStdString() + "  "
-                + provider.description.toStdString() + "\n" + provider.file.toStdString() + "\n" + options.toText()
-                + "\n";
+                + provider.description.toStdString() + "\n" + provider.file.toStdString() + "\n"
+                + console.output().shown(options) + "\n";
         found.append(QJsonObject{{"name", provider.name},
                                  {"version", provider.version},
                                  {"description", provider.description},
                                  {"file", provider.file},
-                                 {"options", options.toJson()}});
+                                 {"options", console.output().rows(options)}});
     }
     QJsonArray refused;
     for (const host::RefusedFile& file : providers.refused) {
@@ -78,8 +78,8 @@ void listInstruments(ConsoleSession& console)
         throw Failure(instruments.error().toStdString());
     Table table({"id", "model", "serial-number", "description"});
     for (const auto& [id, model, serialNumber, description] : *instruments)
-        table.addRow({id.toStdString(), model.toStdString(), serialNumber.toStdString(), description.toStdString()});
-    console.output().answer(table.toText(), {{"instruments", table.toJson()}});
+        table.addRow({id, model, serialNumber, description});
+    console.output().answer(table, "instruments");
 }
 
 } // namespace

@@ -23,6 +23,7 @@ void set(ConsoleSession& console, const std::string& text)
 {
     const auto control = console.require(host::controls::serialNumber);
     const auto number = requireNumber<unsigned int>("number", text);
+    console.confirm("write the serial number " + std::to_string(number));
     if (!control->writeSerialNumber(number))
         throw Failure("the serial number cannot be written: the instrument gives no reason; try again");
     if (const auto kept = control->serialNumber(); kept && *kept != number)

@@ -28,6 +28,7 @@ class Shell
 public:
     explicit Shell(ConsoleSession& console)
         : m_console(console)
+        , m_answerOptions(console.answerOptions())
         , m_prompt("service-console> ", completeLine)
     {
     }
@@ -43,12 +44,8 @@ public:
                 break;
             try {
                 m_status = runLine(words);
-            } catch (const Failure& error) {
-                m_status = fail(ExitStatus::Failure, error.what());
-            } catch (const BadUse& error) {
-                m_status = fail(ExitStatus::BadUse, error.what());
-            } catch (const std::exception& error) { // of the instrument's, which may throw
-                m_status = fail(ExitStatus::InternalError, std::string("internal error: ") + error.what());
+            } catch (...) {
+                m_status = failAsCaught();
             }
         }
         return m_status;
@@ -76,13 +73,11 @@ private:
         if (runOwn(words))
             return ExitStatus::Success;
         Options options;
+        static_cast<AnswerOptions&>(options) = m_answerOptions;
         const Command::Action action = understand(allCommands(CommandSet::Shell, options), words);
         if (!action)
             return ExitStatus::Success;
-        const auto restore = [form = m_console.output().form()](Output* output) { output->setForm(form); };
-        const std::unique_ptr<Output, decltype(restore)> output(&m_console.output(), restore);
-        if (options.json)
-            output->setForm(Output::Form::Json);
+        m_console.setAnswerOptions(options);
         m_console.output().discard(); // what a command that failed left
         const ExitStatus status = action(m_console);
         m_console.keep();
@@ -123,6 +118,7 @@ private:
     }
 
     ConsoleSession& m_console;
+    const AnswerOptions m_answerOptions; // which a line may add to
     Prompt m_prompt;
     std::optional<Notifications> m_notifications;
     ExitStatus m_status = ExitStatus::Success;

@@ -1,6 +1,7 @@
 #include "console/commands/commands.h"
 
 #include "console/files/termsfile.h"
+#include "console/text/values.h"
 
 namespace tov::console {
 
@@ -11,15 +12,11 @@ using TermsRecord = devices::service::ISystemTermsControl::TermsRecord;
 void list(ConsoleSession& console)
 {
     Table table({"key", "value", "number"});
-    QJsonArray json;
-    for (const TermsRecord& record : console.require(host::controls::systemTerms)->termsRecords()) {
-        table.addRow({std::to_string(record.key), QString::number(record.value, 'g', 17).toStdString(),
-                      std::to_string(record.number)});
-        json.append(QJsonObject{{"key", QString::number(record.key)},
-                                {"value", record.value},
-                                {"number", static_cast<qint64>(record.number)}});
-    }
-    console.output().answer(table.toText(), {{"records", json}});
+    for (const TermsRecord& record : console.require(host::controls::systemTerms)->termsRecords())
+        table.addRow({record.key,
+                      {toText(record.value), record.value},
+                      {std::to_string(record.number), static_cast<qint64>(record.number)}});
+    console.output().answer(table, "records");
 }
 
 void showFlag(ConsoleSession& console)

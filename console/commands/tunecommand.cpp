@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <span>
+#include <type_traits>
 
 namespace tov::console {
 
@@ -26,34 +27,31 @@ void list(ConsoleSession& console, const Arguments& arguments)
     const bool all = arguments.module.empty();
     const std::span<const TuneModule> modules =
         all ? std::span(tuneModules()) : std::span(&tuneModuleNamed(arguments.module), 1);
-    Table table({"module", "setting", "value", "type", "allowed", "meaning"});
-    QJsonArray json;
+    Table table({"module", "setting", "value", "unit", "type", "allowed", "meaning"});
     for (const TuneModule& module : modules) {
         const std::string name(module.control->name);
         if (all && !console.session().isPresent(*module.control)) {
-            table.addRow({name, "-", "missing", "-", "-", "-"});
-            json.append(QJsonObject{{"module", QString::fromStdString(name)}, {"missing", true}});
+            const Cell none("-", QJsonValue());
+            table.addRow({name, none, {"missing", QJsonValue(), Cell::Tone::Bad}, none, none, none, none});
             continue;
         }
         for (const TuneSetting& setting : module.settings) {
             const QJsonValue value = setting.read(console.session());
             const std::string allowed = setting.write ? allowedBy(console.session(), setting) : "-";
-            table.addRow({name, setting.name, shown(value), setting.type, allowed, setting.meaning});
-            json.append(QJsonObject{{"module", QString::fromStdString(name)},
-                                    {"setting", QString::fromStdString(setting.name)},
-                                    {"value", value},
-                                    {"type", QString::fromStdString(setting.type)},
-                                    {"allowed", QString::fromStdString(allowed)},
-                                    {"meaning", QString::fromStdString(setting.meaning)}});
+            table.addRow(
+                {name, setting.name, {shown(value), value}, setting.unit, setting.type, allowed, setting.meaning});
         }
     }
-    console.output().answer(table.toText(), {{"settings", json}});
+    console.output().answer(table, "settings");
 }
 
 void answer(ConsoleSession& console, const TuneSetting& setting)
 {
     const QJsonValue value = setting.read(console.session());
-    console.output().answer(shown(value) + "\n", {{QString::fromStdString(setting.name), value}});
+    QJsonObject json{{QString::fromStdString(setting.name), value}};
+    if (!setting.unit.empty())
+        json.insert("unit", QString::fromStdString(setting.unit));
+    console.output().answer(shown(value) + "\n", json);
 }
 
 void get(ConsoleSession& console, const Arguments& arguments)
@@ -94,8 +92,11 @@ std::string describeModules(const std::string& heading, std::vector<Element> Tun
     std::string lines = heading + ":\n";
     for (const TuneModule& module : tuneModules()) {
         std::string names;
-        for (const Element& element : module.*inside)
+        for (const Element& element : module.*inside) {
             names.append(" ").append(element.name);
+            if constexpr (std::is_same_v<Element, TuneSetting>)
+                names.append(element.unit.empty() ? "" : " (" + element.unit + ")");
+        }
         if (!names.empty())
             lines.append("  ").append(module.control->name).append(":").append(names).append("\n");
     }

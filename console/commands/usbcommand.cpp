@@ -31,8 +31,7 @@ Table tableOf(const std::vector<IUsbIdControl::UsbId>& ids)
 
 void show(ConsoleSession& console, const std::vector<IUsbIdControl::UsbId>& ids)
 {
-    const Table table = tableOf(ids);
-    console.output().answer(table.toText(), {{"usb-ids", table.toJson()}});
+    console.output().answer(tableOf(ids), "usb-ids");
 }
 
 void get(ConsoleSession& console)
@@ -52,6 +51,8 @@ void set(ConsoleSession& console, const Arguments& arguments)
     id.id1 = requireNumber<std::uint16_t>("id1", arguments.id1);
     id.id2 = requireNumber<std::uint16_t>("id2", arguments.id2);
     id.id3 = requireNumber<std::uint16_t>("id3", arguments.id3);
+    console.confirm("write the USB identifier " + hexadecimal(id.id1, 4) + " " + hexadecimal(id.id2, 4) + " "
+                    + hexadecimal(id.id3, 4));
     if (!control->writeUsbId(id))
         throw Failure("the USB identifier cannot be written: the instrument gives no reason; try again");
     const IUsbIdControl::UsbId kept = control->usbId();

@@ -1,7 +1,5 @@
 #include "console/files/csvfile.h"
 
-#include "console/files/localfile.h"
-
 #include <QList>
 
 namespace tov::console {
@@ -66,7 +64,7 @@ void expectFields(const CsvRow& row, std::size_t count)
                       + std::to_string(row.size()));
 }
 
-void writeCsvFile(const std::string& path, const std::vector<std::vector<std::string>>& rows)
+void writeCsvFile(const LocalTarget& target, const std::vector<std::vector<std::string>>& rows)
 {
     QByteArray contents;
     for (const auto& row : rows) {
@@ -74,7 +72,7 @@ void writeCsvFile(const std::string& path, const std::vector<std::vector<std::st
             contents.append(i > 0 ? "," : "").append(row[i]);
         contents.append('\n');
     }
-    writeLocalFile(path, contents);
+    writeLocalFile(target, contents);
 }
 
 } // namespace tov::console

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/errors.h"
+#include "console/files/localfile.h"
 #include "console/text/number.h"
 
 #include <QByteArray>
@@ -44,7 +45,7 @@ void takeHeading(std::vector<CsvRow>& rows, const std::string& path, const std::
 void expectFields(const CsvRow& row, std::size_t count);
 
 /// Writes lines of fields that need no quotes. Throws `Failure`.
-void writeCsvFile(const std::string& path, const std::vector<std::vector<std::string>>& rows);
+void writeCsvFile(const LocalTarget& target, const std::vector<std::vector<std::string>>& rows);
 
 template <typename Number>
 Number CsvField::number() const

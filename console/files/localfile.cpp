@@ -1,43 +1,190 @@
 #include "console/files/localfile.h"
 
+#include "console/commandline/command.h"
 #include "console/errors.h"
+#include "console/terminal/terminal.h"
 
 #include <QFile>
-#include <QFileInfo>
+
+#include <filesystem>
+#include <system_error>
+
+#ifdef Q_OS_UNIX
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+#else
 #include <QSaveFile>
+#endif
 
 namespace tov::console {
 
-QByteArray readLocalFile(const std::string& path, qint64 most)
+namespace {
+
+namespace filesystem = std::filesystem;
+
+Failure cannotBe(const std::string& done, const std::string& path, const std::string& why)
 {
-    QFile file(QString::fromStdString(path));
-    QByteArray contents;
-    if (file.open(QIODevice::ReadOnly))
-        contents = file.read(most + 1);
+    Failure failure(path + " cannot be " + done + ": " + why);
+    return failure;
+}
+
+QByteArray readUpTo(qint64 most, QFile& file, const std::string& path)
+{
+    QByteArray contents = file.read(most + 1);
     if (file.error() != QFileDevice::NoError)
-        throw Failure(path + " cannot be read: " + file.errorString().toStdString());
+        throw cannotBe("read", path, file.errorString().toStdString());
     if (contents.size() > most)
         throw Failure(path + " has more than the " + std::to_string(most) + " bytes that fit");
     return contents;
 }
 
-void writeLocalFile(const std::string& path, const QByteArray& contents)
+void writeAll(const QByteArray& contents, QFileDevice& file, const std::string& path)
 {
-    const auto failure = [&](const QFileDevice& file) {
-        return Failure(path + " cannot be written: " + file.errorString().toStdString());
-    };
-    const QString name = QString::fromStdString(path);
+    if (file.write(contents) != contents.size() || !file.flush())
+        throw cannotBe("written", path, file.errorString().toStdString());
+}
 
-    // A pipe or a device is written to; a file is replaced.
-    if (const QFileInfo info(name); info.exists() && !info.isFile()) {
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
-            throw failure(file);
-        return;
+#ifdef Q_OS_UNIX
+
+// Qt's names of files are text; the system's are any bytes.
+
+filesystem::path nativePath(const std::string& path)
+{
+    return path;
+}
+
+std::string lastError()
+{
+    return std::generic_category().message(errno);
+}
+
+void openToRead(QFile& file, const std::string& path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        throw cannotBe("read", path, lastError());
+}
+
+// Writes what is there with `flags`, or makes it.
+void write(const std::string& path, const QByteArray& contents, int flags, const std::string& asked)
+{
+    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
+        throw cannotBe("written", asked, lastError());
+    writeAll(contents, file, asked);
+    if ((flags & O_CREAT) != 0 && fsync(descriptor) != 0)
+        throw cannotBe("written", asked, lastError());
+}
+
+void writeToDevice(const std::string& path, const QByteArray& contents)
+{
+    write(path, contents, 0, path);
+}
+
+// Writes beside the file first, so that it is never half of one.
+void replaceFile(const std::string& path, const QByteArray& contents)
+{
+    std::error_code error;
+    const bool isLink = filesystem::is_symlink(filesystem::symlink_status(path, error));
+    const filesystem::path target = isLink ? filesystem::canonical(path, error) : filesystem::path(path);
+    if (isLink && error)
+        throw cannotBe("written", path, error.message());
+
+    const auto temporary = target.string() + "." + std::to_string(QRandomGenerator::system()->generate());
+    try {
+        write(temporary, contents, O_CREAT | O_EXCL, path);
+        if (const auto status = filesystem::status(target, error); filesystem::exists(status))
+            filesystem::permissions(temporary, status.permissions(), error); // as far as they can be given
+        filesystem::rename(temporary, target);
+    } catch (const filesystem::filesystem_error& failure) {
+        filesystem::remove(temporary, error);
+        throw cannotBe("written", path, failure.code().message());
+    } catch (...) {
+        filesystem::remove(temporary, error);
+        throw;
     }
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.commit())
-        throw failure(file);
+}
+
+#else
+
+filesystem::path nativePath(const std::string& path)
+{
+    return QString::fromStdString(path).toStdU16String();
+}
+
+void openToRead(QFile& file, const std::string& path)
+{
+    file.setFileName(QString::fromStdString(path));
+    if (!file.open(QIODevice::ReadOnly))
+        throw cannotBe("read", path, file.errorString().toStdString());
+}
+
+void writeToDevice(const std::string& path, const QByteArray& contents)
+{
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly))
+        throw cannotBe("written", path, file.errorString().toStdString());
+    writeAll(contents, file, path);
+}
+
+void replaceFile(const std::string& path, const QByteArray& contents)
+{
+    QSaveFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly))
+        throw cannotBe("written", path, file.errorString().toStdString());
+    writeAll(contents, file, path);
+    if (!file.commit())
+        throw cannotBe("written", path, file.errorString().toStdString());
+}
+
+#endif
+
+} // namespace
+
+QByteArray readLocalFile(const std::string& path, qint64 most)
+{
+    QFile file;
+    if (path != "-")
+        openToRead(file, path);
+    else if (!openStandardInput(file))
+        throw cannotBe("read", "standard input", file.errorString().toStdString());
+    return readUpTo(most, file, path != "-" ? path : "standard input");
+}
+
+void addLocalTarget(Command& command, LocalTarget& target, bool required)
+{
+    command
+        .takes({.name = "file",
+                .target = &target.path,
+                .type = "FILE",
+                .help = required ? "File of this computer; - is standard output" : "Write it to this file instead",
+                .required = required})
+        .flag("--force", target.force, "Replace the file if it is there");
+}
+
+void requireWritable(const LocalTarget& target)
+{
+    std::error_code none;
+    if (!target.force && !target.isStandardOutput()
+        && filesystem::is_regular_file(filesystem::status(nativePath(target.path), none)))
+        throw Failure(target.path + " is there already; --force replaces it");
+}
+
+void writeLocalFile(const LocalTarget& target, const QByteArray& contents)
+{
+    requireWritable(target);
+    std::error_code none;
+    if (target.isStandardOutput())
+        writeStandardOutput(contents);
+    else if (const auto status = filesystem::status(nativePath(target.path), none);
+             filesystem::exists(status) && !filesystem::is_regular_file(status))
+        writeToDevice(target.path, contents); // a device or a pipe is not replaced
+    else
+        replaceFile(target.path, contents);
 }
 
 } // namespace tov::console

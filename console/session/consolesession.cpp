@@ -1,6 +1,8 @@
 #include "console/session/consolesession.h"
 
+#include "console/terminal/confirmation.h"
 #include "console/terminal/spinner.h"
+#include "console/terminal/terminal.h"
 
 #include <algorithm>
 #include <thread>
@@ -25,6 +27,26 @@ Value orThrow(Result<Value> result)
 
 constexpr QLatin1StringView stateOption("state");
 
+bool isColoured(const std::string& color)
+{
+    if (color == "auto")
+        return standardOutputIsTerminal() && qEnvironmentVariableIsEmpty("NO_COLOR")
+               && qgetenv("TERM") != QByteArrayView("dumb");
+    if (color != "always" && color != "never")
+        throw BadUse("'" + color + "' is no value for --color: use auto, always or never");
+    return color == "always";
+}
+
+Output outputAs(const AnswerOptions& options)
+{
+    const QString columns = QString::fromStdString(options.columns);
+    TableForm tables{
+        .columns = {}, .filter = options.filter, .width = terminalWidth(), .coloured = isColoured(options.color)};
+    for (const QString& column : columns.split(',', Qt::SkipEmptyParts))
+        tables.columns.push_back(column.trimmed().toStdString());
+    return Output(options.json ? Output::Form::Json : Output::Form::Text, std::move(tables));
+}
+
 /// For an instrument that tests cannot do anything to.
 class NoHooks final : public ITestHooks
 {
@@ -36,10 +58,16 @@ public:
 
 ConsoleSession::ConsoleSession(const Options& options)
     : m_options(options)
-    , m_output(options.json ? Output::Form::Json : Output::Form::Text)
+    , m_output(outputAs(options))
 {
     for (const std::string& name : m_options.missing)
         controlNamed(name); // throws for an unknown one
+}
+
+void ConsoleSession::setAnswerOptions(const AnswerOptions& options)
+{
+    static_cast<AnswerOptions&>(m_options) = options;
+    m_output = outputAs(options);
 }
 
 const host::ProviderChoice& ConsoleSession::choice()
@@ -79,6 +107,12 @@ ITestHooks& ConsoleSession::hooks()
     static NoHooks none;
     ITestHooks* const hooks = session().connection()->testHooks();
     return hooks != nullptr ? *hooks : none;
+}
+
+void ConsoleSession::confirm(const std::string& act) const
+{
+    if (!m_options.yes)
+        askWhetherTo(act);
 }
 
 bool ConsoleSession::keepsState()

@@ -13,10 +13,19 @@
 
 namespace tov::console {
 
-/// What the user asked for besides the command.
-struct Options
+/// How the user wants a command to answer.
+struct AnswerOptions
 {
-    bool json = false;                ///< answers in JSON instead of text
+    bool json = false;          ///< in JSON instead of text
+    bool yes = false;           ///< goes on with what cannot be undone, without asking
+    std::string columns;        ///< headings of the columns of tables that are wanted, divided by commas; empty: all
+    std::string filter;         ///< what rows of tables contain; empty: all rows
+    std::string color = "auto"; ///< whether tables are coloured: auto, always, never
+};
+
+/// What the user asked for besides the command.
+struct Options : AnswerOptions
+{
     std::string provider;             ///< by what the instrument is opened; empty: as the environment says
     std::vector<std::string> missing; ///< names of controls that the simulated instrument lacks
     std::string stateFile;            ///< where it is kept; empty: nowhere
@@ -27,10 +36,15 @@ struct Options
 class ConsoleSession
 {
 public:
-    /// Opens nothing yet. Throws `BadUse` for an unknown control.
+    /// Opens nothing yet. Throws `BadUse` for an unknown control, or answer options that are none.
     explicit ConsoleSession(const Options& options);
 
     Output& output() noexcept { return m_output; }
+
+    const AnswerOptions& answerOptions() const noexcept { return m_options; }
+
+    /// Answers as `options` say from now on. Throws `BadUse`.
+    void setAnswerOptions(const AnswerOptions& options);
 
     /// The session on the instrument, which the first call opens. Throws `BadUse` when there is no such provider or
     /// option, and `Failure` when the instrument cannot be opened.
@@ -51,6 +65,10 @@ public:
 
     /// Whether it is kept in a file.
     bool keepsState();
+
+    /// Asks the user, unless that was forbidden, whether to go on with what cannot be undone, such as "erase the
+    /// memory". Throws `Failure` if not, and `BadUse` where nobody can be asked.
+    void confirm(const std::string& act) const;
 
     /// Keeps what the command changed, where the provider does that. Throws `Failure`.
     void keep();
@@ -76,7 +94,7 @@ public:
 private:
     provider::ITestHooks& hooks();
 
-    const Options m_options;
+    Options m_options;
     Output m_output;
     std::optional<host::ProviderChoice> m_choice;
     provider::InstrumentDescription m_instrument;       // once it is open

@@ -1,28 +1,12 @@
 #pragma once
 
-#include <QJsonArray>
+#include "console/terminal/table.h"
+
 #include <QJsonObject>
 
 #include <string>
-#include <vector>
 
 namespace tov::console {
-
-/// Rows of text under headings: aligned columns for people, a list of objects for programs.
-class Table
-{
-public:
-    explicit Table(std::vector<std::string> headings);
-
-    /// Appends a row of as many cells as there are headings.
-    void addRow(std::vector<std::string> cells);
-
-    std::string toText() const;
-    QJsonArray toJson() const;
-
-private:
-    std::vector<std::vector<std::string>> m_rows; // the headings first
-};
 
 /// Standard output in the form that the user asked for.
 class Output
@@ -30,14 +14,20 @@ class Output
 public:
     enum class Form { Text, Json };
 
-    explicit Output(Form form);
+    Output(Form form, TableForm tableForm);
 
     bool isText() const noexcept { return m_form == Form::Text; }
     Form form() const noexcept { return m_form; }
-    void setForm(Form form) noexcept { m_form = form; }
+
+    /// A table, or its rows for programs, as the user wants it.
+    std::string shown(const Table& table) const { return table.toText(m_tableForm); }
+    QJsonArray rows(const Table& table) const { return table.toJson(m_tableForm); }
 
     /// Keeps one answer, in one of its two forms, until `print()`.
     void answer(const std::string& text, const QJsonObject& json);
+
+    /// The same for an answer that is a table, whose rows programs find by `name`.
+    void answer(const Table& table, const QString& name);
 
     /// Forgets the answer.
     void discard() { m_answer.clear(); }
@@ -50,6 +40,7 @@ public:
 
 private:
     Form m_form;
+    TableForm m_tableForm;
     std::string m_answer;
 };
 

@@ -25,10 +25,15 @@ void Progress::show(unsigned int done, unsigned int total)
     const unsigned int percent = total > 0 ? static_cast<unsigned int>(100ULL * done / total) : 0;
     m_shown = true;
     if (m_isTerminal) {
-        constexpr std::size_t width = 40;
+        constexpr std::size_t widest = 40;
+        const std::size_t besides = m_what.size() + std::string(" [] 100 % ").size();
+        const std::size_t terminal = std::max(errorTerminalWidth(), besides);
+        const std::size_t width = std::min(widest, terminal - besides);
         const std::size_t filled = std::min<std::size_t>(percent * width / 100, width);
-        std::cerr << "\r" << m_what << " [" << std::string(filled, '#') << std::string(width - filled, '-') << "] "
-                  << percent << " %" << std::flush;
+        std::cerr << "\r" << m_what;
+        if (width > 0)
+            std::cerr << " [" << std::string(filled, '#') << std::string(width - filled, '-') << "]";
+        std::cerr << " " << percent << " %" << std::flush;
     } else {
         std::cerr << m_what << " " << percent << " %\n";
     }

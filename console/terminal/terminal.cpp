@@ -1,11 +1,15 @@
 #include "console/terminal/terminal.h"
 
-#include <QtGlobal>
+#include <QFile>
+
+#include <iostream>
 
 #ifdef Q_OS_WIN
+#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -19,6 +23,30 @@ bool isTerminal(int descriptor)
     return _isatty(descriptor) != 0;
 #else
     return isatty(descriptor) != 0;
+#endif
+}
+
+std::size_t widthOf(int descriptor)
+{
+    if (!isTerminal(descriptor))
+        return 0;
+#ifdef Q_OS_WIN
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    HANDLE const handle = GetStdHandle(descriptor == 1 ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    return GetConsoleScreenBufferInfo(handle, &info)
+               ? static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1)
+               : 0;
+#else
+    winsize size = {};
+    return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0; // NOLINT(cppcoreguidelines-pro-type-vararg)
+#endif
+}
+
+// What a platform that knows of lines makes of bytes otherwise.
+void passBytesAsTheyAre([[maybe_unused]] int descriptor)
+{
+#ifdef Q_OS_WIN
+    _setmode(descriptor, _O_BINARY);
 #endif
 }
 
@@ -51,6 +79,29 @@ bool standardOutputIsTerminal()
 bool standardErrorIsTerminal()
 {
     return isTerminal(2);
+}
+
+bool openStandardInput(QFile& file)
+{
+    passBytesAsTheyAre(0);
+    return file.open(0, QIODevice::ReadOnly, QFileDevice::DontCloseHandle);
+}
+
+void writeStandardOutput(const QByteArray& bytes)
+{
+    std::cout << std::flush;
+    passBytesAsTheyAre(1);
+    std::cout.write(bytes.constData(), bytes.size()) << std::flush;
+}
+
+std::size_t terminalWidth()
+{
+    return widthOf(1);
+}
+
+std::size_t errorTerminalWidth()
+{
+    return widthOf(2);
 }
 
 } // namespace tov::console

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QByteArray>
+
+class QFile;
+
 namespace tov::console {
 
 /// Has the terminal take UTF-8 and control sequences, which on some platforms it must be told.
@@ -8,5 +12,15 @@ void prepareTerminal();
 bool standardInputIsTerminal();
 bool standardOutputIsTerminal();
 bool standardErrorIsTerminal();
+
+/// Opens `file` to read the bytes of standard input as they are.
+bool openStandardInput(QFile& file);
+
+/// Writes bytes to standard output as they are, behind what was printed there.
+void writeStandardOutput(const QByteArray& bytes);
+
+/// How many columns the terminal of standard output, or of standard error, has; 0 when it is none.
+std::size_t terminalWidth();
+std::size_t errorTerminalWidth();
 
 } // namespace tov::console

@@ -1,16 +1,26 @@
 #include "console/text/values.h"
 
 #include <QJsonArray>
+#include <QLocale>
 #include <QString>
 
+#include <cmath>
+
 namespace tov::console {
+
+std::string toText(double number)
+{
+    const double size = std::abs(number);
+    const bool isHandy = size == 0 || (size >= 1e-5 && size < 1e15);
+    return QString::number(number, isHandy ? 'f' : 'g', QLocale::FloatingPointShortest).toStdString();
+}
 
 std::string toText(const QJsonValue& value)
 {
     if (value.isBool())
         return value.toBool() ? "on" : "off";
     if (value.isDouble())
-        return QString::number(value.toDouble(), 'g', 15).toStdString();
+        return toText(value.toDouble());
     if (value.isArray()) {
         std::string list;
         const QJsonArray elements = value.toArray();

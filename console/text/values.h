@@ -7,6 +7,9 @@
 
 namespace tov::console {
 
+/// A number with as few digits as give the same number back when they are read.
+std::string toText(double number);
+
 /// A setting's value as people read it: on or off, a number, or a list of those.
 std::string toText(const QJsonValue& value);
 

@@ -143,6 +143,7 @@ public:
     {
         m_module.settings.push_back({.name = name,
                                      .meaning = meaning,
+                                     .unit = {},
                                      .type = "read-only",
                                      .allowed = nullptr,
                                      .choices = {},
@@ -214,6 +215,13 @@ public:
         return *this;
     }
 
+    /// Says in which unit the last setting is.
+    Module& in(const std::string& unit)
+    {
+        m_module.settings.back().unit = unit;
+        return *this;
+    }
+
     template <typename Loader>
     Module& loads(const std::string& table, Loader loader)
     {
@@ -256,12 +264,15 @@ TuneModule ulkSynthesis()
         .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
         .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
         .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
+        .in("Hz")
         .tunes("filter1-frequency", "frequency of the first filter", &A::filter1Frequency, &A::setFilter1Frequency)
+        .in("Hz")
         .tunes("manual-ref", "whether a manually chosen reference is in force", &A::manualRefEnabled,
                &A::enableManualRef)
         .tunes("selected-ref", "index of the selected reference in supported-refs", &A::selectedRef, &A::setSelectedRef)
         .within([](const A& adapter) { return below(adapter.supportedRefs().size()); })
         .shows("supported-refs", "the references of the module", &A::supportedRefs)
+        .in("Hz")
         .resets();
 }
 
@@ -315,7 +326,8 @@ TuneModule wn0807Synthesis()
             .tunes("if-mode", "IF mode", &A::ifMode, &A::setIfMode, 2)
             .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
             .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
-            .shows("supported-ifs", "the IFs of the module", &A::supportedIfs);
+            .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
+            .in("Hz");
 
     for (const int row : {0, 1, 2, 3, 4}) {
         const auto cell = [row](auto field) {
@@ -331,6 +343,7 @@ TuneModule wn0807Synthesis()
             .tunesBy<double>(prefix + "-frequency", "frequency in this row of rf-power-table",
                              cell(&A::PowerSyntEntry::frequency),
                              [row](A& adapter, double value) { adapter.setRfPowerRangeFrequency(row, value); })
+            .in("Hz")
             .tunesBy<unsigned char>(
                 prefix + "-power", "power code in this row of rf-power-table", cell(&A::PowerSyntEntry::power),
                 [row](A& adapter, unsigned char value) { adapter.setRfPowerRangePower(row, value); });
@@ -355,13 +368,16 @@ TuneModule wn0807Synthesis()
                4);
     for (const int number : {0, 1, 2, 3}) {
         const auto filter = static_cast<A::RfFilter>(number);
-        module.tunesBy<double>(
-            "rf-filter" + std::to_string(number) + "-from", "frequency from which this RF filter is used",
-            [filter](const A& adapter) { return adapter.rfFilterFrom(filter); },
-            [filter](A& adapter, double frequency) { adapter.setRfFilterFrom(filter, frequency); });
+        module
+            .tunesBy<double>(
+                "rf-filter" + std::to_string(number) + "-from", "frequency from which this RF filter is used",
+                [filter](const A& adapter) { return adapter.rfFilterFrom(filter); },
+                [filter](A& adapter, double frequency) { adapter.setRfFilterFrom(filter, frequency); })
+            .in("Hz");
     }
     return module
         .tunes("dds-switch-frequency", "frequency at which the DDS switches", &A::ddsSwitchFreq, &A::setDdsSwitchFreq)
+        .in("Hz")
         .tunes("delay-mode", "mode of the measurement delay", &A::delayMode, &A::setDelayMode, 2)
         .tunes("measure-delay", "measurement delay", &A::measureDelay, &A::setMeasureDelay);
 }
@@ -380,7 +396,8 @@ TuneModule wn0807Power()
         .tunes("rf-dac", "word of the RF DAC", &A::rfDac, &A::setRfDac)
         .tunes("split-dac", "word of the split DAC", &A::splitDac, &A::setSplitDac)
         .tunes("split-dds", "word of the split DDS", &A::splitDds, &A::setSplitDds)
-        .tunes("attenuation-db", "attenuation in dB", &A::attenuationDb, &A::setAttenuationDb)
+        .tunes("attenuation-db", "attenuation", &A::attenuationDb, &A::setAttenuationDb)
+        .in("dB")
         .tunes("attenuation-step", "attenuation in steps", &A::attenuationStep, &A::setAttenuationStep)
         .tunes("discrete-attenuator", "whether the discrete attenuator is in", &A::discreteAttenuatorEnabled,
                &A::enableDiscreteAttenuator)
@@ -433,9 +450,11 @@ TuneModule kz515Synthesis()
     return Module(controls::kz515Synthesis)
         .shows("available-reference-frequencies", "the reference frequencies of the module",
                &A::availableReferenceFrequencies)
+        .in("Hz")
         .tunes("reference-frequency", "the reference frequency", &A::currentReferenceFrequency,
                &A::setReferenceFrequency)
-        .within([](const A& adapter) { return listed(adapter.availableReferenceFrequencies()); });
+        .within([](const A& adapter) { return listed(adapter.availableReferenceFrequencies()); })
+        .in("Hz");
 }
 
 TuneModule yqSynthesis()
@@ -445,7 +464,8 @@ TuneModule yqSynthesis()
         .tunes("manual-if", "whether a manually chosen IF is in force", &A::manualIfEnabled, &A::enableManualIf)
         .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
         .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
-        .shows("supported-ifs", "the IFs of the module", &A::supportedIfs);
+        .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
+        .in("Hz");
 }
 
 } // namespace

@@ -16,6 +16,7 @@ struct TuneSetting
 {
     std::string name;
     std::string meaning;
+    std::string unit; ///< empty: a number without one, or in the module's own
 
     /// What the values are, and which are taken, in words.
     std::string type;

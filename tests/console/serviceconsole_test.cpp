@@ -133,7 +133,7 @@ TEST(ServiceConsole, ShowsAndChangesSettings)
     EXPECT_EQ(tune({"set", "yq-synthesis", "selected-if", "2"}), (QJsonObject{{"selected-if", 2}}));
     EXPECT_EQ(tune({"get", "yq-synthesis", "selected-if"}), (QJsonObject{{"selected-if", 0}}));
     EXPECT_EQ(tune({"get", "yq-synthesis", "supported-ifs"}),
-              (QJsonObject{{"supported-ifs", QJsonArray{2.5e6, 5e6, 7.5e6, 10.7e6, 21.4e6}}}));
+              (QJsonObject{{"supported-ifs", QJsonArray{2.5e6, 5e6, 7.5e6, 10.7e6, 21.4e6}}, {"unit", "Hz"}}));
     EXPECT_EQ(console({"tune", "get", "yq-synthesis", "manual-if"}).output, "off\n");
     EXPECT_EQ(console({"tune", "get", "yq-synthesis", "supported-ifs"}).output,
               "2500000 5000000 7500000 10700000 21400000\n");
@@ -208,7 +208,7 @@ protected:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
     }
-    Outcome kept(const QStringList& arguments) { return console(QStringList{"--state", state} + arguments); }
+    Outcome kept(const QStringList& arguments) { return console(QStringList{"--state", state, "--yes"} + arguments); }
 };
 
 } // namespace
@@ -250,7 +250,7 @@ TEST_F(KeptInstrument, IsTheOldOrTheNewOneAfterACommandWasKilled)
     bool tooLate = false;
     for (int round = 0, number = 1000; round < sweep || (!(tooEarly && tooLate) && patience.lasts()); ++round) {
         QProcess process;
-        start(process, {"--state", state, "serial", "set", QString::number(1001 + round)});
+        start(process, {"--state", state, "--yes", "serial", "set", QString::number(1001 + round)});
         ASSERT_TRUE(process.waitForStarted(-1));
         // Later in each round: from before the program does anything to after it has ended, and once more where it has
         // come to take longer.
@@ -287,7 +287,7 @@ TEST_F(KeptInstrument, IsUsedByOneCommandAfterTheOther)
     std::vector<std::unique_ptr<QProcess>> writing;
     for (int number = 0; number < commands; ++number)
         start(*writing.emplace_back(std::make_unique<QProcess>()),
-              {"--state", state, "--wait", "600", "serial", "set", QString::number(1000 + number)});
+              {"--state", state, "--yes", "--wait", "600", "serial", "set", QString::number(1000 + number)});
     for (const auto& process : writing)
         EXPECT_EQ(finish(*process).status, 0);
     EXPECT_THAT(kept({"serial", "get"}).output, StartsWith("10"));
@@ -309,7 +309,7 @@ TEST_F(KeptInstrument, RefusesAFileOfAnotherKindAndLeavesItAsItIs)
     for (const QByteArray& foreign : {QByteArray("a letter"), QByteArray(), QByteArray("\xA0")}) {
         const QString path = write("foreign", foreign);
         expectError({"--state", path, "serial", "get"}, 1, "no state of a simulated instrument");
-        expectError({"--state", path, "serial", "set", "1"}, 1, "no state of a simulated instrument");
+        expectError({"--state", path, "--yes", "serial", "set", "1"}, 1, "no state of a simulated instrument");
         EXPECT_EQ(read(path), foreign);
     }
     expectError({"--state", folder.filePath("no/such/folder"), "serial", "get"}, 1, "folder");
@@ -324,7 +324,7 @@ TEST_F(KeptInstrument, CopiesFilesWhole)
     EXPECT_EQ(kept({"files", "put", local}).status, 0);
     EXPECT_EQ(kept({"files", "put", local, "../../etc/passwd"}).status, 0) << "a name is no path";
     EXPECT_EQ(kept({"files", "ls", "--json"}).json()["files"].toArray().size(), 2);
-    EXPECT_EQ(kept({"files", "df"}).output, "value1  value2  value3\n262144  18      262126\n");
+    EXPECT_EQ(kept({"files", "df"}).output, "capacity in bytes  used  free\n262144             18    262126\n");
 
     const QString copy = folder.filePath("copy");
     EXPECT_EQ(kept({"files", "get", "../../etc/passwd", copy}).status, 0);
@@ -349,7 +349,7 @@ TEST_F(KeptInstrument, AnswersNothingWhenItCannotBeKept)
 {
     const QString link = folder.filePath("dangling");
     ASSERT_TRUE(QFile::link(folder.filePath("no/such/file"), link));
-    expectError({"--state", link, "serial", "set", "5"}, 1, "cannot be saved");
+    expectError({"--state", link, "--yes", "serial", "set", "5"}, 1, "cannot be saved");
 }
 #endif
 
@@ -376,9 +376,10 @@ TEST_F(KeptInstrument, SaysWhyAFileCannotBeCopied)
 TEST_F(KeptInstrument, CopiesErasesAndChecksTheMemory)
 {
     const QString image = write("image", "pattern");
-    const Outcome loaded = kept({"memory", "load", image});
+    EXPECT_THAT(kept({"memory", "load", image}).errors, HasSubstr("has 7 bytes and the memory 65536; --pad fills"));
+    const Outcome loaded = kept({"memory", "load", "--pad", image});
     EXPECT_EQ(loaded.status, 0);
-    EXPECT_EQ(loaded.output, "written: 7 bytes\n");
+    EXPECT_EQ(loaded.output, "written: 65536 bytes\n");
     EXPECT_THAT(loaded.errors, HasSubstr("writing the memory 100 %\n"));
 
     const QString dump = folder.filePath("dump");
@@ -387,12 +388,13 @@ TEST_F(KeptInstrument, CopiesErasesAndChecksTheMemory)
 
     EXPECT_EQ(kept({"memory", "check"}).output, "intact\n");
     EXPECT_EQ(kept({"memory", "erase", "--json"}).json(), (QJsonObject{{"erased", true}}));
-    kept({"memory", "dump", dump});
+    EXPECT_THAT(kept({"memory", "dump", dump}).errors, HasSubstr("is there already; --force replaces it"));
+    EXPECT_EQ(kept({"memory", "dump", dump, "--force"}).status, 0);
     EXPECT_EQ(read(dump), QByteArray(65536, '\xFF'));
 
-    const Outcome tooLarge = kept({"memory", "load", write("huge", QByteArray(65537, 'x'))});
+    const Outcome tooLarge = kept({"memory", "load", "--pad", write("huge", QByteArray(65537, 'x'))});
     EXPECT_EQ(tooLarge.status, 1);
-    EXPECT_THAT(tooLarge.errors, HasSubstr("writing the memory failed"));
+    EXPECT_THAT(tooLarge.errors, HasSubstr("has 65537 bytes and the memory 65536"));
 }
 
 TEST_F(KeptInstrument, StoresTermsFromAFile)
@@ -437,7 +439,7 @@ TEST_F(KeptInstrument, SaysWhereAFileOfTermsIsWrong)
 
 TEST_F(KeptInstrument, GivesAFrequencyPlanAndWritesItToAFile)
 {
-    EXPECT_EQ(console({"ifsw", "plan"}).output, "start       stop         points\n"
+    EXPECT_EQ(console({"ifsw", "plan"}).output, "start (Hz)  stop (Hz)    points\n"
                                                 "10000000    1000000000   100\n"
                                                 "1000000000  8000000000   141\n"
                                                 "8000000000  20000000000  121\n");
@@ -574,9 +576,9 @@ TEST(ServiceConsole, WorksThePotentiometers)
     expectError({"pots", "set", "1", "7"}, 2, "--ram,--eeprom");
     expectError({"pots", "set", "1", "256", "--ram"}, 1, "failed");
     expectError({"usb", "set", "1", "2", "65536"}, 2, "'65536' is no value for id3");
-    EXPECT_THAT(console({"usb", "set", "010", "0x10", "08"}).output, HasSubstr("0x000A  0x0010  0x0008"))
+    EXPECT_THAT(console({"usb", "set", "010", "0x10", "08", "--yes"}).output, HasSubstr("0x000A  0x0010  0x0008"))
         << "leading zeros change nothing";
-    EXPECT_EQ(console({"serial", "set", "000123"}).output, "123\n");
+    EXPECT_EQ(console({"serial", "set", "000123", "--yes"}).output, "123\n");
     expectError({"serial", "set", "4294967296"}, 2, "'4294967296' is no value for number");
     expectError({"serial", "set", "0x"}, 2, "'0x' is no value for number");
 }
@@ -604,8 +606,9 @@ TEST(ServiceConsole, ListsEverySettingOfTheModules)
     for (const auto& setting : settings)
         for (const char* part : {"module", "setting", "value", "type", "allowed", "meaning"})
             EXPECT_TRUE(setting.toObject().contains(QLatin1StringView(part))) << part;
-    const QJsonObject power{{"module", "ulk-power"}, {"setting", "lo-power"}, {"value", 32.0},
-                            {"type", "0..255"},      {"allowed", "0..63"},    {"meaning", "LO power code"}};
+    const QJsonObject power{
+        {"module", "ulk-power"}, {"setting", "lo-power"},     {"value", 32.0}, {"unit", ""}, {"type", "0..255"},
+        {"allowed", "0..63"},    {"meaning", "LO power code"}};
     EXPECT_TRUE(settings.contains(power));
     EXPECT_THAT(console({"tune", "ls", "yq-synthesis"}).output, Not(HasSubstr("ulk-power")));
     EXPECT_THAT(console({"--missing", "ulk-power", "tune", "ls"}).output, HasSubstr("missing"));
@@ -737,7 +740,7 @@ TEST(ServiceConsole, CompletesWhatFits)
 
 TEST_F(KeptInstrument, IsUsedCommandByCommandInTheShell)
 {
-    const Outcome run = shell("# a script\n\nserial set 5\n--json serial get\nserial get\nfiles put \""
+    const Outcome run = shell("# a script\n\nserial set 5 --yes\n--json serial get\nserial get\nfiles put \""
                                   + write("a b", "x").toUtf8() + "\" c\nexit\nserial set 6\n",
                               {"--state", state});
     EXPECT_EQ(run.status, 0);
@@ -758,7 +761,7 @@ TEST(ServiceConsole, ShellPrintsNotificationsWhileSettingsChange)
 
 TEST(ServiceConsole, ShellTakesControlsAwayAndOffersThem)
 {
-    const Outcome run = shell("serial get\nrelease\nserial get\noffer\nserial set 9\nserial get\n");
+    const Outcome run = shell("serial get\nrelease\nserial get\noffer\nserial set 9 --yes\nserial get\n");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output, "100001\n9\n9\n");
     EXPECT_THAT(run.errors, HasSubstr("has no serial-number control"));

@@ -1,0 +1,23 @@
+#include "console/terminal/confirmation.h"
+
+#include "console/errors.h"
+#include "console/terminal/terminal.h"
+#include "console/text/display.h"
+
+#include <iostream>
+
+namespace tov::console {
+
+void askWhetherTo(const std::string& act)
+{
+    if (!standardInputIsTerminal() || !standardErrorIsTerminal())
+        throw BadUse("--yes is needed to " + act + " where nobody can be asked");
+    std::cerr << displayed(act) << "? [y/N] " << std::flush;
+    std::string answer;
+    std::getline(std::cin, answer);
+    std::cin.clear(); // the end of the input answers this question only
+    if (answer != "y" && answer != "yes" && answer != "Y" && answer != "Yes")
+        throw Failure("nothing was changed");
+}
+
+} // namespace tov::console
