@@ -73,6 +73,9 @@ struct ControlKeys
 {
     std::uint64_t registry = 0; ///< key in the application's `ControlRegistry`
     sdk::Key sdk;               ///< key for `sdk::IVna::findControl()`
+
+    /// Whether both are those of the same kind.
+    friend bool operator==(const ControlKeys&, const ControlKeys&) = default;
 };
 
 /// One kind of control as people and programs name it.
@@ -80,6 +83,9 @@ struct ControlName
 {
     std::string_view name; ///< as the console spells it
     ControlKeys keys;      ///< what the registry and the instrument call it
+
+    /// Whether both are the same kind.
+    friend bool operator==(const ControlName&, const ControlName&) = default;
 };
 
 /// A kind of control together with the type of it: the `std::any` that the registry gives holds a

@@ -88,7 +88,7 @@ std::vector<devices::ControlName> Bench::offered()
 {
     std::vector<devices::ControlName> found;
     for (const devices::ControlName& each : controls::all)
-        if (!m_settings.only || m_settings.only->keys.sdk == each.keys.sdk) {
+        if (!m_settings.only || *m_settings.only == each) {
             begin("findControl() for " + named(each));
             if (m_instrument->findControl(each.keys.sdk))
                 found.push_back(each);

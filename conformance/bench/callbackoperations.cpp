@@ -349,7 +349,7 @@ bool onlyReads(const CallbackOperation& operation)
 
 bool ofTheFileMemory(const CallbackOperation& operation)
 {
-    return operation.control.keys.sdk == controls::fileMemory.keys.sdk;
+    return operation.control == controls::fileMemory;
 }
 
 Seen forEachOperation(Bench& bench, const Which& which,
@@ -359,7 +359,7 @@ Seen forEachOperation(Bench& bench, const Which& which,
     bool isNext = bench.settings().after.empty();
     for (const devices::ControlName& control : bench.offered())
         for (const CallbackOperation& operation : callbackOperations()) {
-            if (operation.control.keys.sdk != control.keys.sdk || !which(operation))
+            if (operation.control != control || !which(operation))
                 continue;
             const std::string name = named(control, operation.name);
             if (!std::exchange(isNext, isNext || name == bench.settings().after))

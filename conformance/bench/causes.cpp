@@ -30,9 +30,8 @@ std::function<void()> causeOf(Bench& bench, const devices::ControlName& control)
         };
     }
     const auto& all = callbackOperations();
-    const auto telling = std::ranges::find_if(all, [&](const CallbackOperation& operation) {
-        return operation.control.keys.sdk == control.keys.sdk && operation.tells;
-    });
+    const auto telling = std::ranges::find_if(
+        all, [&](const CallbackOperation& operation) { return operation.control == control && operation.tells; });
     if (telling == all.end())
         throw NotApplicable("the provider has no test hook to cause notifications", named(control));
     beAllowed(bench, *telling);

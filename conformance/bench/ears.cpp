@@ -109,7 +109,7 @@ const Makes* find(const devices::ControlName& control)
         makes<CalibrationControllerEar>(controls::calibrationController2),
     };
     for (const Makes& each : all)
-        if (each.control.keys.sdk == control.keys.sdk)
+        if (each.control == control)
             return &each;
     return nullptr;
 }
@@ -151,14 +151,12 @@ bool isObservable(const devices::ControlName& control)
 
 bool isCalibration(const devices::ControlName& control)
 {
-    return control.keys.sdk == controls::ifswCalibration.keys.sdk
-           || control.keys.sdk == controls::factoryPowerCalibration.keys.sdk;
+    return control == controls::ifswCalibration || control == controls::factoryPowerCalibration;
 }
 
 bool isCalibrationController(const devices::ControlName& control)
 {
-    return control.keys.sdk == controls::calibrationController1.keys.sdk
-           || control.keys.sdk == controls::calibrationController2.keys.sdk;
+    return control == controls::calibrationController1 || control == controls::calibrationController2;
 }
 
 Seen forEachObservable(Bench& bench, const WhichControls& which,

@@ -74,7 +74,7 @@ Exactness exactness(const devices::ControlName& kind, void* control)
 {
     const std::type_info* iface = nullptr;
     const auto look = [&](const auto& each) {
-        if (each.keys.sdk == kind.keys.sdk)
+        if (each == kind)
             iface = &typeOf(each);
     };
     std::apply([&](const auto&... each) { (look(each), ...); }, devices::controls::kinds);

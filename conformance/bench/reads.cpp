@@ -133,7 +133,7 @@ std::function<QByteArray()> temperatures(const std::shared_ptr<void>& control)
 void readAll(const devices::ControlName& kind, const std::shared_ptr<void>& control)
 {
     for (const Reads& each : allReads())
-        if (each.control.keys.sdk == kind.keys.sdk)
+        if (each.control == kind)
             each.all(control.get());
 }
 

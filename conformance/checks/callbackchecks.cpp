@@ -56,7 +56,7 @@ Seen readMissingFile(Bench& bench)
 {
     const std::string name = "file-memory readFile() of a file that is not there";
     for (const devices::ControlName& control : bench.offered()) {
-        if (control.keys.sdk != devices::controls::fileMemory.keys.sdk)
+        if (control != devices::controls::fileMemory)
             continue;
         const auto files = std::static_pointer_cast<sdk::service::IFileMemoryControl>(bench.held(control));
         const std::error_code error = answerOf(bench, name, [&](const Answered& answered) {

@@ -302,7 +302,7 @@ Seen mayUseTheControlWhenTold(Bench& bench)
         const auto cause = causeOf(bench, kind);
         std::vector<Call> calls;
         for (const CallbackOperation& operation : callbackOperations())
-            if (operation.control.keys.sdk == kind.keys.sdk && onlyReads(operation))
+            if (operation.control == kind && onlyReads(operation))
                 calls.push_back(operation.prepare(bench, control));
         struct State
         {

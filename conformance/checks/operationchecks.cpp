@@ -86,7 +86,7 @@ std::vector<NamedCall> readingCalls(Bench& bench, const devices::ControlName& ki
 {
     std::vector<NamedCall> calls;
     for (const CallbackOperation& operation : callbackOperations())
-        if (operation.control.keys.sdk == kind.keys.sdk && onlyReads(operation))
+        if (operation.control == kind && onlyReads(operation))
             try {
                 const NamedCall call{named(kind, operation.name), operation.prepare(bench, control)};
                 if (call.call.restore)
@@ -175,7 +175,7 @@ Seen giveViewsThatStay(Bench& bench)
     Tally tally;
     for (const devices::ControlName& kind : bench.offered())
         for (const View& view : views())
-            if (view.control.keys.sdk == kind.keys.sdk)
+            if (view.control == kind)
                 try {
                     viewOnManyThreads(bench, view);
                     tally.looked(named(kind, view.name));
