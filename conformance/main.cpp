@@ -124,9 +124,8 @@ provider::Result<Settings> settingsOf(const Options& options)
                       .after = options.after};
     if (options.control.empty())
         return settings;
-    const auto& all = devices::controls::all;
-    const auto found = std::ranges::find(all, options.control, &devices::ControlName::name);
-    if (found == all.end())
+    const auto* const found = devices::controls::find(options.control);
+    if (found == nullptr)
         return std::unexpected(u"there is no control '%1'"_s.arg(QString::fromStdString(options.control)));
     settings.only = *found;
     return settings;

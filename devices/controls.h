@@ -224,6 +224,15 @@ constexpr auto namesOf(const Kinds& each, std::index_sequence<index...> /*all*/)
 /// Names and keys of all of them, in the same order.
 inline constexpr auto all = namesOf(kinds, std::make_index_sequence<std::tuple_size_v<decltype(kinds)>>());
 
+/// The kind of this name; null when there is none.
+constexpr const ControlName* find(std::string_view name)
+{
+    for (const ControlName& each : all)
+        if (each.name == name)
+            return &each;
+    return nullptr;
+}
+
 } // namespace controls
 
 } // namespace tov::devices

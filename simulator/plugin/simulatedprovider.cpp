@@ -2,7 +2,6 @@
 
 #include "simulator/plugin/simulatedconnection.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -48,12 +47,9 @@ Result<Configuration> configurationOf(const QVariantMap& options)
 
 Result<const devices::ControlName*> controlNamed(const QString& name)
 {
-    const std::string wanted = name.toStdString();
-    const auto& all = devices::controls::all;
-    const auto found = std::ranges::find(all, wanted, &devices::ControlName::name);
-    if (found == all.end())
-        return std::unexpected(u"the simulated instrument has no control '%1'"_s.arg(name));
-    return &*found;
+    if (const auto* const found = devices::controls::find(name.toStdString()))
+        return found;
+    return std::unexpected(u"the simulated instrument has no control '%1'"_s.arg(name));
 }
 
 Result<void> setFault(SimulatedConnection& connection, const QString& fault)

@@ -59,8 +59,11 @@ struct Nothing
 TEST_F(InstrumentSession, NamesEveryRegisteredControl)
 {
     ASSERT_EQ(session.registry().entries().size(), controls::all.size());
-    for (std::size_t i = 0; i < controls::all.size(); ++i)
+    for (std::size_t i = 0; i < controls::all.size(); ++i) {
         EXPECT_EQ(session.registry().entries()[i].key, controls::all[i].keys.registry) << controls::all[i].name;
+        EXPECT_EQ(controls::find(controls::all[i].name), &controls::all[i]);
+    }
+    EXPECT_EQ(controls::find("toaster"), nullptr);
 }
 
 TEST_F(InstrumentSession, FindsEveryControlOnTheSimulatedInstrument)
