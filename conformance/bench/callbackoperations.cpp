@@ -364,18 +364,14 @@ Seen forEachOperation(Bench& bench, const Which& which,
             const std::string name = named(control, operation.name);
             if (!std::exchange(isNext, isNext || name == bench.settings().after))
                 continue;
-            try {
+            tally.attempt({}, [&] {
                 beAllowed(bench, operation);
                 const auto found = bench.held(control);
                 bench.begin(name);
                 const Call call = prepared(bench, operation, found);
                 workWith(call, name, [&] { work(operation, name, call); });
                 tally.looked(name);
-            } catch (const NotApplicable& why) {
-                tally.leftOut(why);
-            } catch (const NotAllowed& why) {
-                tally.leftOut(why);
-            }
+            });
         }
     return tally.seen();
 }

@@ -163,19 +163,13 @@ Seen forEachObservable(Bench& bench, const WhichControls& which,
                        const std::function<void(const devices::ControlName&, std::shared_ptr<void>)>& work)
 {
     Tally tally;
-    for (const devices::ControlName& control : bench.offered()) {
-        if (!which(control))
-            continue;
-        try {
-            bench.begin("observers of " + named(control));
-            work(control, bench.held(control)); // whose owner it is then
-            tally.looked(named(control));
-        } catch (const NotApplicable& why) {
-            tally.leftOut(why);
-        } catch (const NotAllowed& why) {
-            tally.leftOut(why);
-        }
-    }
+    for (const devices::ControlName& control : bench.offered())
+        if (which(control))
+            tally.attempt({}, [&] {
+                bench.begin("observers of " + named(control));
+                work(control, bench.held(control)); // whose owner it is then
+                tally.looked(named(control));
+            });
     return tally.seen();
 }
 

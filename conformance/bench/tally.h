@@ -3,6 +3,7 @@
 #include "conformance/bench/verdicts.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +30,16 @@ public:
     }
     void leftOut(const NotApplicable& why) { m_notApplicable.add(why); }
     void leftOut(const NotAllowed& why) { m_notAllowed.add(why); }
+
+    /// Does `work`. If it cannot look, that is left out: the `subject`, or what it names itself if that is empty.
+    void attempt(const std::string& subject, const std::function<void()>& work)
+    try {
+        work();
+    } catch (const NotApplicable& why) {
+        leftOut(subject.empty() ? why : NotApplicable(why.what(), subject));
+    } catch (const NotAllowed& why) {
+        leftOut(subject.empty() ? why : NotAllowed(why.what(), subject));
+    }
 
     /// Throws what the check comes to when it looked at nothing.
     Seen seen() const

@@ -164,17 +164,13 @@ Seen lastOwnerDestroys(Bench& bench)
             tally.looked(named(each.kind));
         }
     }
-    try {
+    tally.attempt("inside notifications", [&] {
         const auto told = forEachObservable(bench, isObservable,
                                             [&](const devices::ControlName& kind, std::shared_ptr<void> control) {
                                                 letGoWhenTold(bench, kind, std::move(control));
                                             });
         tally.looked("inside notifications of", told);
-    } catch (const NotApplicable& why) {
-        tally.leftOut(NotApplicable(why.what(), "inside notifications"));
-    } catch (const NotAllowed& why) {
-        tally.leftOut(why);
-    }
+    });
     return tally.seen();
 }
 

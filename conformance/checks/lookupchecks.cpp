@@ -173,14 +173,9 @@ Seen givesNothingForWhatIsNotThere(Bench& bench)
     tally.looked("keys that no control has");
     lookOnManyThreads(bench, offered);
     tally.looked("eight threads");
-    try {
-        tally.looked("inside notifications of", lookWhenTold(bench, offered));
-    } catch (const NotApplicable& why) {
-        tally.leftOut(NotApplicable(why.what(), "inside notifications"));
-    } catch (const NotAllowed& why) {
-        tally.leftOut(why);
-    }
-    try {
+    tally.attempt("inside notifications",
+                  [&] { tally.looked("inside notifications of", lookWhenTold(bench, offered)); });
+    tally.attempt("release and offer", [&] {
         {
             const Released released(bench);
             for (const devices::ControlName& control : offered)
@@ -190,9 +185,7 @@ Seen givesNothingForWhatIsNotThere(Bench& bench)
             if (!bench.waitUntil([&] { return bench.instrument()->findControl(control.keys.sdk) != nullptr; }))
                 throw Finding("findControl() does not give " + named(control) + " after it was offered again");
         tally.looked("release and offer");
-    } catch (const NotApplicable& why) {
-        tally.leftOut(NotApplicable(why.what(), "release and offer"));
-    }
+    });
     return tally.seen();
 }
 
@@ -210,13 +203,11 @@ Seen doesNotThrow(Bench& bench)
     Tally tally;
     look("when there is nothing");
     tally.looked("keys that no control has, controls that the instrument lacks");
-    try {
+    tally.attempt("released controls", [&] {
         const Released released(bench);
         look("after the controls were released");
         tally.looked("released controls");
-    } catch (const NotApplicable& why) {
-        tally.leftOut(NotApplicable(why.what(), "released controls"));
-    }
+    });
     return tally.seen();
 }
 
@@ -225,13 +216,11 @@ Seen isCheapWhenThereIsNothing(Bench& bench)
     Tally tally;
     expectCheap(bench, "when there is nothing");
     tally.looked("keys that no control has, controls that the instrument lacks");
-    try {
+    tally.attempt("released controls", [&] {
         const Released released(bench);
         expectCheap(bench, "after the controls were released");
         tally.looked("released controls");
-    } catch (const NotApplicable& why) {
-        tally.leftOut(NotApplicable(why.what(), "released controls"));
-    }
+    });
     return tally.seen();
 }
 

@@ -161,12 +161,10 @@ Seen bearManyThreads(Bench& bench)
 {
     Tally tally;
     for (const devices::ControlName& kind : bench.offered())
-        try {
+        tally.attempt({}, [&] {
             readOnManyThreads(bench, kind);
             tally.looked(named(kind));
-        } catch (const NotApplicable& why) {
-            tally.leftOut(why);
-        }
+        });
     return tally.seen();
 }
 
@@ -176,12 +174,10 @@ Seen giveViewsThatStay(Bench& bench)
     for (const devices::ControlName& kind : bench.offered())
         for (const View& view : views())
             if (view.control == kind)
-                try {
+                tally.attempt({}, [&] {
                     viewOnManyThreads(bench, view);
                     tally.looked(named(kind, view.name));
-                } catch (const NotApplicable& why) {
-                    tally.leftOut(why);
-                }
+                });
     return tally.seen();
 }
 
