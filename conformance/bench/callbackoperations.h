@@ -1,48 +1,14 @@
 #pragma once
 
+#include "conformance/bench/answers.h"
 #include "conformance/bench/bench.h"
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace tov::conformance {
-
-/// Hears of an answer, without its value.
-using Answered = std::function<void(std::error_code)>;
-
-/// Counts the answers of one call. Copies count together.
-///
-/// Thread: *any thread*.
-class Answers
-{
-public:
-    /// What the call is given.
-    Answered callback() const;
-
-    int count() const;
-
-    /// That of the first answer. There must be one.
-    std::error_code error() const;
-
-    /// Blocks this thread until there is an answer; false when none came in `patience`.
-    bool block(std::chrono::milliseconds patience) const;
-
-private:
-    struct State
-    {
-        std::mutex mutex; // guards all below
-        std::condition_variable answered;
-        std::vector<std::error_code> errors;
-    };
-
-    std::shared_ptr<State> m_state = std::make_shared<State>();
-};
 
 /// A call that can be made again and again.
 struct Call
@@ -67,13 +33,6 @@ struct CallbackOperation
 
 /// All of them but one: what it writes into the RAM of a potentiometer cannot be read and restored.
 const std::vector<CallbackOperation>& callbackOperations();
-
-/// Makes a call. One that throws answers nothing, as it may, which is a `NotApplicable`.
-void make(const std::string& name, const std::function<void(Answered)>& call, const Answered& answered);
-
-/// What an operation answers, which is waited for so many times the time-out; throws `Finding` when no answer comes.
-std::error_code answerOf(const Bench& bench, const std::string& name, const std::function<void(Answered)>& call,
-                         int times = 1);
 
 /// Throws `NotAllowed` if the user has not allowed what the operation does.
 void beAllowed(const Bench& bench, const CallbackOperation& operation);

@@ -131,7 +131,7 @@ public:
 
 private:
     Bench& m_bench;
-    std::vector<std::pair<std::string, Answers>> m_answers;
+    NamedAnswers m_answers;
 };
 
 } // namespace
