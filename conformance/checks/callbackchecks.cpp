@@ -9,7 +9,6 @@
 #include <exception>
 #include <new>
 #include <optional>
-#include <utility>
 
 namespace tov::conformance::callbacks {
 
@@ -18,11 +17,16 @@ using Effect = CallbackOperation::Effect;
 
 namespace {
 
-using NamedAnswers = std::vector<std::pair<std::string, Answers>>;
-
 std::string seconds(std::chrono::milliseconds time)
 {
     return QString::number(static_cast<double>(time.count()) / 1000).toStdString() + " s";
+}
+
+void expectAnswer(const Bench& bench, const std::string& name, const Answers& answers,
+                  std::chrono::milliseconds patience)
+{
+    if (!bench.waitUntil([&] { return answers.count() > 0; }, patience))
+        throw Finding(name + " was not answered within " + seconds(patience));
 }
 
 // Calls and waits patiently: what comes later than it should is another rule's.
@@ -32,8 +36,7 @@ void callOnce(const Bench& bench, const std::string& name, const Call& call, Nam
     bench.begin(name);
     make(name, call.make, answers.callback());
     all.emplace_back(name, answers);
-    if (!bench.waitUntil([&] { return answers.count() > 0; }, 2 * bench.settings().timeout))
-        throw Finding(name + " was not answered within " + seconds(2 * bench.settings().timeout));
+    expectAnswer(bench, name, answers, 2 * bench.settings().timeout);
 }
 
 bool isFitToBeShown(const std::string& text)
@@ -94,8 +97,7 @@ Seen areCalledOnce(Bench& bench)
     Seen seen = forEachOperation(bench, everyOperation, look);
     for (const auto& [name, answers] : all) {
         bench.begin(name);
-        if (!bench.waitUntil([&] { return answers.count() > 0; }, bench.patienceForLateAnswers()))
-            throw Finding(name + " was not answered within " + seconds(bench.patienceForLateAnswers()));
+        expectAnswer(bench, name, answers, bench.patienceForLateAnswers());
     }
     bench.settle();
     for (const auto& [name, answers] : all)
@@ -139,8 +141,7 @@ Seen areCalledInTime(Bench& bench)
         const Answers answers;
         bench.begin(name);
         make(name, call.make, answers.callback());
-        if (!bench.waitUntil([&] { return answers.count() > 0; }))
-            throw Finding(name + " was not answered within " + seconds(bench.settings().timeout));
+        expectAnswer(bench, name, answers, bench.settings().timeout);
         slowest = std::max(slowest, std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - start));
     };
     Seen seen = forEachOperation(bench, everyOperation, look);
