@@ -103,6 +103,17 @@ void comeAndGoWhileTold(Bench& bench, const Kind& kind, const Control& control)
     expectSilence(ears, removed);
 }
 
+// Does with the control whatever reads. An operation may throw; that it returns is what counts.
+void use(sdk::IVna& instrument, const Kind& kind, const Control& control, const std::vector<Call>& calls)
+try {
+    instrument.findControl(kind.keys.sdk);
+    readAll(kind, control);
+    for (const Call& call : calls)
+        call.make([](std::error_code /*error*/) {});
+} catch (const std::exception&) {
+    return;
+}
+
 } // namespace
 
 Seen hearNothingOnceRemoved(Bench& bench)
@@ -315,25 +326,18 @@ Seen mayUseTheControlWhenTold(Bench& bench)
         ear.whenTold = [=, instrument = bench.instrument()] {
             if (!state->registered || state->began.exchange(true))
                 return;
-            try {
-                instrument->findControl(kind.keys.sdk);
-                readAll(kind, control);
-                for (const Call& call : calls)
-                    call.make([](std::error_code /*error*/) {});
-            } catch (const std::exception&) {
-                state->ended = true; // an operation may throw
-            }
+            use(*instrument, kind, control, calls);
             state->ended = true;
         };
-        const std::string use = "findControl() or an operation of " + named(kind) + " inside a notification";
-        bench.begin(use);
+        const std::string what = "findControl() or an operation of " + named(kind) + " inside a notification";
+        bench.begin(what);
         const Registered registered(ear, control);
         state->registered = true;
         cause();
         if (!bench.waitUntil([&] { return state->began.load(); }))
             throw NotApplicable("told nobody", named(kind));
         if (!bench.waitUntil([&] { return state->ended.load(); }))
-            throw Finding(use + " does not return");
+            throw Finding(what + " does not return");
     });
 }
 
