@@ -88,7 +88,9 @@ install_pkgconfig(DevicesService-host host "What a host program of DevicesServic
 
 install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
-install(FILES "${PROJECT_SOURCE_DIR}/console/service-console.1" "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
+install(FILES
+    "${PROJECT_SOURCE_DIR}/console/service-console.1"
+    "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"

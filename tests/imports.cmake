@@ -1,5 +1,5 @@
-# Checks that imports run one way: console, conformance -> host -> (service, provider) -> devices -> platform/sdk. The simulator
-# stands behind provider.
+# Checks that imports run one way: console, conformance -> host -> (service, provider) -> devices -> platform/sdk. The
+# simulator stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
 

@@ -37,7 +37,7 @@ def _run_by_ci():
 def _checks():
     """The words that ./check takes."""
     listed = re.search(r"for what in .*?case \$what in\n\s+(.*?)\) ;;", _CHECK.read_text(), re.DOTALL).group(1)
-    return set(listed.split(" | "))
+    return set(re.findall(r"[\w-]+", listed))
 
 
 def _is_left_to_ci(command):
