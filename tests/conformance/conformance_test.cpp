@@ -1,5 +1,6 @@
 #include "conformance/checks/checks.h"
 #include "conformance/rules.h"
+#include "program.h"
 #include "simulator/plugin/simulatedconnection.h"
 
 #include <gmock/gmock.h>
@@ -7,10 +8,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
@@ -27,14 +26,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Outcome
+/// How a run of the kit ended.
+struct Outcome : tov::testing::Outcome
 {
-    int status;
-    QByteArray output;
-    QByteArray errors;
-
-    QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
-
     std::map<QString, QString> verdicts() const
     {
         std::map<QString, QString> all;
@@ -54,16 +48,9 @@ struct Outcome
 
 Outcome conformance(const QStringList& arguments)
 {
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(u"DEVICESSERVICE_PROVIDER"_s);
-    environment.remove(u"DEVICESSERVICE_PROVIDER_PATH"_s);
     QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(SERVICE_CONFORMANCE), arguments);
-    EXPECT_TRUE(process.waitForFinished(-1)) << process.errorString().toStdString();
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    return {process.exitCode(), process.readAllStandardOutput().replace("\r\n", "\n"),
-            process.readAllStandardError().replace("\r\n", "\n")};
+    tov::testing::start(process, QStringLiteral(SERVICE_CONFORMANCE), arguments);
+    return {tov::testing::finish(process)};
 }
 
 QString mutant(const QString& options)
@@ -126,7 +113,7 @@ TEST(ConformanceRules, HaveEachOneCheckOrAReasonWhyNot)
 TEST(Conformance, IsThatOfTheSimulatedInstrument)
 {
     const Outcome run = conformance({u"--json"_s, u"--allow-write"_s, u"--allow-erase"_s, u"--seed"_s, u"2"_s});
-    EXPECT_EQ(run.status, 0) << run.output.constData();
+    EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(run.errors, "");
     EXPECT_THAT(withVerdict(run, u"not checkable"_s), ContainerEq(notCheckable()));
     EXPECT_THAT(withVerdict(run, u"not applicable"_s), UnorderedElementsAre(u"OBSERVER-5"_s, u"OBSERVER-7"_s));
@@ -137,8 +124,8 @@ TEST(Conformance, IsThatOfTheSimulatedInstrument)
 TEST(Conformance, IsThatOfOneThatCanDoEverythingAndAnswersLater)
 {
     const Outcome run = conformance({u"--json"_s, u"--provider"_s, mutant(u"tells-inside=true"_s)});
-    EXPECT_EQ(run.status, 0) << run.output.constData();
-    EXPECT_THAT(withVerdict(run, u"pass"_s), SizeIs(rules().size() - notCheckable().size())) << run.output.constData();
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_THAT(withVerdict(run, u"pass"_s), SizeIs(rules().size() - notCheckable().size())) << run.output;
 }
 
 TEST(Conformance, IsThatOfOneThatIsSlow)
@@ -146,7 +133,7 @@ TEST(Conformance, IsThatOfOneThatIsSlow)
     const Outcome run = conformance({u"--json"_s, u"--provider"_s, u"simulated:answers=later,delay=150000"_s,
                                      u"--control"_s, u"serial-number"_s, u"--timeout"_s, u"1"_s, u"--only"_s,
                                      u"OPS-1"_s, u"--only"_s, u"CALLBACK-1"_s, u"--only"_s, u"CALLBACK-3"_s});
-    EXPECT_EQ(run.status, 0) << run.output.constData();
+    EXPECT_EQ(run.status, 0) << run.output;
 }
 
 TEST(Conformance, IsThatOfOneWhoseOperationsThrow)
@@ -156,13 +143,13 @@ TEST(Conformance, IsThatOfOneWhoseOperationsThrow)
     for (const QString& id : {u"OPS-1"_s, u"OPS-4"_s, u"CALLBACK-1"_s, u"CALLBACK-2"_s, u"LIFE-3"_s})
         arguments << u"--only"_s << id;
     const Outcome run = conformance(arguments);
-    EXPECT_EQ(run.status, 0) << run.output.constData();
+    EXPECT_EQ(run.status, 0) << run.output;
 }
 
 TEST(Conformance, IsTriedWithoutTestHooksAndWithOneControl)
 {
     const Outcome run = conformance({u"--json"_s, u"--provider"_s, QStringLiteral(OWN_PROVIDER)});
-    EXPECT_EQ(run.status, 0) << run.output.constData();
+    EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_THAT(withVerdict(run, u"pass"_s), UnorderedElementsAre(u"LOOKUP-1"_s, u"LOOKUP-2"_s, u"LOOKUP-3"_s,
                                                                   u"LOOKUP-4"_s, u"LIFE-1"_s, u"OPS-1"_s));
     EXPECT_THAT(run.rule(u"LOOKUP-2"_s)["leftOut"_L1].toString().toStdString(), HasSubstr("no test hook"));
@@ -184,7 +171,7 @@ TEST(Conformance, WritesNothingThatIsNotAllowed)
     const QStringList callbacks{u"--only"_s, u"CALLBACK-1"_s, u"--only"_s, u"CALLBACK-3"_s};
 
     const Outcome careful = conformance(QStringList{u"--json"_s, u"--provider"_s, failing} + callbacks);
-    EXPECT_EQ(careful.status, 0) << careful.output.constData();
+    EXPECT_EQ(careful.status, 0) << careful.output;
     for (const QString& id : {u"CALLBACK-1"_s, u"CALLBACK-3"_s})
         EXPECT_THAT(careful.rule(id)["leftOut"_L1].toString().toStdString(),
                     AllOf(Not(HasSubstr("throws")), HasSubstr("writeSerialNumber()"),
@@ -231,7 +218,7 @@ TEST(Conformance, TellsWhatIsBroken)
     const Outcome run = conformance(arguments);
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(
-        run.output.toStdString(),
+        run.output,
         AllOf(HasSubstr("provider mutant 1.0, seed 7\n"), HasSubstr("  CALLBACK-6   fail"),
               HasSubstr(
                   "must:      an error code of the number 0 is a success in every category; any other is a failure"),
@@ -289,7 +276,7 @@ TEST(Conformance, RefusesWhatItCannotUnderstand)
         const Outcome run = conformance(arguments);
         EXPECT_EQ(run.status, 2) << says;
         EXPECT_EQ(run.output, "") << says;
-        EXPECT_THAT(run.errors.toStdString(), AllOf(StartsWith("service-conformance: "), HasSubstr(says)));
+        EXPECT_THAT(run.errors, AllOf(StartsWith("service-conformance: "), HasSubstr(says)));
     }
 }
 
@@ -304,7 +291,7 @@ TEST(Conformance, SaysWhenAReportCannotBeWritten)
 {
     const Outcome run = conformance({u"--only"_s, u"OPS-2"_s, u"--junit"_s, u"/no/such/folder/report.xml"_s});
     EXPECT_EQ(run.status, 3);
-    EXPECT_THAT(run.errors.toStdString(), HasSubstr("report.xml"));
+    EXPECT_THAT(run.errors, HasSubstr("report.xml"));
 }
 
 /// Each rule that can be looked at, and a mutant that breaks it.
@@ -317,7 +304,7 @@ TEST_P(EachConformanceMutant, IsNoticedByTheCheckOfItsRule)
     const QString id = QString::fromStdString(GetParam());
     const Outcome run = conformance(
         {u"--json"_s, u"--timeout"_s, u"1"_s, u"--provider"_s, mutant(u"late=3500,breaks="_s + id), u"--only"_s, id});
-    EXPECT_EQ(run.status, 1) << run.output.constData();
+    EXPECT_EQ(run.status, 1) << run.output;
     EXPECT_THAT(withVerdict(run, u"fail"_s), ElementsAre(id));
 }
 
@@ -327,7 +314,7 @@ TEST(ConformanceMutants, AreNoticedAlsoWhenTheyTellInsideAddObserver)
         const Outcome run =
             conformance({u"--json"_s, u"--timeout"_s, u"1"_s, u"--control"_s, u"serial-number"_s, u"--provider"_s,
                          mutant(u"tells-inside=true,breaks="_s + id), u"--only"_s, id});
-        EXPECT_THAT(withVerdict(run, u"fail"_s), ElementsAre(id)) << run.output.constData();
+        EXPECT_THAT(withVerdict(run, u"fail"_s), ElementsAre(id)) << run.output;
     }
 }
 
