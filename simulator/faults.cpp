@@ -29,16 +29,26 @@ void Faults::releaseControlsDuring(Operation operation)
     change(operation, [](Fault& fault) { fault.releasesControls = true; });
 }
 
+void Faults::spare(Operation operation, unsigned int calls)
+{
+    change(operation, [&](Fault& fault) { fault.spared = calls; });
+}
+
 void Faults::heal(Operation operation)
 {
     change(operation, [](Fault& fault) { fault = {}; });
 }
 
-Fault Faults::of(Operation operation) const
+Fault Faults::next(Operation operation)
 {
     const std::lock_guard guard(m_mutex);
     const auto found = m_faults.find(operation);
-    return found != m_faults.end() ? found->second : Fault();
+    if (found == m_faults.end())
+        return {};
+    if (found->second.spared == 0)
+        return found->second;
+    --found->second.spared;
+    return {};
 }
 
 } // namespace tov::simulator

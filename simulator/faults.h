@@ -48,6 +48,7 @@ struct Fault
     std::optional<std::chrono::microseconds> delay; ///< how late it answers, whatever the timing says
     bool throws = false;                            ///< whether it throws instead
     bool releasesControls = false;                  ///< whether it releases the controls just before it answers
+    unsigned int spared = 0;                        ///< how many calls go well before any of that happens
 };
 
 /// What is wrong with the instrument, operation by operation: each verb holds for every later call until
@@ -70,17 +71,20 @@ public:
     /// Releases the instrument's controls just before it answers; the call that waits still completes.
     void releaseControlsDuring(Operation operation);
 
+    /// Lets the next `calls` calls go well; what is wrong with the operation begins with the one after them.
+    void spare(Operation operation, unsigned int calls);
+
     /// Takes back all of the above.
     void heal(Operation operation);
 
-    /// What is wrong with `operation` now.
-    Fault of(Operation operation) const;
+    /// What is wrong with the call of `operation` that begins now.
+    Fault next(Operation operation);
 
 private:
     template <typename Change>
     void change(Operation operation, Change change);
 
-    mutable std::mutex m_mutex; // guards all below
+    std::mutex m_mutex; // guards all below
     std::map<Operation, Fault> m_faults;
 };
 

@@ -93,7 +93,7 @@ public:
     /// Makes the file store one that is there but cannot be used, and usable again.
     void setFileStoreAvailable(bool available);
 
-    /// Flips the bits of the byte at `offset` of the memory, which its integrity check then finds.
+    /// Makes the byte at `offset` of the memory the opposite of what was written, which its integrity check then finds.
     /// Throws `std::out_of_range`.
     void damageMemory(std::size_t offset);
 

@@ -55,7 +55,7 @@ std::error_code MemoryState::check() const
 void MemoryState::damage(std::size_t offset)
 {
     const std::lock_guard guard(m_mutex);
-    m_contents.at(offset) ^= std::byte{0xFF};
+    m_contents.at(offset) = ~m_intended.at(offset);
 }
 
 std::size_t MemoryState::size() const

@@ -28,7 +28,7 @@ public:
     /// Fails with `MemoryDamaged` when a byte is not what was written.
     std::error_code check() const;
 
-    /// Flips the bits of the byte at `offset`, as a broken cell does. Throws `std::out_of_range`.
+    /// Makes the byte at `offset` the opposite of what was written, as a broken cell does. Throws `std::out_of_range`.
     void damage(std::size_t offset);
 
     std::size_t size() const;

@@ -250,7 +250,7 @@ try {
     return std::unexpected(QString::fromUtf8(error.what()));
 }
 
-Result<void> SimulatedConnection::setAnswer(sdk::Key control, const QString& operation, Answer answer)
+Result<void> SimulatedConnection::misbehave(sdk::Key control, const QString& operation, const Misbehaviour& how)
 {
     const auto found = std::ranges::find_if(
         operations, [&](const NamedOperation& one) { return one.control == control && one.name == operation; });
@@ -258,18 +258,19 @@ Result<void> SimulatedConnection::setAnswer(sdk::Key control, const QString& ope
         return std::unexpected(u"there is no operation '%1' that can be made to misbehave"_s.arg(operation));
 
     const bool hasCallback = found->operation < Operation::PotentiometerList;
-    if (!hasCallback && answer != Answer::AsUsual && answer != Answer::Throwing)
+    if (!hasCallback && how.answer != Answer::AsUsual && how.answer != Answer::Throwing)
         return std::unexpected(u"'%1' is not answered by a callback; it can only throw"_s.arg(operation));
     Faults& faults = m_instrument->faults();
     faults.heal(found->operation);
-    switch (answer) {
+    faults.spare(found->operation, how.after);
+    switch (how.answer) {
     case Answer::AsUsual:
         break;
     case Answer::WithError:
         faults.answerWith(found->operation, std::make_error_code(std::errc::io_error));
         break;
     case Answer::Late:
-        faults.answerLate(found->operation, std::chrono::seconds(1));
+        faults.answerLate(found->operation, how.delay);
         break;
     case Answer::Throwing:
         faults.throwFrom(found->operation);

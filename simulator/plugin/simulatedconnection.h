@@ -24,6 +24,17 @@ public:
 
     SimulatedInstrument& simulated() noexcept { return *m_instrument; }
 
+    /// How an operation misbehaves.
+    struct Misbehaviour
+    {
+        Answer answer = Answer::AsUsual;
+        unsigned int after = 0;                                    ///< how many calls go well before
+        std::chrono::microseconds delay = std::chrono::seconds(1); ///< of answers that are late
+    };
+
+    /// Has an operation answer so from now on; otherwise as `setAnswer()`.
+    provider::Result<void> misbehave(sdk::Key control, const QString& operation, const Misbehaviour& how);
+
     /// Makes the instrument the one that is kept in `file`, if there is such a file, and keeps it there. Nobody else
     /// may meanwhile: whoever does already is waited for so long. Of a file in a folder that cannot be written, others
     /// may read too.
@@ -38,7 +49,10 @@ public:
     provider::Result<void> releaseControls() override;
     provider::Result<void> offerControls() override;
     provider::Result<void> notify(sdk::Key control) override;
-    provider::Result<void> setAnswer(sdk::Key control, const QString& operation, Answer answer) override;
+    provider::Result<void> setAnswer(sdk::Key control, const QString& operation, Answer answer) override
+    {
+        return misbehave(control, operation, {.answer = answer});
+    }
     provider::Result<void> passTime(std::chrono::milliseconds time) override;
     provider::Result<void> waitUntilQuiet() override;
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 
 namespace tov::simulator {
 
@@ -11,6 +12,8 @@ using namespace Qt::StringLiterals;
 using provider::Result;
 
 namespace {
+
+constexpr qulonglong hour = 3'600'000'000; // µs
 
 // A number that is not above `most`, which is what can be done with it.
 Result<qulonglong> number(const QVariantMap& options, const QString& name, qulonglong most)
@@ -24,7 +27,6 @@ Result<qulonglong> number(const QVariantMap& options, const QString& name, qulon
 
 Result<Configuration> configurationOf(const QVariantMap& options)
 {
-    constexpr qulonglong hour = 3'600'000'000; // µs
     constexpr qulonglong gigabyte = 1024ULL * 1024 * 1024;
     const auto delay = number(options, u"delay"_s, hour);
     const auto seed = number(options, u"seed"_s, std::numeric_limits<std::uint32_t>::max());
@@ -52,7 +54,8 @@ Result<const devices::ControlName*> controlNamed(const QString& name)
     return std::unexpected(u"the simulated instrument has no control '%1'"_s.arg(name));
 }
 
-Result<void> setFault(SimulatedConnection& connection, const QString& fault)
+Result<void> setFault(SimulatedConnection& connection, const QString& fault,
+                      SimulatedConnection::Misbehaviour misbehaviour)
 {
     using Answer = provider::ITestHooks::Answer;
     static const QMap<QString, Answer> answers{{u"error"_s, Answer::WithError},
@@ -68,7 +71,33 @@ Result<void> setFault(SimulatedConnection& connection, const QString& fault)
     const auto control = controlNamed(where.section(u'.', 0, 0));
     if (!control)
         return std::unexpected(control.error());
-    return connection.setAnswer((*control)->keys.sdk, where.section(u'.', 1), *answer);
+    misbehaviour.answer = *answer;
+    return connection.misbehave((*control)->keys.sdk, where.section(u'.', 1), misbehaviour);
+}
+
+Result<void> setFaults(SimulatedConnection& connection, const QVariantMap& options)
+{
+    const auto after = number(options, u"fault-after"_s, std::numeric_limits<std::uint32_t>::max());
+    const auto delay = number(options, u"fault-delay"_s, hour);
+    for (const auto* const each : {&after, &delay})
+        if (!*each)
+            return std::unexpected(each->error());
+    for (const QString& fault : options["fault"_L1].toStringList()) {
+        const auto set =
+            setFault(connection, fault,
+                     {.after = static_cast<unsigned int>(*after), .delay = std::chrono::microseconds(*delay)});
+        if (!set)
+            return set;
+    }
+    return {};
+}
+
+Result<void> damageMemory(SimulatedInstrument& instrument)
+try {
+    instrument.damageMemory(0);
+    return {};
+} catch (const std::out_of_range&) {
+    return std::unexpected(u"the memory has no byte that could be damaged"_s);
 }
 
 } // namespace
@@ -97,12 +126,15 @@ Result<std::unique_ptr<provider::IConnection>> SimulatedProvider::open(const QSt
             return std::unexpected(control.error());
         connection->simulated().unfitControl((*control)->keys.sdk);
     }
-    for (const QString& fault : options["fault"_L1].toStringList())
-        if (const auto set = setFault(*connection, fault); !set)
-            return std::unexpected(set.error());
+    if (const auto set = setFaults(*connection, options); !set)
+        return std::unexpected(set.error());
+    connection->simulated().setFileStoreAvailable(options["file-store"_L1] != "unavailable"_L1);
     if (const QString file = options["state"_L1].toString(); !file.isEmpty())
         if (const auto kept = connection->keepIn(file, std::chrono::seconds(*wait)); !kept)
             return std::unexpected(kept.error());
+    if (options["memory"_L1] == "damaged"_L1) // what is kept, too
+        if (const auto damaged = damageMemory(connection->simulated()); !damaged)
+            return std::unexpected(damaged.error());
     return connection;
 }
 

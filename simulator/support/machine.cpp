@@ -38,14 +38,14 @@ void Machine::answer(Operation operation, std::function<void(std::error_code)> c
             });
 }
 
-void Machine::begin(Operation operation) const
+void Machine::begin(Operation operation)
 {
-    throwIfTold(m_faults.of(operation));
+    throwIfTold(m_faults.next(operation));
 }
 
-Fault Machine::beginAnswer(Operation operation) const
+Fault Machine::beginAnswer(Operation operation)
 {
-    Fault fault = m_faults.of(operation);
+    Fault fault = m_faults.next(operation);
     throwIfTold(fault);
     return fault;
 }

@@ -37,7 +37,7 @@ public:
     Faults& faults() noexcept { return m_faults; }
 
     /// Throws if `operation`, which does not answer by a callback, was told to.
-    void begin(Operation operation) const;
+    void begin(Operation operation);
 
     /// Does `work` when the time has come and answers with what it gives.
     template <typename Value>
@@ -64,7 +64,7 @@ private:
     using Clock = std::chrono::steady_clock;
     using Job = std::function<void()>;
 
-    Fault beginAnswer(Operation operation) const;
+    Fault beginAnswer(Operation operation);
     void perform(const Fault& fault, Job job);
     void releaseControls();
     Clock::duration delayOf(const Fault& fault);

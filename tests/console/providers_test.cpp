@@ -74,7 +74,7 @@ TEST_F(ServiceConsoleProviders, AreListedWithTheirOptionsAndWhereWasLooked)
     const Outcome listed = run({"providers"});
     EXPECT_EQ(listed.status, 0);
     EXPECT_THAT(listed.output, AllOf(StartsWith("own 1.0  The smallest provider"), HasSubstr("\nsimulated "),
-                                     HasSubstr("\nenabled "), HasSubstr("  65536     Size of the memory"),
+                                     HasSubstr("\nenabled "), HasSubstr("  65536      Size of the memory"),
                                      HasSubstr("looked in: " + folder.path().toStdString())));
 
     const QJsonArray providers = run({"--json", "providers"}).json()["providers"].toArray();
@@ -219,7 +219,59 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentItsFaults)
     expect("simulated:seed=4294967296", {"serial", "get"}, 1);
     expect("simulated:missing=serial-number", {"serial", "get"}, 1);
     expect("simulated:missing=nothing", {"serial", "get"}, 1);
+    expect("simulated:fault-delay=3600000001", {"serial", "get"}, 1);
+    expect("simulated:fault-after=4294967296", {"serial", "get"}, 1);
     EXPECT_THAT(run({"--provider", "simulated:memory-size=16", "memory", "check"}).errors, HasSubstr("100 %"));
+}
+
+TEST_F(ServiceConsoleProviders, LetTheControlsOfTheSimulatedInstrumentGoAtTheCallThatIsNamed)
+{
+    const Outcome outcome =
+        shell("serial get\nserial get\nserial get\noffer\nserial get\n",
+              {"--provider", "simulated:fault=serial-number.readSerialNumber=release,fault-after=1"}, environment);
+    EXPECT_EQ(outcome.output, "100001\n100001\n100001\n");
+    EXPECT_EQ(outcome.errors, "service-console: this instrument has no serial-number control; 'service-console info' "
+                              "lists those it has\n");
+}
+
+TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAMemoryThatIsDamaged)
+{
+    const QString damaged = "simulated:memory=damaged";
+    const QStringList check{"memory", "check"};
+    EXPECT_EQ(run(QStringList{"--provider", "simulated:memory=intact"} + check).output, "intact\n");
+    EXPECT_THAT(run(QStringList{"--provider", damaged} + check).errors, HasSubstr("checking the memory failed"));
+    EXPECT_EQ(shell("memory erase\nmemory check\n", {"--provider", damaged}, environment).output, "erased\nintact\n");
+
+    const QStringList kept{"--state", folder.filePath("bench.state")};
+    for (const QString& provider : {damaged, damaged, QString("simulated")}) {
+        EXPECT_EQ(run(kept + QStringList{"--provider", provider, "serial", "set", "1"}).status, 0);
+        EXPECT_EQ(run(kept + QStringList{"--provider", provider} + check).status, 1) << "the damage is kept";
+    }
+    expectNotOpened(1, damaged + ",memory-size=0", "the memory has no byte that could be damaged");
+}
+
+TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAFileStoreThatCannotBeUsedOrIsFull)
+{
+    const QString file = folder.filePath("note.txt");
+    QFile note(file);
+    ASSERT_TRUE(note.open(QIODevice::WriteOnly));
+    note.write("four");
+    note.close();
+    const auto errors = [this](const QString& provider, const QStringList& command) {
+        return run(QStringList{"--provider", provider} + command).errors;
+    };
+    const std::string unavailable = "File memory control is unavailable\n";
+    EXPECT_EQ(errors("simulated:file-store=unavailable", {"files", "ls"}),
+              "service-console: the files cannot be listed: " + unavailable);
+    EXPECT_EQ(errors("simulated:file-store=unavailable", {"files", "put", file}),
+              "service-console: note.txt: " + unavailable);
+    EXPECT_EQ(errors("simulated:file-store=available", {"files", "put", file}), "");
+
+    const QByteArray put = "files put " + file.toUtf8();
+    const Outcome full =
+        shell(put + "\n" + put + " copy.txt\n", {"--provider", "simulated:file-capacity=7"}, environment);
+    EXPECT_EQ(full.output, "note.txt: 4 bytes written\n");
+    EXPECT_EQ(full.errors, "service-console: copy.txt: no space left\n");
 }
 
 TEST_F(ServiceConsoleProviders, DoNotEndTheShellByWhatTheirInstrumentThrows)

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace tov::testing {
 namespace {
 
 namespace controls = host::controls;
+using namespace std::chrono_literals;
 using Answer = provider::ITestHooks::Answer;
 
 /// Keeps what it is given to hold until it is let go of.
@@ -139,6 +141,15 @@ TEST_F(SimulatedConnection, AnswersAsItIsTold)
     ASSERT_TRUE(hooks.setAnswer(key, "readSerialNumber", Answer::AsUsual));
     EXPECT_TRUE(serialNumber->serialNumber());
     EXPECT_TRUE(session.isPresent(controls::serialNumber));
+
+    ASSERT_TRUE(hooks.misbehave(key, "readSerialNumber", {.answer = Answer::Late, .delay = 20ms}));
+    const auto asked = std::chrono::steady_clock::now();
+    EXPECT_TRUE(serialNumber->serialNumber());
+    EXPECT_GE(std::chrono::steady_clock::now() - asked, 20ms);
+    ASSERT_TRUE(hooks.misbehave(key, "readSerialNumber", {.answer = Answer::WithError, .after = 1}));
+    EXPECT_TRUE(serialNumber->serialNumber());
+    EXPECT_FALSE(serialNumber->serialNumber());
+    ASSERT_TRUE(hooks.setAnswer(key, "readSerialNumber", Answer::AsUsual));
 
     EXPECT_EQ(hooks.setAnswer(key, "nothing", Answer::Late).error(),
               "there is no operation 'nothing' that can be made to misbehave");

@@ -136,9 +136,11 @@ TEST_P(SimulatedServices, FindAChangedByteOfTheMemory)
     EXPECT_TRUE(memory->integrityCheck());
     EXPECT_EQ((*memory->read())[1], std::byte{2});
 
-    instrument->damageMemory(1);
-    EXPECT_FALSE(memory->integrityCheck());
-    EXPECT_EQ((*memory->read())[1], std::byte{0xFD});
+    for (int time = 0; time < 2; ++time) {
+        instrument->damageMemory(1);
+        EXPECT_FALSE(memory->integrityCheck());
+        EXPECT_EQ((*memory->read())[1], std::byte{0xFD});
+    }
     EXPECT_TRUE(memory->erase());
     EXPECT_TRUE(memory->integrityCheck());
     EXPECT_THAT(*memory->read(), Each(std::byte{0xFF}));
@@ -259,6 +261,13 @@ TEST_P(SimulatedServices, MisbehaveAsTheyAreTold)
     faults.heal(Operation::SerialNumberRead);
     instrument->offerControls();
     EXPECT_EQ(serialNumber->serialNumber(), 6U);
+
+    faults.throwFrom(Operation::SerialNumberRead);
+    faults.spare(Operation::SerialNumberRead, 2);
+    EXPECT_EQ(serialNumber->serialNumber(), 6U);
+    EXPECT_EQ(serialNumber->serialNumber(), 6U);
+    EXPECT_THROW(serialNumber->serialNumber(), std::runtime_error);
+    EXPECT_THROW(serialNumber->serialNumber(), std::runtime_error);
 }
 
 TEST_P(SimulatedServices, ThrowFromEveryOtherOperationWhenTheyAreTold)
