@@ -240,11 +240,11 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAMemoryThatIsDamaged)
     const QStringList check{"memory", "check"};
     EXPECT_EQ(run(QStringList{"--provider", "simulated:memory=intact"} + check).output, "intact\n");
     EXPECT_THAT(run(QStringList{"--provider", damaged} + check).errors, HasSubstr("checking the memory failed"));
-    EXPECT_EQ(shell("memory erase\nmemory check\n", {"--provider", damaged}, environment).output, "erased\nintact\n");
+    EXPECT_EQ(shell("memory erase --yes\nmemory check\n", {"--provider", damaged}, environment).output, "erased\nintact\n");
 
     const QStringList kept{"--state", folder.filePath("bench.state")};
     for (const QString& provider : {damaged, damaged, QString("simulated")}) {
-        EXPECT_EQ(run(kept + QStringList{"--provider", provider, "serial", "set", "1"}).status, 0);
+        EXPECT_EQ(run(kept + QStringList{"--provider", provider, "--yes", "serial", "set", "1"}).status, 0);
         EXPECT_EQ(run(kept + QStringList{"--provider", provider} + check).status, 1) << "the damage is kept";
     }
     expectNotOpened(1, damaged + ",memory-size=0", "the memory has no byte that could be damaged");
@@ -264,7 +264,7 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAFileStoreThatCannotBe
     EXPECT_EQ(errors("simulated:file-store=unavailable", {"files", "ls"}),
               "service-console: the files cannot be listed: " + unavailable);
     EXPECT_EQ(errors("simulated:file-store=unavailable", {"files", "put", file}),
-              "service-console: note.txt: " + unavailable);
+              "service-console: the files cannot be listed: " + unavailable);
     EXPECT_EQ(errors("simulated:file-store=available", {"files", "put", file}), "");
 
     const QByteArray put = "files put " + file.toUtf8();
