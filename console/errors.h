@@ -19,4 +19,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Standard output takes no more.
+class OutputLost : public std::runtime_error
+{
+public:
+    OutputLost()
+        : std::runtime_error("cannot write to standard output")
+    {
+    }
+};
+
 } // namespace tov::console

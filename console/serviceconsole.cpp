@@ -3,6 +3,7 @@
 #include "console/commandline/arguments.h"
 #include "console/commandline/failure.h"
 #include "console/commands/commands.h"
+#include "console/errors.h"
 #include "console/terminal/terminal.h"
 
 #include <algorithm>
@@ -20,9 +21,11 @@ bool wantsJson(const Words& arguments)
 }
 
 // An answer that did not get out is no answer.
-ExitStatus finish(ExitStatus status, bool asJson = false)
+ExitStatus finish(ExitStatus status)
 {
-    return std::cout.flush() ? status : fail(ExitStatus::InternalError, "cannot write to standard output", asJson);
+    if (!std::cout.flush())
+        throw OutputLost();
+    return status;
 }
 
 ExitStatus run(const Words& arguments)
@@ -35,7 +38,7 @@ ExitStatus run(const Words& arguments)
     const ExitStatus status = action(console);
     console.keep();
     console.output().print();
-    return finish(status, options.json);
+    return finish(status);
 }
 
 // What the shell's completion asks for: a line for every word that fits.

@@ -1,6 +1,7 @@
 #include "console/commandline/failure.h"
 
 #include "console/errors.h"
+#include "console/terminal/terminal.h"
 #include "console/text/display.h"
 
 #include <QJsonDocument>
@@ -31,6 +32,8 @@ try {
     return fail(ExitStatus::Failure, error.what(), asJson);
 } catch (const BadUse& error) {
     return fail(ExitStatus::BadUse, error.what(), asJson);
+} catch (const OutputLost& error) { // a reader that has gone had what it wanted
+    return standardOutputIsUnread() ? ExitStatus::InternalError : fail(ExitStatus::InternalError, error.what(), asJson);
 } catch (const std::exception& error) {
     return fail(ExitStatus::InternalError, std::string("internal error: ") + error.what(), asJson);
 } catch (...) { // of a provider's

@@ -37,10 +37,10 @@ const host::Control<SdkCalibrationControlHandle>& controllerNamed(const std::str
 class Display
 {
 public:
-    Display(std::string_view controller, bool text)
+    Display(ConsoleSession& console, std::string_view controller, CsvLog* log)
         : m_controller(controller)
-        , m_showsBar(text && standardOutputIsTerminal() && standardErrorIsTerminal())
-        , m_lines(text)
+        , m_showsBar(console.output().isText() && standardOutputIsTerminal() && standardErrorIsTerminal())
+        , m_lines(console, log)
     {
     }
 
@@ -90,9 +90,17 @@ void watchController(ConsoleSession& console, const Arguments& arguments)
     const auto& kind = controllerNamed(arguments.controller);
     const auto handle = console.require(kind);
     const Watch watch(console, arguments);
-    Display display(kind.name, console.output().isText());
+    std::optional<CsvLog> log;
+    if (!arguments.csv.path.empty())
+        log.emplace(arguments.csv, NotificationLines::headings);
+    const auto requireWritten = [&] {
+        if (log)
+            log->requireWritten();
+    };
+    Display display(console, kind.name, log ? &*log : nullptr);
     display.follow(*handle);
-    watch.run([&] { console.notify(kind); });
+    watch.run([&] { console.notify(kind); }, requireWritten);
+    requireWritten();
 }
 
 } // namespace
@@ -100,10 +108,10 @@ void watchController(ConsoleSession& console, const Arguments& arguments)
 void addCalibrationCommand(Command& program)
 {
     const auto arguments = std::make_shared<Arguments>();
-    program.add("calibration", "Follow the calibration controllers")
-        .add("watch", "Print what happens at a controller until stopped (Ctrl-C)")
-        .optional("--controller", &arguments->controller, "NUMBER", "Which of the two controllers, 1 or 2 (1)")
-        .optional("--exercise", &arguments->exercise, "COUNT", exerciseHelp)
+    Command& watch = program.add("calibration", "Follow the calibration controllers")
+                         .add("watch", "Print what happens at a controller until stopped (Ctrl-C)");
+    addWatchOptions(watch, *arguments);
+    watch.optional("--controller", &arguments->controller, "NUMBER", "Which of the two controllers, 1 or 2 (1)")
         .runs(watchController, arguments);
 }
 

@@ -20,10 +20,12 @@ Command allCommands(CommandSet commands, Options& options)
         .optional("--filter", &options.filter, "TEXT", "Show only rows of tables that contain TEXT")
         .optional("--color", &options.color, "WHEN", "Colour tables: auto (on a terminal), always or never",
                   [](const Words&) { return Words{"always", "auto", "never"}; });
-    for (const auto add : {addInfoCommand, addProbeCommand, addProvidersCommand, addInstrumentsCommand, addFilesCommand,
-                           addMemoryCommand, addPotsCommand, addSerialCommand, addUsbCommand, addTermsCommand,
-                           addIfswCommand, addPowerCalCommand, addCorrectionsCommand, addCalibrationCommand,
-                           addTemperatureCommand, addTuneCommand, addMonitorCommand})
+    for (const auto add :
+         {addInfoCommand,   addProbeCommand,    addProvidersCommand,   addInstrumentsCommand, addFilesCommand,
+          addMemoryCommand, addPotsCommand,     addSerialCommand,      addUsbCommand,         addTermsCommand,
+          addIfswCommand,   addPowerCalCommand, addCorrectionsCommand, addCalibrationCommand, addTemperatureCommand,
+          addTuneCommand,   addMonitorCommand,  addReportCommand,      addBackupCommand,      addRestoreCommand,
+          addDiffCommand})
         add(program);
     if (commands == CommandSet::Shell)
         return program;

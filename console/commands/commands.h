@@ -32,6 +32,10 @@ void addCalibrationCommand(Command& program);
 void addTemperatureCommand(Command& program);
 void addTuneCommand(Command& program);
 void addMonitorCommand(Command& program);
+void addReportCommand(Command& program);
+void addBackupCommand(Command& program);
+void addRestoreCommand(Command& program);
+void addDiffCommand(Command& program);
 void addShellCommand(Command& program);
 void addDemoCommand(Command& program);
 

@@ -1,5 +1,6 @@
 #include "console/commands/commands.h"
 
+#include "console/text/correctionname.h"
 #include "console/text/number.h"
 
 namespace tov::console {
@@ -8,11 +9,6 @@ namespace {
 
 using devices::FactoryCorrection;
 using devices::service::SdkFactoryCorrectionControl;
-
-std::string nameOf(FactoryCorrection correction)
-{
-    return "correction-" + std::to_string(static_cast<int>(correction) + 1);
-}
 
 // Throws unless the instrument supports a correction of this name or number.
 FactoryCorrection correctionNamed(const SdkFactoryCorrectionControl& control, const std::string& name)

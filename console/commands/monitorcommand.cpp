@@ -3,6 +3,10 @@
 #include "console/notifications/notifications.h"
 #include "console/notifications/watching.h"
 
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
 namespace tov::console {
 
 namespace {
@@ -29,20 +33,46 @@ void exercise(ConsoleSession& console)
     console.waitUntilQuiet();
 }
 
-void monitor(ConsoleSession& console, const WatchArguments& arguments)
+struct Arguments : WatchArguments
 {
-    const Notifications notifications(console);
+    std::vector<std::string> expected;
+};
+
+void monitor(ConsoleSession& console, const Arguments& arguments)
+{
+    std::vector<const host::ControlName*> expected;
+    std::ranges::transform(arguments.expected, std::back_inserter(expected),
+                           [](const std::string& name) { return &controlNamed(name); });
+    std::optional<CsvLog> log;
     const Watch watch(console, arguments);
-    watch.run([&] { exercise(console); });
+    if (!arguments.csv.path.empty())
+        log.emplace(arguments.csv, NotificationLines::headings);
+    const auto requireWritten = [&] {
+        if (log)
+            log->requireWritten();
+    };
+    const Notifications notifications(console, log ? &*log : nullptr);
+    watch.run([&] { exercise(console); }, requireWritten);
+    requireWritten();
+
+    std::string silent;
+    for (const host::ControlName* control : expected)
+        if (!notifications.hasNotified(*control))
+            silent.append(silent.empty() ? "" : ", ").append(control->name);
+    if (!silent.empty())
+        throw Failure(silent + " did not notify");
 }
 
 } // namespace
 
 void addMonitorCommand(Command& program)
 {
-    const auto arguments = std::make_shared<WatchArguments>();
-    program.add("monitor", "Print notifications as they come until stopped (Ctrl-C)")
-        .optional("--exercise", &arguments->exercise, "COUNT", exerciseHelp)
+    const auto arguments = std::make_shared<Arguments>();
+    Command& monitoring = program.add("monitor", "Print notifications as they come until stopped (Ctrl-C)");
+    addWatchOptions(monitoring, *arguments);
+    monitoring
+        .optional("--expect", &arguments->expected, "CONTROL",
+                  "End with 1 unless CONTROL has notified; may be repeated", controlNames)
         .runs(monitor, arguments);
 }
 

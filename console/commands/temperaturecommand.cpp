@@ -1,7 +1,9 @@
 #include "console/commands/commands.h"
 
+#include "console/files/csvlog.h"
 #include "console/notifications/watching.h"
 #include "console/terminal/terminal.h"
+#include "console/text/number.h"
 
 #include <QJsonDocument>
 
@@ -9,9 +11,9 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <iostream>
 #include <map>
 #include <mutex>
+#include <optional>
 
 namespace tov::console {
 
@@ -19,27 +21,51 @@ namespace {
 
 using devices::service::SdkTemperatureControl;
 
+struct Arguments : WatchArguments
+{
+    std::optional<std::string> interval;
+    std::optional<std::string> most;
+};
+
 std::string degrees(double temperature)
 {
     return QString::number(temperature, 'f', 1).toStdString();
 }
 
-QJsonObject toJson(const SdkTemperatureControl& control)
+/// The temperatures of one moment.
+struct Reading
+{
+    double overall;
+    std::vector<SdkTemperatureControl::ModuleTemperature> modules;
+};
+
+Reading readingOf(const SdkTemperatureControl& control)
+{
+    return {control.temperature(), control.modulesTemperature()};
+}
+
+// For those who reckon with it.
+std::string exactly(double temperature)
+{
+    return QString::number(temperature, 'g', 7).toStdString();
+}
+
+QJsonObject toJson(const Reading& reading)
 {
     QJsonArray modules;
-    for (const auto& module : control.modulesTemperature())
+    for (const auto& module : reading.modules)
         modules.append(QJsonObject{{"module", module.name}, {"temperature", module.temperature}});
-    return {{"temperature", control.temperature()}, {"modules", modules}};
+    return {{"temperature", reading.overall}, {"modules", modules}};
 }
 
 void show(ConsoleSession& console)
 {
-    const auto control = console.require(host::controls::temperature);
+    const Reading reading = readingOf(*console.require(host::controls::temperature));
     Table table({"module", "temperature"});
-    for (const auto& module : control->modulesTemperature())
+    for (const auto& module : reading.modules)
         table.addRow({module.name.toStdString(), degrees(module.temperature)});
-    table.addRow({"overall", degrees(control->temperature())});
-    console.output().answer(table.toText(), toJson(*control));
+    table.addRow({"overall", degrees(reading.overall)});
+    console.output().answer(table.toText(), toJson(reading));
 }
 
 /// The last readings of each module, drawn as a line of bars.
@@ -72,72 +98,218 @@ private:
     std::map<std::string, std::vector<double>> m_readings;
 };
 
-/// Shows the temperatures whenever they have changed: on a terminal as a table that stays in its place, otherwise as a
-/// line for each time. Called in the thread that tells.
-class LiveTemperatures
+/// Shows readings: on a terminal as a table that stays in its place, otherwise as a line for each.
+class ReadingLines
 {
 public:
-    LiveTemperatures(const SdkTemperatureControl& control, bool text)
-        : m_control(control)
-        , m_text(text)
-        , m_redraws(text && standardOutputIsTerminal())
+    explicit ReadingLines(ConsoleSession& console)
+        : m_following(console.following())
+        , m_text(console.output().isText())
+        , m_redraws(m_text && standardOutputIsTerminal())
     {
     }
 
-    void update()
+    void show(const std::string& time, const Reading& reading)
     {
-        const std::lock_guard guard(m_mutex);
-        if (!m_text) {
-            std::cout << QJsonDocument(toJson(m_control)).toJson(QJsonDocument::Compact).constData() << "\n"
-                      << std::flush;
-            return;
-        }
-        const auto modules = m_control.modulesTemperature();
-        if (!m_redraws) {
-            std::cout << "overall " << degrees(m_control.temperature());
-            for (const auto& module : modules)
-                std::cout << ", " << module.name.toStdString() << " " << degrees(module.temperature);
-            std::cout << "\n" << std::flush;
-            return;
-        }
+        if (m_redraws)
+            redraw(time, reading);
+        else
+            m_following.print((m_text ? lineOf(time, reading) : jsonLineOf(time, reading)) + "\n");
+    }
+
+private:
+    static std::string lineOf(const std::string& time, const Reading& reading)
+    {
+        std::string line = time + " overall " + degrees(reading.overall);
+        for (const auto& module : reading.modules)
+            line.append(", ").append(module.name.toStdString()).append(" ").append(degrees(module.temperature));
+        return line;
+    }
+
+    static std::string jsonLineOf(const std::string& time, const Reading& reading)
+    {
+        QJsonObject line = toJson(reading);
+        line.insert("time", QString::fromStdString(time));
+        return QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString();
+    }
+
+    void redraw(const std::string& time, const Reading& reading)
+    {
         Table table({"module", "temperature", "history"});
         const auto addRow = [&](const std::string& name, double temperature) {
             m_history.add(name, temperature);
             table.addRow({name, degrees(temperature), m_history.graph(name)});
         };
-        for (const auto& module : modules)
+        for (const auto& module : reading.modules)
             addRow(module.name.toStdString(), module.temperature);
-        addRow("overall", m_control.temperature());
+        addRow("overall", reading.overall);
+        std::string back; // to where the table begins
         if (m_drawn > 0)
-            std::cout << "\x1b[" << m_drawn << "A\x1b[J"; // back to where the table begins
-        std::cout << table.toText() << std::flush;
-        m_drawn = modules.size() + 2;
+            back = "\x1b[" + std::to_string(m_drawn) + "A\x1b[J";
+        m_following.print(back + time + "\n" + table.toText());
+        m_drawn = reading.modules.size() + 3;
     }
 
-private:
-    const SdkTemperatureControl& m_control;
+    Following& m_following;
     const bool m_text;
     const bool m_redraws;
-    std::mutex m_mutex; // guards all below
     History m_history;
     std::size_t m_drawn = 0; // lines
 };
 
-void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
+/// Who was warmer than allowed: since when, and how warm at most.
+class Excesses
 {
-    const auto control = console.require(host::controls::temperature);
-    const Watch watch(console, arguments);
-    LiveTemperatures live(*control, console.output().isText());
-    live.update();
-    const QObject here; // the connection ends with it
-    QObject::connect(
-        control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [&live] { live.update(); },
-        Qt::DirectConnection);
+public:
+    explicit Excesses(std::optional<double> most)
+        : m_most(most)
+    {
+    }
 
-    const auto tick = [&] { console.passTime(std::chrono::seconds(1)); };
-    // Nobody else lets time pass for an instrument with a clock of its own.
-    const bool hasOwnClock = console.can(provider::ITestHooks::Ability::PassTime);
-    watch.run(tick, hasOwnClock ? tick : std::function<void()>());
+    void look(const std::string& time, const Reading& reading)
+    {
+        look(time, "overall", reading.overall);
+        for (const auto& module : reading.modules)
+            look(time, module.name.toStdString(), module.temperature);
+    }
+
+    /// Throws `Failure` when there was one.
+    void judge() const
+    {
+        std::string found;
+        for (const auto& [name, excess] : m_found)
+            found.append(found.empty() ? "" : "; ")
+                .append(name + " from " + excess.since + ", at most " + exactly(excess.most) + " at " + excess.mostAt);
+        if (!found.empty())
+            throw Failure("warmer than " + exactly(*m_most) + " °C: " + found);
+    }
+
+private:
+    struct Excess
+    {
+        std::string since;
+        double most;
+        std::string mostAt;
+    };
+
+    void look(const std::string& time, const std::string& name, double temperature)
+    {
+        if (!m_most || temperature <= *m_most)
+            return;
+        auto& excess = m_found.try_emplace(name, time, temperature, time).first->second;
+        if (temperature > excess.most)
+            excess = {excess.since, temperature, time};
+    }
+
+    const std::optional<double> m_most;
+    std::map<std::string, Excess> m_found;
+};
+
+/// Takes each reading to where it belongs. Called in the thread that tells.
+class Readings
+{
+public:
+    Readings(ConsoleSession& console, const SdkTemperatureControl& control, std::optional<double> most)
+        : m_console(console)
+        , m_control(control)
+        , m_lines(console)
+        , m_excesses(most)
+    {
+    }
+
+    /// The rows have the modules that there are now.
+    void logTo(const LocalTarget& target)
+    {
+        std::vector<std::string> headings{"time", "overall"};
+        for (const auto& module : m_control.modulesTemperature()) {
+            m_logged.push_back(module.name);
+            headings.push_back(module.name.toStdString());
+        }
+        m_log.emplace(target, headings);
+    }
+
+    void take()
+    {
+        const std::lock_guard guard(m_mutex);
+        const std::string time = m_console.timestamp();
+        const Reading reading = readingOf(m_control);
+        m_excesses.look(time, reading);
+        m_lines.show(time, reading);
+        if (m_log)
+            m_log->add(rowOf(time, reading));
+    }
+
+    /// Throws `Failure` when a row could not be written.
+    void requireWritten()
+    {
+        if (m_log)
+            m_log->requireWritten();
+    }
+
+    void judge() const
+    {
+        const std::lock_guard guard(m_mutex);
+        m_excesses.judge();
+    }
+
+private:
+    std::vector<std::string> rowOf(const std::string& time, const Reading& reading) const
+    {
+        std::vector<std::string> row{time, exactly(reading.overall)};
+        for (const QString& name : m_logged) {
+            const auto found =
+                std::ranges::find(reading.modules, name, &SdkTemperatureControl::ModuleTemperature::name);
+            row.push_back(found == reading.modules.end() ? std::string() : exactly(found->temperature));
+        }
+        return row;
+    }
+
+    ConsoleSession& m_console;
+    const SdkTemperatureControl& m_control;
+    std::optional<CsvLog> m_log;
+    std::vector<QString> m_logged; // the modules in its columns
+    mutable std::mutex m_mutex;    // guards all below
+    ReadingLines m_lines;
+    Excesses m_excesses;
+};
+
+std::optional<double> mostOf(const Arguments& arguments)
+{
+    if (!arguments.most)
+        return {};
+    const auto most = parseReal<double>(*arguments.most);
+    if (!most || !std::isfinite(*most))
+        throw BadUse("'" + *arguments.most + "' is no value for --max: use a number, in °C");
+    return most;
+}
+
+void watchTemperatures(ConsoleSession& console, const Arguments& arguments)
+{
+    using std::chrono::seconds;
+
+    const auto most = mostOf(arguments);
+    if (arguments.interval && arguments.exercise > 0)
+        throw BadUse("--exercise takes a reading each second: leave --interval out");
+    const auto interval = arguments.interval ? requireSeconds("--interval", *arguments.interval) : seconds(1);
+    const Watch watch(console, arguments);
+    const auto control = console.require(host::controls::temperature);
+    Readings readings(console, *control, most);
+    if (!arguments.csv.path.empty())
+        readings.logTo(arguments.csv);
+    readings.take();
+    const QObject here; // the connection ends with it
+    if (!arguments.interval)
+        QObject::connect(
+            control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [&readings] { readings.take(); },
+            Qt::DirectConnection);
+    const auto everyPeriod = [&] {
+        if (arguments.interval)
+            readings.take();
+        readings.requireWritten();
+    };
+    watch.run([&] { console.passTime(seconds(1)); }, everyPeriod, interval);
+    readings.requireWritten();
+    readings.judge();
 }
 
 } // namespace
@@ -145,10 +317,15 @@ void watchTemperatures(ConsoleSession& console, const WatchArguments& arguments)
 void addTemperatureCommand(Command& program)
 {
     Command& temperature = program.add("temperature", "Show the temperatures of the instrument and its modules");
-    const auto arguments = std::make_shared<WatchArguments>();
+    const auto arguments = std::make_shared<Arguments>();
     temperature.add("show", "Show the temperatures in °C").runs(show);
-    temperature.add("watch", "Follow the temperatures until stopped (Ctrl-C)")
-        .optional("--exercise", &arguments->exercise, "COUNT", "Let COUNT seconds pass at once, and end")
+    Command& watch = temperature.add("watch", "Follow the temperatures until stopped (Ctrl-C)");
+    addWatchOptions(watch, *arguments, "Let COUNT seconds pass at once, and end");
+    watch
+        .optional("--interval", &arguments->interval, "SECONDS",
+                  "Take a reading so often, and not whenever the instrument tells of new ones")
+        .optional("--max", &arguments->most, "DEGREES",
+                  "End with 1 when a module was warmer, which does not end the run")
         .runs(watchTemperatures, arguments);
 }
 

@@ -201,8 +201,8 @@ struct Notifications::Observers
     std::optional<SignalLines> signalLines;       // made last, as adapters hear of the instrument in their order
 };
 
-Notifications::Notifications(ConsoleSession& console)
-    : m_lines(console.output().isText())
+Notifications::Notifications(ConsoleSession& console, CsvLog* log)
+    : m_lines(console, log)
     , m_observers(std::make_unique<Observers>(console, m_lines))
 {
 }

@@ -11,11 +11,14 @@ namespace tov::console {
 class Notifications
 {
 public:
-    /// Throws `Failure` when the instrument has no control that notifies.
-    explicit Notifications(ConsoleSession& console);
+    /// Throws `Failure` when the instrument has no control that notifies. A `log` gets them too.
+    explicit Notifications(ConsoleSession& console, CsvLog* log = nullptr);
     Notifications(const Notifications&) = delete;
     Notifications& operator=(const Notifications&) = delete;
     ~Notifications();
+
+    /// Whether this one notified meanwhile. Thread: *any thread*.
+    bool hasNotified(const host::ControlName& control) const { return m_lines.hasPrinted(control.name); }
 
 private:
     struct Observers;

@@ -1,14 +1,19 @@
 #include "console/notifications/watching.h"
 
+#include "console/commandline/command.h"
 #include "console/session/consolesession.h"
+#include "console/text/number.h"
 
+#include <algorithm>
 #include <atomic>
-#include <chrono>
+#include <cmath>
 #include <csignal>
 #include <iostream>
 #include <thread>
 
 namespace tov::console {
+
+using std::chrono::milliseconds;
 
 namespace {
 
@@ -21,16 +26,47 @@ void stop(int /*signal*/)
     stopped = true;
 }
 
+std::optional<milliseconds> durationOf(const WatchArguments& arguments)
+{
+    if (!arguments.duration)
+        return {};
+    if (arguments.exercise > 0)
+        throw BadUse("--exercise and --duration both say when to end: leave one out");
+    return requireSeconds("--duration", *arguments.duration);
+}
+
 } // namespace
+
+void addWatchOptions(Command& command, WatchArguments& arguments, const char* helpOfExercise)
+{
+    command.optional("--exercise", &arguments.exercise, "COUNT", helpOfExercise)
+        .optional("--duration", &arguments.duration, "SECONDS", "End when so much time has passed")
+        .takes({.name = "--csv",
+                .target = &arguments.csv.path,
+                .type = "FILE",
+                .help = "Write everything to this file too, row by row",
+                .mustNotBeEmpty = "a file name is needed"})
+        .flag("--force", arguments.csv.force, "Replace the file if it is there");
+}
+
+milliseconds requireSeconds(const std::string& name, const std::string& text)
+{
+    constexpr double most = 1e9; // more than any command runs, and it fits in milliseconds
+    const auto seconds = parseReal<double>(text);
+    if (!seconds || !(*seconds >= 0.001 && *seconds <= most)) // which "nan" is not either
+        throw BadUse("'" + text + "' is no value for " + name + ": use a number of seconds, from 0.001");
+    return milliseconds(std::llround(*seconds * 1000));
+}
 
 Watch::Watch(ConsoleSession& console, const WatchArguments& arguments)
     : m_console(console)
     , m_exercise(arguments.exercise)
+    , m_duration(durationOf(arguments))
     , m_interrupt(std::signal(SIGINT, stop))
     , m_terminate(std::signal(SIGTERM, stop))
 {
     stopped = false;
-    if (m_exercise == 0)
+    if (m_exercise == 0 && !m_duration)
         std::cerr << "waiting for notifications; Ctrl-C ends\n";
 }
 
@@ -40,19 +76,51 @@ Watch::~Watch()
     std::signal(SIGTERM, m_terminate);
 }
 
-void Watch::run(const std::function<void()>& exercise, const std::function<void()>& everySecond) const
+void Watch::run(const std::function<void()>& exercise, const std::function<void()>& everyPeriod,
+                milliseconds period) const
+{
+    for (int round = 0; round < m_exercise && goesOn(); ++round)
+        exercise();
+    if (m_exercise == 0 && m_duration && m_console.can(provider::ITestHooks::Ability::PassTime))
+        passAtOnce(everyPeriod, period);
+    else if (m_exercise == 0)
+        wait(everyPeriod, period);
+    m_console.following().requireReader();
+}
+
+bool Watch::goesOn() const
+{
+    m_console.following().requireReader();
+    return !stopped;
+}
+
+void Watch::passAtOnce(const std::function<void()>& everyPeriod, milliseconds period) const
+{
+    for (milliseconds left = *m_duration; left.count() > 0 && goesOn(); left -= period) {
+        m_console.passTime(std::min(left, period));
+        if (left >= period)
+            everyPeriod();
+    }
+}
+
+void Watch::wait(const std::function<void()>& everyPeriod, milliseconds period) const
 {
     using Clock = std::chrono::steady_clock;
+    constexpr milliseconds step(50); // so that the user and the instrument are heard soon
 
-    for (int round = 0; round < m_exercise && !stopped; ++round)
-        exercise();
-    for (auto next = Clock::now() + std::chrono::seconds(1); m_exercise == 0 && !stopped;) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const auto begin = Clock::now();
+    const auto isOver = [&] { return m_duration && Clock::now() >= begin + *m_duration; };
+    for (auto next = begin + period; goesOn();) {
+        const bool over = isOver(); // before the last look, so that the last period counts
+        const auto until = over ? begin + *m_duration : Clock::now();
         m_console.passOnNotices();
-        if (!everySecond || Clock::now() < next)
-            continue;
-        everySecond();
-        next += std::chrono::seconds(1);
+        for (; next <= until && goesOn(); next += period) {
+            m_console.keepUp(period);
+            everyPeriod();
+        }
+        if (over)
+            break;
+        std::this_thread::sleep_for(step);
     }
 }
 

@@ -4,7 +4,10 @@
 #include "console/terminal/spinner.h"
 #include "console/terminal/terminal.h"
 
+#include <QDateTime>
+
 #include <algorithm>
+#include <cstdlib>
 #include <thread>
 #include <type_traits>
 #include <utility>
@@ -156,13 +159,32 @@ bool ConsoleSession::can(ITestHooks::Ability ability)
     return std::ranges::find(abilities, ability) != abilities.end();
 }
 
-void ConsoleSession::passTime(std::chrono::seconds time)
+void ConsoleSession::passTime(std::chrono::milliseconds time)
+{
+    if (can(ITestHooks::Ability::PassTime)) {
+        m_ahead = m_ahead.load() + time; // before anything is told of it
+        orThrow<Failure>(hooks().passTime(time));
+    } else {
+        std::this_thread::sleep_for(time);
+    }
+    waitUntilQuiet();
+}
+
+void ConsoleSession::keepUp(std::chrono::milliseconds time)
 {
     if (can(ITestHooks::Ability::PassTime))
         orThrow<Failure>(hooks().passTime(time));
-    else
-        std::this_thread::sleep_for(time);
     waitUntilQuiet();
+}
+
+std::string ConsoleSession::timestamp() const
+{
+    const QDateTime time = QDateTime::currentDateTime().addMSecs(m_ahead.load().count());
+    const int minutes = time.offsetFromUtc() / 60;
+    const auto twoDigits = [](int number) { return QString::number(number).rightJustified(2, '0'); };
+    const QString offset = (minutes < 0 ? "-" : "+") + twoDigits(std::abs(minutes) / 60) + ":"
+                           + twoDigits(std::abs(minutes) % 60); // also for UTC, which Qt writes as Z
+    return (time.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz")) + offset).toStdString();
 }
 
 void ConsoleSession::waitUntilQuiet()

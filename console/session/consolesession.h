@@ -1,10 +1,12 @@
 #pragma once
 
 #include "console/session/controls.h"
+#include "console/terminal/following.h"
 #include "console/terminal/output.h"
 #include "host/instrumentsession.h"
 #include "host/providers.h"
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -40,6 +42,9 @@ public:
     explicit ConsoleSession(const Options& options);
 
     Output& output() noexcept { return m_output; }
+
+    /// Where lines are printed as something happens.
+    Following& following() noexcept { return m_following; }
 
     const AnswerOptions& answerOptions() const noexcept { return m_options; }
 
@@ -80,7 +85,14 @@ public:
     void notify(const host::ControlName& control);
 
     /// Lets time pass (at once, where that can be asked for), and waits until the instrument is quiet.
-    void passTime(std::chrono::seconds time);
+    void passTime(std::chrono::milliseconds time);
+
+    /// Lets the time that has really passed pass for an instrument with a clock of its own, which nobody else does.
+    void keepUp(std::chrono::milliseconds time);
+
+    /// The present time of the instrument, as 2026-01-31T12:00:00.000+01:00: where time passed at once, it is ahead.
+    /// Thread: *any thread*.
+    std::string timestamp() const;
 
     /// Whether it does what only tests can ask for.
     bool can(provider::ITestHooks::Ability ability);
@@ -96,9 +108,11 @@ private:
 
     Options m_options;
     Output m_output;
+    Following m_following;
     std::optional<host::ProviderChoice> m_choice;
     provider::InstrumentDescription m_instrument;       // once it is open
     std::unique_ptr<host::InstrumentSession> m_session; // null until then
+    std::atomic<std::chrono::milliseconds> m_ahead{};   // how far the instrument's clock is, of that on the wall
 };
 
 } // namespace tov::console

@@ -9,6 +9,8 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <csignal>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #endif
@@ -63,6 +65,8 @@ void prepareTerminal()
         if (GetConsoleMode(handle, &mode))
             SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     }
+#else
+    std::signal(SIGPIPE, SIG_IGN);
 #endif
 }
 
@@ -79,6 +83,16 @@ bool standardOutputIsTerminal()
 bool standardErrorIsTerminal()
 {
     return isTerminal(2);
+}
+
+bool standardOutputIsUnread()
+{
+#ifdef Q_OS_WIN
+    return false;
+#else
+    pollfd output{.fd = STDOUT_FILENO, .events = 0, .revents = 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
+#endif
 }
 
 bool openStandardInput(QFile& file)

@@ -6,12 +6,16 @@ class QFile;
 
 namespace tov::console {
 
-/// Has the terminal take UTF-8 and control sequences, which on some platforms it must be told.
+/// Has the terminal take UTF-8 and control sequences, which on some platforms it must be told. From now on a reader of
+/// standard output that goes, as `head` does, is an error of writing and does not end the program.
 void prepareTerminal();
 
 bool standardInputIsTerminal();
 bool standardOutputIsTerminal();
 bool standardErrorIsTerminal();
+
+/// Whether whoever read standard output has gone, where that can be known.
+bool standardOutputIsUnread();
 
 /// Opens `file` to read the bytes of standard input as they are.
 bool openStandardInput(QFile& file);

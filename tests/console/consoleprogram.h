@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <iterator>
+#include <regex>
+#include <string>
 
 namespace tov::testing {
 
@@ -44,6 +47,15 @@ inline void expectError(const QStringList& arguments, int status, const std::str
     EXPECT_THAT(run.errors, StartsWith("service-console: ")) << shown;
     EXPECT_THAT(run.errors, HasSubstr(says)) << shown;
     EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << shown << "\n" << run.errors;
+}
+
+// The times in front of lines, as 2026-01-31T12:00:00.000+01:00, are taken away; `count` of them are expected.
+inline std::string withoutTimes(const std::string& lines, int count)
+{
+    static const std::regex time(R"((^|\n)\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}[+-]\d\d:\d\d )");
+    EXPECT_EQ(std::distance(std::sregex_iterator(lines.begin(), lines.end(), time), std::sregex_iterator()), count)
+        << lines;
+    return std::regex_replace(lines, time, "$1");
 }
 
 } // namespace tov::testing

@@ -1,0 +1,200 @@
+#include "console/commands/commands.h"
+
+#include "console/files/localfile.h"
+#include "console/whole/changes.h"
+#include "console/whole/document.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <iterator>
+
+namespace tov::console {
+
+namespace {
+
+struct Arguments
+{
+    std::string file;
+    std::vector<std::string> only;
+    bool dryRun = false;
+};
+
+constexpr auto notGivenBack =
+    "Not in a backup, because no instrument gives it back: potentiometers in RAM, the values of "
+    "system error terms,\ncalibration data, and tables that were loaded into modules.\n";
+
+// What could not be read of a part, though its control is there.
+std::string unread(const QJsonValue& part)
+{
+    if (const std::string error = errorOf(part); !error.empty())
+        return error == "missing" ? "" : error;
+    const QJsonArray rows = part.toArray();
+    for (const auto& row : rows)
+        if (const std::string error = errorOf(row); !error.empty() && error != "missing")
+            return error;
+    return {};
+}
+
+void backup(ConsoleSession& console, const LocalTarget& target)
+{
+    requireWritable(target);
+    const QJsonObject document = readInstrument(console, DocumentKind::Backup);
+    writeLocalFile(target, QJsonDocument(document).toJson());
+
+    Table table({"part", "entries", "restored"});
+    std::string incomplete;
+    for (const Part& part : parts()) {
+        const QJsonValue saved = partOf(document, part);
+        const std::string error = errorOf(saved);
+        table.addRow(
+            {part.name, error.empty() ? std::to_string(saved.toArray().size()) : error, part.restore ? "yes" : "no"});
+        if (part.restore && !unread(saved).empty())
+            incomplete.append(incomplete.empty() ? "" : ", ").append(part.name + " (" + unread(saved) + ")");
+    }
+    if (!target.isStandardOutput())
+        console.output().answer(table.toText() + notGivenBack,
+                                {{"file", QString::fromStdString(target.path)}, {"parts", table.toJson()}});
+    if (incomplete.empty())
+        return;
+    console.output().print();
+    throw Failure(target.path + " is written, but lacks what could not be read: " + incomplete);
+}
+
+/// Brings the instrument to what was saved of it.
+class Restoration
+{
+public:
+    Restoration(ConsoleSession& console, const Arguments& arguments)
+        : m_console(console)
+        , m_file(arguments.file)
+        , m_chosen(chosenFrom(arguments.only))
+        , m_document(readDocument(m_file))
+    {
+        if (!isBackup(m_document))
+            throw Failure(m_file + ", format: a report cannot be restored, because contents are not in it");
+        for (const Part* part : m_chosen)
+            if (!arguments.only.empty() && !isSaved(*part))
+                throw Failure(m_file + ", " + placeOf(*part) + ": this was not saved");
+        plan();
+    }
+
+    const std::vector<Change>& planned() const noexcept { return m_planned; }
+
+    std::vector<TriedChange> run()
+    {
+        std::vector<TriedChange> tried;
+        for (const Part* part : m_chosen) {
+            std::vector<Change> changes;
+            std::ranges::copy_if(m_planned, std::back_inserter(changes),
+                                 [&](const Change& change) { return change.part == part->name; });
+            std::ranges::move(
+                restorePart(m_console.session(), *part, partOf(m_document, *part), placeOf(*part), changes),
+                std::back_inserter(tried));
+        }
+        m_console.waitUntilQuiet();
+        return tried;
+    }
+
+    /// What restoring leaves as it is, in lines.
+    std::string left() const
+    {
+        std::string lines;
+        for (const Part* part : m_chosen)
+            if (const std::string error = errorOf(partOf(m_document, *part)); !isSaved(*part))
+                lines += part->name + " was not saved" + (error.empty() ? "" : ": " + error) + "\n";
+        return lines + notGivenBack;
+    }
+
+private:
+    // In the order of the parts, in whatever order they were named.
+    static std::vector<const Part*> chosenFrom(const std::vector<std::string>& only)
+    {
+        std::vector<const Part*> named;
+        std::ranges::transform(only, std::back_inserter(named),
+                               [](const std::string& name) { return &restorablePartNamed(name); });
+        std::vector<const Part*> chosen;
+        for (const std::string& name : restorableParts())
+            if (const Part* const part = &restorablePartNamed(name);
+                named.empty() || std::ranges::find(named, part) != named.end())
+                chosen.push_back(part);
+        return chosen;
+    }
+
+    bool isSaved(const Part& part) const { return partOf(m_document, part).isArray(); }
+
+    static std::string placeOf(const Part& part) { return "parts." + part.name; }
+
+    void plan()
+    {
+        for (const Part* part : m_chosen)
+            std::ranges::move(
+                changesTo(m_console.session(), *part, partOf(m_document, *part), m_file + ", " + placeOf(*part)),
+                std::back_inserter(m_planned));
+    }
+
+    ConsoleSession& m_console;
+    const std::string m_file;
+    const std::vector<const Part*> m_chosen;
+    const QJsonObject m_document;
+    std::vector<Change> m_planned;
+};
+
+// The changes and what became, or would become, of each.
+void answer(ConsoleSession& console, const std::vector<TriedChange>& changes, const std::string& made,
+            const std::string& notMade, const std::string& left)
+{
+    Table table({"part", "item", "was", "becomes", "outcome"});
+    for (const auto& [change, error] : changes)
+        table.addRow({change.part, change.item.empty() ? "-" : change.item, change.was, change.becomes,
+                      error.empty() ? made : notMade + ": " + error});
+    console.output().answer((changes.empty() ? "nothing to change\n" : table.toText()) + left,
+                            {{"changes", table.toJson()}});
+}
+
+void restore(ConsoleSession& console, const Arguments& arguments)
+{
+    Restoration restoration(console, arguments);
+    if (arguments.dryRun || restoration.planned().empty()) {
+        std::vector<TriedChange> changes;
+        for (const Change& change : restoration.planned())
+            changes.push_back({change, change.refusal});
+        answer(console, changes, "would be written", "cannot be written", restoration.left());
+        return;
+    }
+    console.confirm("make " + std::to_string(restoration.planned().size()) + " changes, which '--dry-run' shows");
+    const auto changes = restoration.run();
+    answer(console, changes, "written", "failed", restoration.left());
+    const auto failed = std::ranges::count_if(changes, [](const TriedChange& tried) { return !tried.error.empty(); });
+    if (failed == 0)
+        return;
+    console.output().print();
+    throw Failure(std::to_string(failed) + " of " + std::to_string(changes.size())
+                  + " changes failed, the others are made (but a state file keeps them only in the shell); "
+                    "restore can be repeated");
+}
+
+} // namespace
+
+void addBackupCommand(Command& program)
+{
+    const auto target = std::make_shared<LocalTarget>();
+    Command& backingUp = program.add("backup", "Save what can be read of the instrument into a file")
+                             .footer(notGivenBack)
+                             .runs(backup, target);
+    addLocalTarget(backingUp, *target);
+}
+
+void addRestoreCommand(Command& program)
+{
+    const auto arguments = std::make_shared<Arguments>();
+    program.add("restore", "Bring the instrument to what a backup saved")
+        .argument("file", arguments->file, "FILE", "File that 'backup' wrote")
+        .flag("--dry-run", arguments->dryRun, "Show what would change, and change nothing")
+        .optional("--only", &arguments->only, "PART", "Restore this part only; may be repeated",
+                  [](const Words& /*before*/) { return restorableParts(); })
+        .footer(notGivenBack)
+        .runs(restore, arguments);
+}
+
+} // namespace tov::console

@@ -1,0 +1,47 @@
+#include "console/files/csvlog.h"
+
+#include "console/errors.h"
+
+namespace tov::console {
+
+namespace {
+
+QByteArray quoted(const std::string& field)
+{
+    const QByteArray text = QByteArray::fromStdString(field);
+    if (field.find_first_of(",\"\r\n") == std::string::npos)
+        return text;
+    return '"' + QByteArray(text).replace("\"", "\"\"") + '"';
+}
+
+} // namespace
+
+CsvLog::CsvLog(const LocalTarget& target, const std::vector<std::string>& headings)
+    : m_file(QString::fromStdString(target.path))
+{
+    requireWritable(target);
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        m_error = m_file.errorString();
+    add(headings);
+    requireWritten();
+}
+
+void CsvLog::add(const std::vector<std::string>& fields)
+{
+    const std::lock_guard guard(m_mutex);
+    QByteArray row;
+    for (const std::string& field : fields)
+        row.append(row.isEmpty() ? "" : ",").append(quoted(field));
+    row.append('\n');
+    if (m_error.isEmpty() && m_file.write(row) != row.size())
+        m_error = m_file.errorString();
+}
+
+void CsvLog::requireWritten()
+{
+    const std::lock_guard guard(m_mutex);
+    if (!m_error.isEmpty())
+        throw Failure(m_file.fileName().toStdString() + " cannot be written: " + m_error.toStdString());
+}
+
+} // namespace tov::console

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "console/files/localfile.h"
+
+#include <QFile>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace tov::console {
+
+/// A file of comma-separated values that grows: each row is in the file when it was added. Fields with commas, quotes
+/// or line ends stand in quotes.
+///
+/// Thread: *any thread*.
+class CsvLog
+{
+public:
+    /// Begins the file with the headings. Throws `Failure`, also when it may not be replaced.
+    CsvLog(const LocalTarget& target, const std::vector<std::string>& headings);
+
+    /// Does nothing after a row that could not be written.
+    void add(const std::vector<std::string>& fields);
+
+    /// Throws `Failure` when a row could not be written.
+    void requireWritten();
+
+private:
+    std::mutex m_mutex; // guards all below
+    QFile m_file;
+    QString m_error;
+};
+
+} // namespace tov::console

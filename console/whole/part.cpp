@@ -1,0 +1,83 @@
+#include "console/whole/part.h"
+
+#include "console/text/named.h"
+#include "console/text/values.h"
+#include "console/tuning/tuning.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <iterator>
+
+namespace tov::console {
+
+using namespace Qt::StringLiterals;
+
+const std::vector<Part>& parts()
+{
+    static const std::vector<Part> all = [] {
+        std::vector<Part> joined{controlsPart()};
+        for (const auto& others : {memoryParts(), storedParts(), settingsParts()})
+            joined.insert(joined.end(), others.begin(), others.end());
+        return joined;
+    }();
+    return all;
+}
+
+namespace {
+
+std::vector<Part> restorable()
+{
+    std::vector<Part> found;
+    std::ranges::copy_if(parts(), std::back_inserter(found), [](const Part& part) { return part.restore != nullptr; });
+    return found;
+}
+
+} // namespace
+
+std::vector<std::string> restorableParts()
+{
+    std::vector<std::string> names;
+    std::ranges::transform(restorable(), std::back_inserter(names), &Part::name);
+    return names;
+}
+
+const Part& restorablePartNamed(const std::string& name)
+{
+    static const std::vector<Part> known = restorable();
+    return named(known, name, "part", [](const Part& part) { return part.name; });
+}
+
+QJsonValue readPart(host::InstrumentSession& session, const Part& part)
+try {
+    // As a file would hold it, so that what was read now and what was read from a file can be compared.
+    return QJsonDocument::fromJson(QJsonDocument(part.read(session)).toJson()).array();
+} catch (const std::exception& error) { // of the instrument's too, which may throw
+    return QJsonObject{{"error"_L1, QString::fromStdString(error.what())}};
+}
+
+std::string errorOf(const QJsonValue& value)
+{
+    return value["error"_L1].toString().toStdString();
+}
+
+std::string itemOf(const Part& part, const QJsonObject& row)
+{
+    std::string item;
+    for (const std::string& key : part.keys)
+        if (const std::string text = cell(row[QString::fromStdString(key)]); !text.empty())
+            item.append(item.empty() ? "" : "/").append(text);
+    return item;
+}
+
+std::string cell(const QJsonValue& value)
+{
+    if (value.isUndefined())
+        return {};
+    if (value.isObject())
+        return toText(value["bytes"_L1]) + " bytes, SHA-256 " + value["sha256"_L1].toString().left(12).toStdString()
+               + "...";
+    return shown(value);
+}
+
+} // namespace tov::console
