@@ -61,11 +61,11 @@ QJsonObject toJson(const Reading& reading)
 void show(ConsoleSession& console)
 {
     const Reading reading = readingOf(*console.require(host::controls::temperature));
-    Table table({"module", "temperature"});
+    Table table({"module", {"temperature (°C)", "temperature"}});
     for (const auto& module : reading.modules)
-        table.addRow({module.name.toStdString(), degrees(module.temperature)});
+        table.addRow({module.name, degrees(module.temperature)});
     table.addRow({"overall", degrees(reading.overall)});
-    console.output().answer(table.toText(), toJson(reading));
+    console.output().answer(console.output().shown(table), toJson(reading));
 }
 
 /// The last readings of each module, drawn as a line of bars.

@@ -17,11 +17,9 @@ QByteArray quoted(const std::string& field)
 } // namespace
 
 CsvLog::CsvLog(const LocalTarget& target, const std::vector<std::string>& headings)
-    : m_file(QString::fromStdString(target.path))
+    : m_path(target.path)
 {
-    requireWritable(target);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        m_error = m_file.errorString();
+    openLocalFile(m_file, target);
     add(headings);
     requireWritten();
 }
@@ -41,7 +39,7 @@ void CsvLog::requireWritten()
 {
     const std::lock_guard guard(m_mutex);
     if (!m_error.isEmpty())
-        throw Failure(m_file.fileName().toStdString() + " cannot be written: " + m_error.toStdString());
+        throw Failure(m_path + " cannot be written: " + m_error.toStdString());
 }
 
 } // namespace tov::console

@@ -27,6 +27,7 @@ public:
     void requireWritten();
 
 private:
+    const std::string m_path;
     std::mutex m_mutex; // guards all below
     QFile m_file;
     QString m_error;

@@ -68,21 +68,17 @@ void openToRead(QFile& file, const std::string& path)
         throw cannotBe("read", path, lastError());
 }
 
-// Writes what is there with `flags`, or makes it.
-void write(const std::string& path, const QByteArray& contents, int flags, const std::string& asked)
+void openToWrite(QFile& file, const std::string& path, int flags, const std::string& asked)
 {
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
-    QFile file;
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
-        throw cannotBe("written", asked, lastError());
-    writeAll(contents, file, asked);
-    if ((flags & O_CREAT) != 0 && fsync(descriptor) != 0)
+    if (descriptor < 0
+        || !file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
         throw cannotBe("written", asked, lastError());
 }
 
-void writeToDevice(const std::string& path, const QByteArray& contents)
+void openToWrite(QFile& file, const std::string& path)
 {
-    write(path, contents, 0, path);
+    openToWrite(file, path, O_CREAT | O_TRUNC, path);
 }
 
 // Writes beside the file first, so that it is never half of one.
@@ -96,7 +92,11 @@ void replaceFile(const std::string& path, const QByteArray& contents)
 
     const auto temporary = target.string() + "." + std::to_string(QRandomGenerator::system()->generate());
     try {
-        write(temporary, contents, O_CREAT | O_EXCL, path);
+        QFile file;
+        openToWrite(file, temporary, O_CREAT | O_EXCL, path);
+        writeAll(contents, file, path);
+        if (fsync(file.handle()) != 0)
+            throw cannotBe("written", path, lastError());
         if (const auto status = filesystem::status(target, error); filesystem::exists(status))
             filesystem::permissions(temporary, status.permissions(), error); // as far as they can be given
         filesystem::rename(temporary, target);
@@ -123,12 +123,11 @@ void openToRead(QFile& file, const std::string& path)
         throw cannotBe("read", path, file.errorString().toStdString());
 }
 
-void writeToDevice(const std::string& path, const QByteArray& contents)
+void openToWrite(QFile& file, const std::string& path)
 {
-    QFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::WriteOnly))
+    file.setFileName(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw cannotBe("written", path, file.errorString().toStdString());
-    writeAll(contents, file, path);
 }
 
 void replaceFile(const std::string& path, const QByteArray& contents)
@@ -174,17 +173,26 @@ void requireWritable(const LocalTarget& target)
         throw Failure(target.path + " is there already; --force replaces it");
 }
 
+void openLocalFile(QFile& file, const LocalTarget& target)
+{
+    requireWritable(target);
+    openToWrite(file, target.path);
+}
+
 void writeLocalFile(const LocalTarget& target, const QByteArray& contents)
 {
     requireWritable(target);
     std::error_code none;
-    if (target.isStandardOutput())
+    if (target.isStandardOutput()) {
         writeStandardOutput(contents);
-    else if (const auto status = filesystem::status(nativePath(target.path), none);
-             filesystem::exists(status) && !filesystem::is_regular_file(status))
-        writeToDevice(target.path, contents); // a device or a pipe is not replaced
-    else
+    } else if (const auto status = filesystem::status(nativePath(target.path), none);
+               filesystem::exists(status) && !filesystem::is_regular_file(status)) {
+        QFile device; // or a pipe, which are not replaced
+        openToWrite(device, target.path);
+        writeAll(contents, device, target.path);
+    } else {
         replaceFile(target.path, contents);
+    }
 }
 
 } // namespace tov::console

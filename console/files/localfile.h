@@ -4,6 +4,8 @@
 
 #include <string>
 
+class QFile;
+
 namespace tov::console {
 
 class Command;
@@ -33,6 +35,9 @@ void addLocalTarget(Command& command, LocalTarget& target, bool required = true)
 /// Throws `Failure` when a file is there that may not be replaced. `writeLocalFile()` does that too; this is for what
 /// takes long before it.
 void requireWritable(const LocalTarget& target);
+
+/// Opens `file`, empty, for what is written to it bit by bit. Throws `Failure`.
+void openLocalFile(QFile& file, const LocalTarget& target);
 
 /// Writes a file of the host as a whole, or leaves it as it was and throws `Failure`.
 void writeLocalFile(const LocalTarget& target, const QByteArray& contents);
