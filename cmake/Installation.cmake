@@ -4,8 +4,8 @@
 #   development    headers under the paths by which they are included, the CMake package, pkg-config files, examples
 #   simulator      the simulated instrument: library and headers
 #   host           the host library: library and headers
-#   tools          service-console and service-conformance with their manual pages, completion for bash, the provider
-#                  of the simulated instrument
+#   tools          service-console and service-conformance with their manual pages, completion for bash, zsh and fish,
+#                  the provider of the simulated instrument
 #   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.
@@ -88,9 +88,11 @@ install_pkgconfig(DevicesService-host host "What a host program of DevicesServic
 
 install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
-install(FILES
-    "${PROJECT_SOURCE_DIR}/console/service-console.1"
-    "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
+install(FILES "${PROJECT_SOURCE_DIR}/console/completion/_service-console"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" COMPONENT tools)
+install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console.fish"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tools)
+install(FILES "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"

@@ -2,13 +2,18 @@
 
 #include "console/commandline/arguments.h"
 #include "console/commandline/failure.h"
+#include "console/commandline/manual.h"
 #include "console/commands/commands.h"
 #include "console/errors.h"
 #include "console/terminal/terminal.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string>
+#include <thread>
 
 namespace tov::console {
 
@@ -41,11 +46,18 @@ ExitStatus run(const Words& arguments)
     return finish(status);
 }
 
-// What the shell's completion asks for: a line for every word that fits.
+// What a shell's completion asks for: a line for every word that fits. Who waits for it is at a prompt, so an
+// instrument that takes long to open is given up.
 ExitStatus complete(const Words& words)
 {
+    std::thread([] {
+        std::this_thread::sleep_for(std::chrono::seconds(3));
+        std::_Exit(static_cast<int>(ExitStatus::Success));
+    }).detach();
     Options options;
-    for (const std::string& word : completions(allCommands(CommandSet::Program, options), words))
+    std::optional<ConsoleSession> console;
+    const auto opened = [&]() -> ConsoleSession& { return console ? *console : console.emplace(options); };
+    for (const std::string& word : completions(allCommands(CommandSet::Program, options), words, opened))
         std::cout << word << "\n";
     return finish(ExitStatus::Success);
 }
@@ -55,12 +67,17 @@ ExitStatus complete(const Words& words)
 ExitStatus runServiceConsole(int argc, char** argv)
 {
     prepareTerminal();
-    Words arguments = programArguments(argc, argv);
+    const Words arguments = programArguments(argc, argv);
     try {
-        if (arguments.empty() || arguments.front() != "__complete")
-            return run(arguments);
-        arguments.erase(arguments.begin());
-        return complete(arguments);
+        const std::string first = arguments.empty() ? "" : arguments.front();
+        if (first == "__complete")
+            return complete({arguments.begin() + 1, arguments.end()});
+        if (first == "__manual" && arguments.size() == 3) { // what the build calls
+            Options options;
+            writeManual(allCommands(CommandSet::Program, options), arguments[1], arguments[2]);
+            return ExitStatus::Success;
+        }
+        return run(arguments);
     } catch (...) {
         return failAsCaught(wantsJson(arguments));
     }

@@ -45,7 +45,12 @@ try_prefix() { # NAME FOLDER
         --provider "$scratch/$name-own-provider/own-provider.so"
     expect "looked in: $libraries/DevicesService/providers" "$prefix/bin/service-console" providers
     expect "4711" "$prefix/bin/service-console" serial set 4711 --yes
-    quietly man --local-file "$prefix/share/man/man1/service-console.1" "$prefix/share/man/man1/service-conformance.1"
+    quietly man --local-file "$prefix"/share/man/man1/*.1
+    # Without a date, which would be another one each day.
+    if mandoc -T lint -W warning "$prefix"/share/man/man1/*.1 | grep --invert-match "missing date"; then
+        echo "error: these manual pages are written wrongly" >&2
+        exit 1
+    fi
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
 
@@ -88,7 +93,9 @@ expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache
 papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
 
 for file in bin/service-console bin/service-conformance share/man/man1/service-conformance.1 \
-    share/man/man1/service-console.1 share/bash-completion/completions/service-console \
+    share/man/man1/service-console.1 share/man/man1/service-console-files.1 \
+    share/bash-completion/completions/service-console share/zsh/vendor-completions/_service-console \
+    share/fish/vendor_completions.d/service-console.fish \
     share/doc/DevicesService/html/index.html; do
     for prefix in "$root/usr" "$scratch/moved" "$scratch/archive"; do
         [ -e "$prefix/$file" ] || { echo "error: $file is not installed into $prefix" >&2; exit 1; }

@@ -42,6 +42,51 @@ Command& Command::footer(std::string lines)
     return *this;
 }
 
+std::string Command::synopsis() const
+{
+    std::string line = m_name;
+    for (const Parameter& parameter : m_parameters) {
+        const std::string& shown = parameter.type.empty() ? parameter.name : parameter.type;
+        if (!parameter.isOption())
+            line.append(parameter.required ? " " + shown : " [" + shown + "]");
+    }
+    for (const OneOf& group : m_groups) {
+        std::string options;
+        for (const Parameter& option : group.options)
+            options.append(options.empty() ? " " : "|").append(option.name);
+        line.append(options);
+    }
+    for (const Parameter& option : m_parameters)
+        if (option.isOption())
+            line.append(" [").append(option.name).append(option.takesValue() ? " " + option.type : "").append("]");
+    return line;
+}
+
+Words Command::optionNames() const
+{
+    Words names{"--help"};
+    for (const Parameter& parameter : m_parameters)
+        if (parameter.isOption())
+            names.push_back(parameter.name);
+    for (const OneOf& group : m_groups)
+        for (const Parameter& option : group.options)
+            names.push_back(option.name);
+    return names;
+}
+
+const Command::Parameter* Command::optionNamed(const std::string& name) const
+{
+    const auto in = [&](const std::vector<Parameter>& parameters) {
+        const auto found = std::ranges::find(parameters, name, &Parameter::name);
+        return found == parameters.end() || !found->isOption() ? nullptr : &*found;
+    };
+    const Parameter* found = in(m_parameters);
+    for (const OneOf& group : m_groups)
+        if (found == nullptr)
+            found = in(group.options);
+    return found;
+}
+
 const Command* Command::find(const std::string& name) const
 {
     const auto found = std::ranges::find(m_commands, name, [](const auto& command) { return command->name(); });

@@ -2,6 +2,7 @@
 
 #include "console/commandline/exitstatus.h"
 
+#include <concepts>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -17,9 +18,39 @@ class ConsoleSession;
 
 using Words = std::vector<std::string>;
 
-/// The words to offer in a place of the command line behind the arguments that stand before it. Behind a wrong one it
-/// may throw `BadUse`, and nothing is offered.
-using Choices = std::function<Words(const Words& before)>;
+/// Gives what knows the instrument of a command line.
+using ConsoleOf = std::function<ConsoleSession&()>;
+
+/// The words to offer in a place of the command line behind the arguments that stand before it; those that only the
+/// instrument knows, it is opened for. Behind a wrong argument it may throw, and nothing is offered.
+class Choices
+{
+public:
+    Choices() = default;
+
+    // Implicit, so that a function can simply be given.
+    template <std::invocable<const Words&> Choose>
+    Choices(Choose choose) // NOLINT(google-explicit-constructor)
+        : m_choose([choose](const Words& before, const ConsoleOf&) { return choose(before); })
+    {
+    }
+    template <std::invocable<const Words&, ConsoleSession&> Choose>
+    Choices(Choose choose) // NOLINT(google-explicit-constructor)
+        : m_choose([choose](const Words& before, const ConsoleOf& console) { return choose(before, console()); })
+    {
+    }
+
+    Words operator()(const Words& before, const ConsoleOf& console) const
+    {
+        return m_choose ? m_choose(before, console) : Words();
+    }
+
+private:
+    std::function<Words(const Words& before, const ConsoleOf& console)> m_choose;
+};
+
+/// Stands among the words to offer where names of this computer's files fit too.
+inline constexpr auto localFiles = "__files";
 
 /// One command of the command line: what it takes, what it does, and the commands that are called behind its name.
 class Command
@@ -48,6 +79,12 @@ public:
         bool required = false;
         std::string mustNotBeEmpty = {}; ///< what to say when it is, unless it may be
         // NOLINTEND(readability-redundant-member-init)
+
+        bool isOption() const { return name.starts_with("--"); }
+        bool takesValue() const
+        {
+            return !std::holds_alternative<bool*>(target) && !std::holds_alternative<Version>(target);
+        }
     };
 
     /// Options of which exactly one is given.
@@ -105,6 +142,15 @@ public:
     const std::vector<std::unique_ptr<Command>>& commands() const noexcept { return m_commands; }
     const Action& action() const noexcept { return m_action; }
 
+    /// Its name and its arguments, as a synopsis shows them.
+    std::string synopsis() const;
+
+    /// The names of its options, of which --help is one.
+    Words optionNames() const;
+
+    /// The option of this name; null when it has none.
+    const Parameter* optionNamed(const std::string& name) const;
+
     /// The command of this name behind this one's; null when there is none.
     const Command* find(const std::string& name) const;
 
@@ -122,8 +168,11 @@ private:
 /// empty when everything is said already, as for --help. Throws `BadUse`.
 Command::Action understand(const Command& program, const Words& arguments);
 
-/// The words that can stand in the place of the last of `words`, which may be empty; each begins with it. The others
-/// are what was typed before it.
-Words completions(const Command& program, const Words& words);
+/// Prints what `--help` behind these commands does. Throws `BadUse` when there is no such command.
+void showHelp(const Command& program, const Words& path);
+
+/// The words that can stand in the place of the last of `words`, which may be empty; each begins with it, or is
+/// `localFiles`. The others are what was typed before it; options among them are understood.
+Words completions(const Command& program, const Words& words, const ConsoleOf& console);
 
 } // namespace tov::console

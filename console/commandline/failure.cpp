@@ -12,7 +12,7 @@
 
 namespace tov::console {
 
-ExitStatus fail(ExitStatus status, std::string line, bool asJson)
+ExitStatus fail(ExitStatus status, std::string line, bool asJson, int command)
 {
     std::ranges::replace(line, '\n', ' ');
     line = displayed(line);
@@ -21,7 +21,10 @@ ExitStatus fail(ExitStatus status, std::string line, bool asJson)
         return status;
     }
     const QJsonObject error{{"status", static_cast<int>(status)}, {"message", QString::fromStdString(line)}};
-    std::cerr << QJsonDocument(QJsonObject{{"error", error}}).toJson(QJsonDocument::Compact).constData() << "\n";
+    QJsonObject object{{"error", error}};
+    if (command > 0)
+        object["command"] = command;
+    std::cerr << QJsonDocument(object).toJson(QJsonDocument::Compact).constData() << "\n";
     return status;
 }
 

@@ -1,6 +1,11 @@
 #include "console/commandline/command.h"
 
 #include "console/errors.h"
+#include "console/text/number.h"
+#include "console/text/suggestions.h"
+
+#include <algorithm>
+#include <iterator>
 
 // Takes seconds to compile, so no other source includes it.
 #include <CLI/CLI.hpp>
@@ -8,6 +13,40 @@
 namespace tov::console {
 
 namespace {
+
+// The parser takes numbers as -inf for options, unless something stands in front of them.
+constexpr char noOption = '\x1f';
+
+std::string marked(const std::string& word)
+{
+    return word.starts_with('-') && parseReal<double>(word) ? noOption + word : word;
+}
+
+std::string unmarked(std::string word)
+{
+    if (word.starts_with(noOption))
+        word.erase(0, 1);
+    return word;
+}
+
+/// Help in which each command names the options of the program too.
+class Help : public CLI::Formatter
+{
+public:
+    std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode mode) const override
+    {
+        const CLI::App* program = app;
+        while (program->get_parent() != nullptr)
+            program = program->get_parent();
+        std::string lines = Formatter::make_subcommands(app, mode);
+        if (program == app || app->get_name().empty() || mode != CLI::AppFormatMode::Normal)
+            return lines;
+        return lines + make_group("Global options", false, program->get_options([](const CLI::Option* option) {
+                   return option->nonpositional() && option->get_name() != "--help"
+                          && option->get_name() != "--version";
+               }));
+    }
+};
 
 /// Declares a parameter to the parser, by what it fills.
 struct Declaration
@@ -33,7 +72,8 @@ private:
     {
         return app.add_option(parameter.name, value, parameter.help)
             ->required(parameter.required)
-            ->type_name(parameter.type);
+            ->type_name(parameter.type)
+            ->transform(unmarked);
     }
 };
 
@@ -59,34 +99,64 @@ void declare(CLI::App& app, const Command& command)
 /// The innermost command that was named, and how it was called.
 struct Called
 {
-    Called(const CLI::App& app, const Command& program)
+    explicit Called(const Command& program)
         : command(&program)
         , name(program.name())
     {
+    }
+    Called(const CLI::App& app, const Command& program)
+        : Called(program)
+    {
         for (const CLI::App* named = &app; !named->get_subcommands().empty();) {
             named = named->get_subcommands().front();
-            command = command->find(named->get_name());
-            name.append(" ").append(named->get_name());
+            enter(named->get_name());
         }
+    }
+
+    void enter(const std::string& inner)
+    {
+        command = command->find(inner);
+        name.append(" ").append(inner);
     }
 
     const Command* command;
     std::string name;
 };
 
-// What is wrong with a command line that names no complete command, or more than one.
-std::string explain(const CLI::App& app, const Called& called)
+Words namesOf(const std::vector<std::unique_ptr<Command>>& commands)
 {
-    std::string choice;
-    for (const auto& inner : called.command->commands())
-        choice.append(choice.empty() ? "" : ", ").append(inner->name());
-    const Words unknown = app.remaining(true);
+    Words names;
+    std::ranges::transform(commands, std::back_inserter(names), &Command::name);
+    return names;
+}
 
-    if (unknown.empty())
-        return "a command is missing after '" + called.name + "'; there are " + choice;
-    if (!choice.empty())
-        return "unknown command '" + unknown.front() + "' after '" + called.name + "'; there are " + choice;
-    return "unexpected '" + unknown.front() + "'; see '" + called.name + " --help'";
+// That an option is unknown, if that is so.
+void refuseUnknownOptions(const Words& remaining, const Called& called, const Command& program)
+{
+    const auto option = std::ranges::find_if(remaining, [](const auto& word) { return word.starts_with('-'); });
+    if (option == remaining.end())
+        return;
+    const std::string name = option->substr(0, option->find('='));
+    Words known = program.optionNames();
+    std::ranges::copy(called.command->optionNames(), std::back_inserter(known));
+    const std::string meant = closest(name, known);
+    throw BadUse("unknown option " + quoted(name)
+                 + (meant.empty() ? "; see '" + called.name + " --help'" : "; did you mean '" + meant + "'?"));
+}
+
+// What is wrong with a command line that names no complete command, or more than one.
+BadUse explain(const Words& remaining, const Called& called)
+{
+    const Words inner = namesOf(called.command->commands());
+    if (remaining.empty()) {
+        std::string choice;
+        for (const std::string& name : inner)
+            choice.append(choice.empty() ? "" : ", ").append(name);
+        return BadUse("a command is missing after '" + called.name + "'; there are " + choice);
+    }
+    if (!inner.empty())
+        return unknown("unknown command", remaining.front(), inner, " after '" + called.name + "'");
+    return BadUse("unexpected " + quoted(remaining.front()) + "; see '" + called.name + " --help'");
 }
 
 } // namespace
@@ -94,26 +164,52 @@ std::string explain(const CLI::App& app, const Called& called)
 Command::Action understand(const Command& program, const Words& arguments)
 {
     CLI::App app(program.help(), program.name());
+    app.formatter(std::make_shared<Help>());
     app.require_subcommand(0, 1);
     app.fallthrough();
     declare(app, program);
     for (const std::string& word : arguments) // the parser would take the next word for the value
         if (word.starts_with("--") && word.ends_with('='))
-            throw BadUse("nothing stands behind '" + word + "'; see '" + program.name() + " --help'");
+            throw BadUse("nothing stands behind " + quoted(word) + "; see '" + program.name() + " --help'");
+    const auto remaining = [&] {
+        Words words = app.remaining(true);
+        std::ranges::transform(words, words.begin(), unmarked);
+        return words;
+    };
     try {
-        app.parse(Words(arguments.rbegin(), arguments.rend()));
+        Words words;
+        std::ranges::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(words), marked);
+        app.parse(std::move(words));
     } catch (const CLI::Success& helpOrVersion) {
         app.exit(helpOrVersion);
         return {};
-    } catch (const CLI::ExtrasError&) {
-        throw BadUse(explain(app, Called(app, program)));
     } catch (const CLI::ParseError& error) {
-        throw BadUse(std::string(error.what()) + "; see '" + Called(app, program).name + " --help'");
+        const Called called(app, program);
+        refuseUnknownOptions(remaining(), called, program);
+        if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
+            throw explain(remaining(), called);
+        throw BadUse(std::string(error.what()) + "; see '" + called.name + " --help'");
     }
     const Called called(app, program);
     if (!called.command->action())
-        throw BadUse(explain(app, called));
+        throw explain(remaining(), called);
     return called.command->action();
+}
+
+void showHelp(const Command& program, const Words& path)
+{
+    Called called(program);
+    Words words;
+    for (const std::string& name : path) {
+        if (name.empty())
+            continue;
+        if (called.command->find(name) == nullptr)
+            throw explain({name}, called);
+        called.enter(name);
+        words.push_back(name);
+    }
+    words.emplace_back("--help");
+    understand(program, words);
 }
 
 } // namespace tov::console

@@ -30,7 +30,7 @@ const host::Control<SdkCalibrationControlHandle>& controllerNamed(const std::str
         return host::controls::calibrationController1;
     if (number == 2U)
         return host::controls::calibrationController2;
-    throw BadUse("there is no controller '" + name + "'; there are 1, 2");
+    throw BadUse("there is no controller " + quoted(name) + "; there are 1, 2");
 }
 
 /// Shows every signal of a controller's watcher as a line, but on a terminal the progress of a save as a bar.
@@ -111,7 +111,9 @@ void addCalibrationCommand(Command& program)
     Command& watch = program.add("calibration", "Follow the calibration controllers")
                          .add("watch", "Print what happens at a controller until stopped (Ctrl-C)");
     addWatchOptions(watch, *arguments);
-    watch.optional("--controller", &arguments->controller, "NUMBER", "Which of the two controllers, 1 or 2 (1)")
+    watch
+        .optional("--controller", &arguments->controller, "NUMBER", "Which of the two controllers, 1 or 2 (1)",
+                  [](const Words& /*before*/) { return Words{"1", "2"}; })
         .runs(watchController, arguments);
 }
 

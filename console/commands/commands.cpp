@@ -4,12 +4,13 @@
 
 namespace tov::console {
 
-const char* const exitStatusesHelp =
-    "Exit status:\n"
-    "  0  done\n"
-    "  1  the instrument cannot be opened, lacks the control or did not do what was asked, or a file cannot be used\n"
-    "  2  unknown command, control, provider or option, or a malformed value; nothing was changed\n"
-    "  3  the program itself failed\n";
+std::string exitStatusesHelp()
+{
+    std::string lines = "Exit status:\n";
+    for (const auto& [status, meaning] : exitStatusMeanings)
+        lines.append("  ").append(std::to_string(static_cast<int>(status))).append("  ").append(meaning).append("\n");
+    return lines;
+}
 
 Command allCommands(CommandSet commands, Options& options)
 {
@@ -30,7 +31,7 @@ Command allCommands(CommandSet commands, Options& options)
     if (commands == CommandSet::Shell)
         return program;
 
-    program.footer(exitStatusesHelp)
+    program.footer(exitStatusesHelp())
         .takes({.name = "--version", .target = Command::Version{devices::service::version}})
         .takes({.name = "--provider",
                 .target = &options.provider,
@@ -52,6 +53,10 @@ Command allCommands(CommandSet commands, Options& options)
                   "Let the simulated instrument lack CONTROL; may be repeated", controlNames);
     addShellCommand(program);
     addDemoCommand(program);
+    addHelpCommand(program, [] {
+        Options unused;
+        return allCommands(CommandSet::Program, unused);
+    });
     return program;
 }
 

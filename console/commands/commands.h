@@ -39,6 +39,9 @@ void addDiffCommand(Command& program);
 void addShellCommand(Command& program);
 void addDemoCommand(Command& program);
 
+/// Adds `help`, which shows the help of the program that `made` gives.
+void addHelpCommand(Command& program, const std::function<Command()>& made);
+
 /// What can stand where a control is named.
 Words controlNames(const Words& before);
 
@@ -46,6 +49,6 @@ Words controlNames(const Words& before);
 Words providerNames(const Words& before);
 
 /// The lines of the help that tell how the program ends.
-extern const char* const exitStatusesHelp;
+std::string exitStatusesHelp();
 
 } // namespace tov::console

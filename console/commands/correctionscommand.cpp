@@ -14,13 +14,19 @@ using devices::service::SdkFactoryCorrectionControl;
 FactoryCorrection correctionNamed(const SdkFactoryCorrectionControl& control, const std::string& name)
 {
     const auto number = parseNumber<int>(name);
-    std::string known;
-    for (const FactoryCorrection correction : control.supported()) {
-        if (name == nameOf(correction) || number == static_cast<int>(correction) + 1)
+    Words known;
+    for (const FactoryCorrection correction : control.supported())
+        if (known.emplace_back(nameOf(correction)) == name || number == static_cast<int>(correction) + 1)
             return correction;
-        known.append(known.empty() ? "; there are " : ", ").append(nameOf(correction));
-    }
-    throw BadUse("there is no correction '" + name + "'" + known);
+    throw unknown("there is no correction", name, known);
+}
+
+Words correctionNames(const Words& /*before*/, ConsoleSession& console)
+{
+    Words names;
+    for (const FactoryCorrection correction : console.require(host::controls::factoryCorrections)->supported())
+        names.push_back(nameOf(correction));
+    return names;
 }
 
 void list(ConsoleSession& console)
@@ -62,7 +68,8 @@ void addCorrectionsCommand(Command& program)
     const auto name = std::make_shared<std::string>();
     const auto addSwitch = [&](const char* command, const char* help, bool enable) {
         corrections.add(command, help)
-            .argument("correction", *name, "CORRECTION", "Name or number of a correction, see 'corrections ls'")
+            .argument("correction", *name, "CORRECTION", "Name or number of a correction, see 'corrections ls'",
+                      correctionNames)
             .runs([enable](ConsoleSession& console, const std::string& given) { switchTo(console, given, enable); },
                   name);
     };

@@ -507,7 +507,7 @@ ExitStatus demo(ConsoleSession& console)
 void addDemoCommand(Command& program)
 {
     program.add("demo", "Show the main job on all controls: they are made, used, taken away and found again")
-        .footer(exitStatusesHelp)
+        .footer(exitStatusesHelp())
         .runs(demo);
 }
 

@@ -126,6 +126,15 @@ void remove(ConsoleSession& console, const Arguments& arguments)
     console.output().answer(displayed(name) + ": removed\n", {{"name", QString::fromStdString(name)}});
 }
 
+Words fileNames(const Words& /*before*/, ConsoleSession& console)
+{
+    Words names;
+    for (const auto& file :
+         valueOf(console.require(host::controls::fileMemory)->fileList(), "the files cannot be listed"))
+        names.push_back(file.name.toStdString());
+    return names;
+}
+
 } // namespace
 
 void addFilesCommand(Command& program)
@@ -135,7 +144,7 @@ void addFilesCommand(Command& program)
     files.add("ls", "List the files").runs(list);
     files.add("df", "Show the space, in the instrument's three figures").runs(showSpace);
     Command& getting = files.add("get", "Copy a file from the instrument to this computer")
-                           .argument("name", arguments->name, "NAME", "Name of the file on the instrument")
+                           .argument("name", arguments->name, "NAME", "Name of the file on the instrument", fileNames)
                            .runs(get, arguments);
     addLocalTarget(getting, arguments->target);
     files.add("put", "Copy a file of this computer to the instrument; asks before it replaces one")
@@ -143,7 +152,7 @@ void addFilesCommand(Command& program)
         .optional("name", &arguments->newName, "NAME", "Its name on the instrument; the same when left out")
         .runs(put, arguments);
     files.add("rm", "Remove a file from the instrument")
-        .argument("name", arguments->name, "NAME", "Name of the file on the instrument")
+        .argument("name", arguments->name, "NAME", "Name of the file on the instrument", fileNames)
         .runs(remove, arguments);
 }
 

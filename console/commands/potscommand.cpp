@@ -57,6 +57,14 @@ void set(ConsoleSession& console, const Arguments& arguments)
     console.output().answer("written\n", {{arguments.ram ? "ram" : "eeprom", value}});
 }
 
+Words indices(const Words& /*before*/, ConsoleSession& console)
+{
+    Words indices;
+    for (std::size_t i = 0; i < console.require(host::controls::potentiometers)->potentiometers().size(); ++i)
+        indices.push_back(std::to_string(i));
+    return indices;
+}
+
 } // namespace
 
 void addPotsCommand(Command& program)
@@ -65,10 +73,10 @@ void addPotsCommand(Command& program)
     const auto arguments = std::make_shared<Arguments>();
     pots.add("ls", "List the potentiometers with their values in EEPROM").runs(list);
     pots.add("get", "Show the value in EEPROM")
-        .argument("index", arguments->index, "INDEX", "Index of the potentiometer")
+        .argument("index", arguments->index, "INDEX", "Index of the potentiometer", indices)
         .runs(get, arguments);
     pots.add("set", "Write a value to RAM or to EEPROM")
-        .argument("index", arguments->index, "INDEX", "Index of the potentiometer")
+        .argument("index", arguments->index, "INDEX", "Index of the potentiometer", indices)
         .argument("value", arguments->value, "VALUE", "The value")
         .oneOf({"memory",
                 "Which of the two",

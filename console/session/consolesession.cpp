@@ -3,6 +3,7 @@
 #include "console/terminal/confirmation.h"
 #include "console/terminal/spinner.h"
 #include "console/terminal/terminal.h"
+#include "console/text/suggestions.h"
 
 #include <QDateTime>
 
@@ -29,6 +30,23 @@ Value orThrow(Result<Value> result)
 }
 
 constexpr QLatin1StringView stateOption("state");
+
+// A provider as a user names it, without its options.
+std::string nameOf(const std::string& provider)
+{
+    return provider.substr(0, provider.find(':'));
+}
+
+// Empty when there is one of this name, or none that is close.
+std::string closestProvider(const std::string& provider)
+{
+    const std::string typed = nameOf(provider);
+    std::vector<std::string> names;
+    for (const host::ProviderDescription& found : host::findProviders().found)
+        if (names.emplace_back(found.name.toStdString()) == typed)
+            return {};
+    return closest(typed, names);
+}
 
 bool isColoured(const std::string& color)
 {
@@ -77,7 +95,10 @@ const host::ProviderChoice& ConsoleSession::choice()
 {
     if (m_choice)
         return *m_choice;
-    auto choice = orThrow<BadUse>(host::chooseProvider(QString::fromStdString(m_options.provider)));
+    auto chosen = host::chooseProvider(QString::fromStdString(m_options.provider));
+    if (const std::string meant = chosen ? "" : closestProvider(m_options.provider); !meant.empty())
+        throw BadUse("there is no provider " + quoted(nameOf(m_options.provider)) + "; did you mean '" + meant + "'?");
+    auto choice = orThrow<BadUse>(std::move(chosen));
     for (const std::string& name : m_options.missing)
         orThrow<BadUse>(host::setOption(choice, QStringLiteral("missing"), QString::fromStdString(name)));
     if (!m_options.stateFile.empty())

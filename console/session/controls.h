@@ -8,8 +8,7 @@
 
 namespace tov::console {
 
-/// The kind of control of this name. Throws `BadUse`, which lists the names that there
-/// are, for an unknown one.
+/// The kind of control of this name. Throws `BadUse`, which names what may have been meant, for an unknown one.
 const host::ControlName& controlNamed(const std::string& name);
 
 /// That the instrument lacks a control.

@@ -15,12 +15,20 @@ Output::Output(Form form, TableForm tableForm)
 
 void Output::answer(const std::string& text, const QJsonObject& json)
 {
-    m_answer = isText() ? text : QJsonDocument(json).toJson().toStdString();
+    if (isText()) {
+        m_answer = text;
+    } else if (m_command > 0) {
+        QJsonObject line = json;
+        line["command"] = m_command;
+        m_answer = QJsonDocument(line).toJson(QJsonDocument::Compact).toStdString() + "\n";
+    } else {
+        m_answer = QJsonDocument(json).toJson().toStdString();
+    }
 }
 
 void Output::answer(const Table& table, const QString& name)
 {
-    m_answer = isText() ? shown(table) : QJsonDocument(QJsonObject{{name, rows(table)}}).toJson().toStdString();
+    answer(isText() ? shown(table) : std::string(), isText() ? QJsonObject() : QJsonObject{{name, rows(table)}});
 }
 
 void Output::print()

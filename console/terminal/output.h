@@ -23,6 +23,9 @@ public:
     std::string shown(const Table& table) const { return table.toText(m_tableForm); }
     QJsonArray rows(const Table& table) const { return table.toJson(m_tableForm); }
 
+    /// Has each answer in JSON be one line, which says by this number what it answers.
+    void setCommand(int number) noexcept { m_command = number; }
+
     /// Keeps one answer, in one of its two forms, until `print()`.
     void answer(const std::string& text, const QJsonObject& json);
 
@@ -41,6 +44,7 @@ public:
 private:
     Form m_form;
     TableForm m_tableForm;
+    int m_command = 0; // none below 1
     std::string m_answer;
 };
 

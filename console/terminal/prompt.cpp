@@ -1,13 +1,20 @@
 #include "console/terminal/prompt.h"
 
+#include "console/commandline/command.h"
+#include "console/terminal/shellwords.h"
 #include "console/terminal/terminal.h"
 
 #include <iostream>
 #include <utility>
 
 #ifdef SERVICE_CONSOLE_EDITS_LINES
-#include <editline/readline.h>
+#include <QFile>
+#include <QFileInfo>
 
+#include <editline/readline.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -23,24 +30,46 @@ namespace {
 Prompt::Completer completer; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 // The next of the words that fit, in memory that the line editor frees.
-char* nextCompletion(const char* /*begun*/, int state)
+char* nextCompletion(const char* begun, int state)
 {
-    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+    // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
     static std::vector<std::string> fitting;
+    static bool files = false;
+    // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
     if (state == 0) {
-        const std::string line(rl_line_buffer, static_cast<std::size_t>(rl_point));
-        std::vector<std::string> words = wordsOf(line);
-        if (line.empty() || line.back() == ' ')
-            words.emplace_back();
-        fitting = completer(words);
+        fitting = completer(wordsBegun(std::string(rl_line_buffer, static_cast<std::size_t>(rl_point))));
+        files = std::erase(fitting, localFiles) > 0;
     }
     const auto index = static_cast<std::size_t>(state);
-    return index < fitting.size() ? strdup(fitting[index].c_str()) : nullptr;
+    rl_completion_append_character = ' ';
+    if (index < fitting.size())
+        return strdup(asOneWord(fitting[index]).c_str());
+    char* const file = files ? filename_completion_function(begun, static_cast<int>(index - fitting.size())) : nullptr;
+    rl_completion_append_character = file != nullptr && QFileInfo(QFile::decodeName(file)).isDir() ? '/' : ' ';
+    return file;
 }
 
 char** complete(const char* begun, int /*start*/, int /*end*/)
 {
+    rl_attempted_completion_over = 1; // files are offered where they fit only
     return rl_completion_matches(begun, nextCompletion);
+}
+
+// The next character of the terminal; EOF when there is none, or Ctrl-C comes instead.
+int nextCharacter(std::FILE* /*terminal*/)
+{
+    const auto nextByte = [] {
+        unsigned char byte = 0;
+        return Interruption::waitForInput() && ::read(0, &byte, 1) == 1 ? byte : EOF;
+    };
+    const int first = nextByte();
+    if (first < 0xC0)
+        return first;
+    const int following = first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3; // in UTF-8
+    int character = first & (0x3F >> following);
+    for (int i = 0; i < following; ++i)
+        character = character << 6 | (nextByte() & 0x3F);
+    return character;
 }
 
 struct Free
@@ -56,13 +85,23 @@ struct Free
 
 #ifdef SERVICE_CONSOLE_EDITS_LINES
 
-Prompt::Prompt(std::string prompt, Completer wordCompleter)
+Prompt::Prompt(std::string prompt, Completer wordCompleter, std::optional<History> history)
     : m_prompt(std::move(prompt))
     , m_isTerminal(standardInputIsTerminal())
+    , m_history(std::move(history))
 {
     completer = std::move(wordCompleter);
+    if (!m_isTerminal)
+        return;
+    m_interruption.emplace();
+    rl_readline_name = "service-console";
     rl_attempted_completion_function = complete;
+    rl_basic_word_break_characters = " \t\n";
+    rl_getc_function = nextCharacter;
     using_history();
+    if (m_history)
+        for (const std::string& line : m_history->lines())
+            add_history(line.c_str());
 }
 
 Prompt::~Prompt()
@@ -73,10 +112,13 @@ Prompt::~Prompt()
 
 #else
 
-Prompt::Prompt(std::string prompt, Completer /*wordCompleter*/)
+Prompt::Prompt(std::string prompt, Completer /*wordCompleter*/, std::optional<History> history)
     : m_prompt(std::move(prompt))
     , m_isTerminal(standardInputIsTerminal())
+    , m_history(std::move(history))
 {
+    if (m_isTerminal)
+        m_interruption.emplace();
 }
 
 Prompt::~Prompt() = default;
@@ -85,13 +127,27 @@ Prompt::~Prompt() = default;
 
 std::optional<std::string> Prompt::read()
 {
+    Interruption::came(); // what was meant for the command before
+    std::optional<std::string> line = readLine();
+    if (line || !m_isTerminal || !Interruption::came())
+        return line;
+    std::cin.clear();
+    std::cout << "^C\n" << std::flush;
+    return std::string();
+}
+
+std::optional<std::string> Prompt::readLine()
+{
 #ifdef SERVICE_CONSOLE_EDITS_LINES
     if (m_isTerminal) {
         const std::unique_ptr<char, Free> line(readline(m_prompt.c_str()));
         if (!line)
             return {};
-        if (*line != '\0')
+        if (*line != '\0') {
             add_history(line.get());
+            if (m_history)
+                m_history->add(line.get());
+        }
         return std::string(line.get());
     }
 #endif
@@ -99,30 +155,6 @@ std::optional<std::string> Prompt::read()
         std::cout << m_prompt << std::flush;
     std::string line;
     return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
-}
-
-std::vector<std::string> wordsOf(const std::string& line)
-{
-    std::vector<std::string> words;
-    bool inWord = false;
-    bool inQuotes = false;
-    for (const char character : line) {
-        const bool isBlank = character == ' ' || character == '\t' || character == '\r';
-        if (character == '"') {
-            inQuotes = !inQuotes;
-            if (!inWord)
-                words.emplace_back();
-            inWord = true;
-        } else if (isBlank && !inQuotes) {
-            inWord = false;
-        } else {
-            if (!inWord)
-                words.emplace_back();
-            inWord = true;
-            words.back() += character;
-        }
-    }
-    return words;
 }
 
 } // namespace tov::console

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "console/terminal/history.h"
+#include "console/terminal/interruption.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -8,27 +11,32 @@
 namespace tov::console {
 
 /// Reads lines from the user: on a terminal with history and completion, otherwise as they stand on standard input.
+/// While there is a terminal, Ctrl-C gives up a line.
 class Prompt
 {
 public:
     /// Gives the words that can stand in the place of the last of the words that were typed, which may be empty.
     using Completer = std::function<std::vector<std::string>(const std::vector<std::string>&)>;
 
-    /// `prompt` is shown on a terminal only.
-    Prompt(std::string prompt, Completer completer);
+    /// `prompt` is shown on a terminal only. There the lines of `history` can be called back, and are added to it.
+    Prompt(std::string prompt, Completer completer, std::optional<History> history);
     Prompt(const Prompt&) = delete;
     Prompt& operator=(const Prompt&) = delete;
     ~Prompt();
 
-    /// The next line; nothing at the end of the input.
+    /// Whether somebody types the lines.
+    bool isTerminal() const noexcept { return m_isTerminal; }
+
+    /// The next line, empty where it was given up; nothing at the end of the input.
     std::optional<std::string> read();
 
 private:
+    std::optional<std::string> readLine();
+
     const std::string m_prompt;
     const bool m_isTerminal;
+    const std::optional<History> m_history;
+    std::optional<Interruption> m_interruption;
 };
-
-/// The words of `line`, divided by blanks; a word with blanks stands in double quotes.
-std::vector<std::string> wordsOf(const std::string& line);
 
 } // namespace tov::console

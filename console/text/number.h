@@ -1,9 +1,10 @@
 #pragma once
 
-#include "console/errors.h"
+#include "console/text/suggestions.h"
 
 #include <charconv>
 #include <concepts>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,14 +38,22 @@ std::optional<Number> parseReal(std::string_view text)
     return parse<Number>(text);
 }
 
+/// The whole numbers from `least` to `most`, as a message names them.
+template <std::integral Number>
+std::string wholeNumbers(Number least, Number most)
+{
+    return "a whole number from " + std::to_string(least) + " to " + std::to_string(most);
+}
+
 /// A whole number for the argument `name` of a command. Throws `BadUse`.
 template <std::integral Number>
 Number requireNumber(const std::string& name, const std::string& text)
 {
     if (const auto number = parseNumber<Number>(text))
         return *number;
-    throw BadUse("'" + text + "' is no value for " + name
-                 + ": use a whole number that fits, decimal or hexadecimal with 0x");
+    using Limits = std::numeric_limits<Number>;
+    throw BadUse(quoted(text) + " is no value for " + name + ": use " + wholeNumbers(Limits::min(), Limits::max())
+                 + ", decimal or hexadecimal with 0x");
 }
 
 } // namespace tov::console

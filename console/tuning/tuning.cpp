@@ -119,7 +119,16 @@ std::string typeOf()
     else if constexpr (std::is_same_v<Number, int>)
         return "a whole number";
     else
-        return "0.." + std::to_string(std::numeric_limits<Number>::max());
+        return TakenNumbers::range(0, std::numeric_limits<Number>::max()).inColumn();
+}
+
+template <typename Number>
+std::string typeInWordsOf()
+{
+    if constexpr (std::is_floating_point_v<Number>)
+        return "a number";
+    else
+        return wholeNumbers(std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
 }
 
 /// Makes the description of one module, setting by setting.
@@ -145,6 +154,7 @@ public:
                                      .meaning = meaning,
                                      .unit = {},
                                      .type = "read-only",
+                                     .typeInWords = {},
                                      .allowed = nullptr,
                                      .choices = {},
                                      .read = [kind = m_kind, getter](host::InstrumentSession& session) -> QJsonValue {
@@ -175,10 +185,13 @@ public:
         };
         if constexpr (std::is_same_v<Value, bool>) {
             setting.type = "on|off";
+            setting.typeInWords = "on or off";
             setting.choices = {"on", "off"};
             setting.parse = parseOnOff;
         } else if constexpr (std::is_enum_v<Value>) {
-            setting.type = "0.." + std::to_string(count - 1);
+            const auto numbers = TakenNumbers::range(0, count - 1);
+            setting.type = numbers.inColumn();
+            setting.typeInWords = numbers.inWords();
             for (int i = 0; i < count; ++i)
                 setting.choices.push_back(std::to_string(i));
             setting.parse = [count](const std::string& text) -> std::optional<QJsonValue> {
@@ -187,6 +200,7 @@ public:
             };
         } else {
             setting.type = typeOf<Value>();
+            setting.typeInWords = typeInWordsOf<Value>();
             setting.parse = parseNumberOf<Value>;
         }
         return *this;
@@ -198,6 +212,7 @@ public:
     {
         auto& setting = shows(name, meaning, getter).m_module.settings.back();
         setting.type = "FIRST..SECOND";
+        setting.typeInWords = "two numbers, written as FIRST..SECOND";
         setting.parse = parseRange;
         setting.write = [kind = m_kind, setter](host::InstrumentSession& session, const QJsonValue& value) {
             setter(*requireFrom(session, *kind), utils::Range<double>{value[0].toDouble(), value[1].toDouble()});
@@ -209,7 +224,7 @@ public:
     template <typename Allowed>
     Module& within(Allowed allowed)
     {
-        m_module.settings.back().allowed = [kind = m_kind, allowed](host::InstrumentSession& session) -> std::string {
+        m_module.settings.back().allowed = [kind = m_kind, allowed](host::InstrumentSession& session) -> TakenNumbers {
             return allowed(std::as_const(*requireFrom(session, *kind)));
         };
         return *this;
@@ -243,18 +258,6 @@ private:
     TuneModule m_module;
 };
 
-// Indices into a list.
-std::string below(std::size_t size)
-{
-    return size == 0 ? "none" : "0.." + std::to_string(size - 1);
-}
-
-template <typename Number>
-std::string listed(const std::vector<Number>& numbers)
-{
-    return toText(toJson(numbers));
-}
-
 TuneModule ulkSynthesis()
 {
     using A = SdkUlkSynthesisControl;
@@ -262,7 +265,7 @@ TuneModule ulkSynthesis()
         .tunes("lo-leakage-mode", "the LO leakage mode", &A::loLeakageMode, &A::setLoLeakageMode)
         .tunes("manual-if", "whether a manually chosen IF is in force", &A::manualIfEnabled, &A::enableManualIf)
         .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
-        .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
+        .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedIfs().size()); })
         .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
         .in("Hz")
         .tunes("filter1-frequency", "frequency of the first filter", &A::filter1Frequency, &A::setFilter1Frequency)
@@ -270,7 +273,7 @@ TuneModule ulkSynthesis()
         .tunes("manual-ref", "whether a manually chosen reference is in force", &A::manualRefEnabled,
                &A::enableManualRef)
         .tunes("selected-ref", "index of the selected reference in supported-refs", &A::selectedRef, &A::setSelectedRef)
-        .within([](const A& adapter) { return below(adapter.supportedRefs().size()); })
+        .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedRefs().size()); })
         .shows("supported-refs", "the references of the module", &A::supportedRefs)
         .in("Hz")
         .resets();
@@ -280,7 +283,7 @@ TuneModule ulkPower()
 {
     using A = SdkUlkPowerControl;
     const auto codes = [](const A& adapter) {
-        return std::to_string(adapter.minPowerCode()) + ".." + std::to_string(adapter.maxPowerCode());
+        return TakenNumbers::range(adapter.minPowerCode(), adapter.maxPowerCode());
     };
     return Module(controls::ulkPower)
         .tunes("lo-power", "LO power code", &A::loPower, &A::setLoPower)
@@ -325,7 +328,7 @@ TuneModule wn0807Synthesis()
                    [](const A& adapter) { return toJson(adapter.rfPowerDefaultRangeTable()); })
             .tunes("if-mode", "IF mode", &A::ifMode, &A::setIfMode, 2)
             .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
-            .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
+            .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedIfs().size()); })
             .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
             .in("Hz");
 
@@ -416,9 +419,9 @@ TuneModule loLeakage()
 TuneModule kz515Power()
 {
     using A = SdkKz515PowerControl;
-    const auto powers = [](const A& adapter) { return "0.." + std::to_string(adapter.maxPowerValue()); };
-    const auto words = [](const A& adapter) { return "0.." + std::to_string(adapter.maxDacValue()); };
-    const auto gains = [](const A& adapter) { return listed(adapter.availableGains()); };
+    const auto powers = [](const A& adapter) { return TakenNumbers::range(0, adapter.maxPowerValue()); };
+    const auto words = [](const A& adapter) { return TakenNumbers::range(0, adapter.maxDacValue()); };
+    const auto gains = [](const A& adapter) { return TakenNumbers::list(adapter.availableGains()); };
     return Module(controls::kz515Power)
         .shows("max-power", "the largest power level", &A::maxPowerValue)
         .tunes("power-control-mode", "control mode of the powers", &A::powerControlMode, &A::setPowerControlMode, 2)
@@ -453,7 +456,7 @@ TuneModule kz515Synthesis()
         .in("Hz")
         .tunes("reference-frequency", "the reference frequency", &A::currentReferenceFrequency,
                &A::setReferenceFrequency)
-        .within([](const A& adapter) { return listed(adapter.availableReferenceFrequencies()); })
+        .within([](const A& adapter) { return TakenNumbers::list(adapter.availableReferenceFrequencies()); })
         .in("Hz");
 }
 
@@ -463,7 +466,7 @@ TuneModule yqSynthesis()
     return Module(controls::yqSynthesis)
         .tunes("manual-if", "whether a manually chosen IF is in force", &A::manualIfEnabled, &A::enableManualIf)
         .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
-        .within([](const A& adapter) { return below(adapter.supportedIfs().size()); })
+        .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedIfs().size()); })
         .shows("supported-ifs", "the IFs of the module", &A::supportedIfs)
         .in("Hz");
 }
@@ -490,30 +493,6 @@ const TuneSetting& tuneSettingNamed(const TuneModule& module, const std::string&
 const TuneTable& tuneTableNamed(const TuneModule& module, const std::string& name)
 {
     return named(module.tables, name, "table", [](const TuneTable& table) { return table.name; });
-}
-
-void changeSetting(host::InstrumentSession& session, const TuneSetting& setting, const std::string& text)
-{
-    if (!setting.write)
-        throw BadUse(setting.name + " can only be read");
-    const auto asked = setting.parse(text);
-    if (!asked)
-        throw BadUse("'" + text + "' is no value for " + setting.name + ": use " + setting.type);
-    setting.write(session, *asked);
-    const QJsonValue kept = setting.read(session);
-    if (kept != *asked)
-        throw Failure("the instrument did not take " + toText(*asked) + " for " + setting.name + " and holds "
-                      + shown(kept) + "; allowed is " + allowedBy(session, setting));
-}
-
-std::string allowedBy(host::InstrumentSession& session, const TuneSetting& setting)
-{
-    return setting.allowed ? setting.allowed(session) : setting.type;
-}
-
-std::string shown(const QJsonValue& value)
-{
-    return value.isNull() ? "none" : toText(value);
 }
 
 } // namespace tov::console

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/session/controls.h"
+#include "console/tuning/takennumbers.h"
 
 #include <QJsonValue>
 
@@ -18,9 +19,12 @@ struct TuneSetting
     std::string meaning;
     std::string unit; ///< empty: a number without one, or in the module's own
 
-    /// What the values are, and which are taken, in words.
+    /// What the values are, as a column of a table shows it and as a message says it.
     std::string type;
-    std::function<std::string(host::InstrumentSession&)> allowed;
+    std::string typeInWords;
+
+    /// Which of them an instrument takes, where it tells that.
+    std::function<TakenNumbers(host::InstrumentSession&)> allowed;
 
     /// The values to offer where a user types one, if they can be listed.
     std::vector<std::string> choices;
@@ -49,17 +53,16 @@ struct TuneModule
 /// All modules, in the order of registration. Help, completion, listing, JSON and parsing follow from this table.
 const std::vector<TuneModule>& tuneModules();
 
-/// Each throws `BadUse`, which lists the names that there are, for an unknown one.
+/// Each throws `BadUse`, which names what may have been meant, for an unknown one.
 const TuneModule& tuneModuleNamed(const std::string& name);
 const TuneSetting& tuneSettingNamed(const TuneModule& module, const std::string& name);
 const TuneTable& tuneTableNamed(const TuneModule& module, const std::string& name);
 
-/// Gives `setting` the value that `text` stands for. Throws `BadUse` when the setting is read-only or
-/// does not take such a value, before the instrument is asked for anything, and Failure when the instrument kept
-/// another value.
+/// Gives `setting` the value that `text` stands for. Throws `BadUse` when the setting is read-only or does not take
+/// such a value, and `Failure` when the instrument kept another one; it is given back then what it held before.
 void changeSetting(host::InstrumentSession& session, const TuneSetting& setting, const std::string& text);
 
-/// What `setting` takes on this instrument, in words.
+/// What `setting` takes on this instrument, as a column of a table shows it.
 std::string allowedBy(host::InstrumentSession& session, const TuneSetting& setting);
 
 /// A value as text; one that is not there is "none".

@@ -153,8 +153,8 @@ std::vector<Part> storedParts()
 {
     return {termsRecords(),
             termsFlag(),
-            plan("ifsw-plan", "Frequency plan of the IF switch", host::controls::ifswCalibration),
-            plan("power-cal-plan", "Frequency plan of the factory power", host::controls::factoryPowerCalibration),
+            plan("ifsw-plan", "Frequency plan of the IF switch, in Hz", host::controls::ifswCalibration),
+            plan("power-cal-plan", "Frequency plan of the factory power, in Hz", host::controls::factoryPowerCalibration),
             corrections(),
             temperatures()};
 }

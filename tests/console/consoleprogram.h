@@ -25,11 +25,11 @@ inline Outcome console(const QStringList& arguments)
 
 // What the shell makes of these lines.
 inline Outcome shell(const QByteArray& lines, const QStringList& options = {},
-                     const QProcessEnvironment& environment = environmentOfTests())
+                     const QProcessEnvironment& environment = environmentOfTests(), const QStringList& arguments = {})
 {
     QProcess process;
     process.setProcessEnvironment(environment);
-    start(process, options + QStringList{"shell"});
+    start(process, options + QStringList{"shell"} + arguments);
     process.write(lines);
     process.closeWriteChannel();
     return finish(process);

@@ -230,8 +230,9 @@ TEST_F(ServiceConsoleProviders, LetTheControlsOfTheSimulatedInstrumentGoAtTheCal
         shell("serial get\nserial get\nserial get\noffer\nserial get\n",
               {"--provider", "simulated:fault=serial-number.readSerialNumber=release,fault-after=1"}, environment);
     EXPECT_EQ(outcome.output, "100001\n100001\n100001\n");
-    EXPECT_EQ(outcome.errors, "service-console: this instrument has no serial-number control; 'service-console info' "
-                              "lists those it has\n");
+    EXPECT_EQ(outcome.errors,
+              "service-console: line 3: this instrument has no serial-number control; 'service-console info' "
+              "lists those it has\n");
 }
 
 TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAMemoryThatIsDamaged)
@@ -240,7 +241,8 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAMemoryThatIsDamaged)
     const QStringList check{"memory", "check"};
     EXPECT_EQ(run(QStringList{"--provider", "simulated:memory=intact"} + check).output, "intact\n");
     EXPECT_THAT(run(QStringList{"--provider", damaged} + check).errors, HasSubstr("checking the memory failed"));
-    EXPECT_EQ(shell("memory erase --yes\nmemory check\n", {"--provider", damaged}, environment).output, "erased\nintact\n");
+    EXPECT_EQ(shell("memory erase --yes\nmemory check\n", {"--provider", damaged}, environment).output,
+              "erased\nintact\n");
 
     const QStringList kept{"--state", folder.filePath("bench.state")};
     for (const QString& provider : {damaged, damaged, QString("simulated")}) {
@@ -271,16 +273,16 @@ TEST_F(ServiceConsoleProviders, GiveTheSimulatedInstrumentAFileStoreThatCannotBe
     const Outcome full =
         shell(put + "\n" + put + " copy.txt\n", {"--provider", "simulated:file-capacity=7"}, environment);
     EXPECT_EQ(full.output, "note.txt: 4 bytes written\n");
-    EXPECT_EQ(full.errors, "service-console: copy.txt: no space left\n");
+    EXPECT_EQ(full.errors, "service-console: line 2: copy.txt: no space left\n");
 }
 
 TEST_F(ServiceConsoleProviders, DoNotEndTheShellByWhatTheirInstrumentThrows)
 {
     const Outcome outcome = shell("serial get\nprobe serial-number\n",
                                   {"--provider", "simulated:fault=serial-number.readSerialNumber=throw"}, environment);
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.status, 3);
     EXPECT_EQ(outcome.output, "serial-number present\n");
-    EXPECT_THAT(outcome.errors, StartsWith("service-console: internal error: "));
+    EXPECT_THAT(outcome.errors, StartsWith("service-console: line 1: internal error: "));
 }
 
 #ifdef Q_OS_UNIX

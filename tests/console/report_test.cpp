@@ -88,7 +88,7 @@ TEST_F(ServiceConsoleReport, IsAPageOfItsOwnWithEverythingEscaped)
     QFile local(folder.filePath("local"));
     ASSERT_TRUE(local.open(QIODevice::WriteOnly));
     local.close();
-    const Outcome run = shell("files put \"" + local.fileName().toUtf8() + "\" <script>alert('1')</script>&Größe\n"
+    const Outcome run = shell("files put \"" + local.fileName().toUtf8() + "\" \"<script>alert('1')</script>&Größe\"\n"
                               + "report --html \"" + page.toUtf8() + "\"\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const QByteArray html = written();

@@ -147,7 +147,7 @@ TEST(ServiceConsole, ShowsAndChangesSettings)
 TEST(ServiceConsole, RefusesMalformedValues)
 {
     const QStringList setLoLeakage{"tune", "set", "lo-leakage", "lo-leakage"};
-    expectError(setLoLeakage + QStringList{"maybe"}, 2, "'maybe' is no value for lo-leakage: use on|off");
+    expectError(setLoLeakage + QStringList{"maybe"}, 2, "'maybe' is no value for lo-leakage: use on or off");
     expectError(setLoLeakage + QStringList{""}, 2, "'' is no value");
     expectError(setLoLeakage, 2, "required");
     for (const char* malformed : {"two", "2x", "1.5", "99999999999", " 2", "+2"})
@@ -166,13 +166,15 @@ TEST(ServiceConsole, RefusesUnknownAndIncompleteCommands)
     expectError({"nonsense"}, 2, "unknown command 'nonsense'");
     expectError({"serial", "nonsense"}, 2, "unknown command 'nonsense' after 'service-console serial'");
     expectError({"info", "demo"}, 2, "unexpected 'demo'");
-    expectError({"info", "--nonsense"}, 2, "unexpected '--nonsense'");
+    expectError({"info", "--nonsense"}, 2, "unknown option '--nonsense'; see 'service-console info --help'");
 }
 
 TEST(ServiceConsole, FailsWhenTheInstrumentDoesNotDoIt)
 {
-    expectError({"tune", "set", "yq-synthesis", "selected-if", "-1"}, 1, "did not take -1 for selected-if and holds 0");
-    expectError({"tune", "set", "yq-synthesis", "selected-if", "99"}, 1, "did not take 99 for selected-if and holds 0");
+    expectError({"tune", "set", "wn0807-power", "attenuation-db", "10.3"}, 1,
+                "did not take 10.3 for attenuation-db but 10.25; it holds 0 as before");
+    expectError({"tune", "set", "wn0807-power", "attenuation-db", "-1e9"}, 1, "did not take -1000000000");
+    expectError({"tune", "set", "wn0807-power", "attenuation-db", "-inf", "--color", "never"}, 1, "did not take -inf");
     expectError({"--missing", "lo-leakage", "tune", "set", "lo-leakage", "lo-leakage", "on"}, 1,
                 "has no lo-leakage control");
     expectError({"--missing", "yq-synthesis", "tune", "get", "yq-synthesis", "manual-if"}, 1,
@@ -679,13 +681,15 @@ TEST_F(KeptInstrument, TunesOneSettingAndSaysWhyNot)
     EXPECT_EQ(console({"--state", state, "tune", "reset", "ulk-power"}).output, "ulk-power is reset\n");
     EXPECT_EQ(console({"--state", state, "tune", "get", "ulk-power", "rf-power"}).output, "32\n");
 
-    expectError({"--state", state, "tune", "set", "ulk-power", "rf-power", "99"}, 1,
-                "did not take 99 for rf-power and holds 63; allowed is 0..63");
+    expectError({"--state", state, "tune", "set", "ulk-power", "rf-power", "99"}, 2,
+                "'99' is no value for rf-power: use a whole number from 0 to 63");
     EXPECT_EQ(console({"--state", state, "tune", "get", "ulk-power", "rf-power"}).output, "32\n");
-    expectError({"tune", "set", "ulk-power", "rf-power", "256"}, 2, "use 0..255");
-    expectError({"tune", "set", "ulk-power", "synt-power-mode", "2"}, 2, "use 0..1");
-    expectError({"tune", "set", "ulk-power", "discrete-attenuator", "yes"}, 2, "use on|off");
-    expectError({"tune", "set", "wn0807-synthesis", "capacitor1-range", "3"}, 2, "use FIRST..SECOND");
+    expectError({"tune", "set", "yq-synthesis", "selected-if", "-1"}, 2, "use a whole number from 0 to 4");
+    expectError({"tune", "set", "kz515-power", "signal-gain", "3"}, 2, "use one of 0, 6, 12, 18");
+    expectError({"tune", "set", "ulk-power", "rf-power", "256"}, 2, "use a whole number from 0 to 255");
+    expectError({"tune", "set", "ulk-power", "synt-power-mode", "2"}, 2, "use a whole number from 0 to 1");
+    expectError({"tune", "set", "ulk-power", "discrete-attenuator", "yes"}, 2, "use on or off");
+    expectError({"tune", "set", "wn0807-synthesis", "capacitor1-range", "3"}, 2, "written as FIRST..SECOND");
     expectError({"tune", "set", "ulk-power", "min-power-code", "1"}, 2, "can only be read");
     expectError({"tune", "get", "ulk-power", "nonsense"}, 2, "unknown setting 'nonsense'; there are lo-power");
     expectError({"tune", "reset", "wn0807-power"}, 2, "has no reset");
@@ -723,54 +727,58 @@ TEST(ServiceConsole, CompletesWhatFits)
     EXPECT_EQ(complete({"tune", "set", "yq-synthesis", "sel"}), "selected-if\n");
     EXPECT_THAT(complete({"tune", "get", "-"}), HasSubstr("--json\n")) << "arguments without a name are no options";
     EXPECT_THAT(complete({"pots", "set", "--"}), HasSubstr("--eeprom\n"));
-    EXPECT_EQ(complete({"pots", "set", ""}), "");
+    EXPECT_EQ(complete({"--provider=simul"}), "__files\n--provider=simulated\n");
+    EXPECT_EQ(complete({"--missing=lo"}), "--missing=lo-leakage\n");
+    EXPECT_EQ(complete({"--nonsense=lo"}), "");
+    EXPECT_EQ(complete({"files", "put", ""}), "__files\n") << "which stands for files";
+    EXPECT_EQ(complete({"help", "seri"}), "serial\n");
+    EXPECT_EQ(complete({"help", "serial", ""}), "get\nset\n");
 }
 
-TEST_F(KeptInstrument, IsUsedCommandByCommandInTheShell)
+TEST_F(KeptInstrument, CompletesWhatOnlyTheInstrumentKnows)
 {
-    const Outcome run = shell("# a script\n\nserial set 5 --yes\n--json serial get\nserial get\nfiles put \""
-                                  + write("a b", "x").toUtf8() + "\" c\nexit\nserial set 6\n",
-                              {"--state", state});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.errors, "");
-    EXPECT_THAT(run.output, StartsWith("5\n{\n    \"serial-number\": 5\n}\n5\n"));
-    EXPECT_EQ(console({"--state", state, "serial", "get"}).output, "5\n");
+    ASSERT_EQ(kept({"files", "put", write("a note", "x")}).status, 0);
+    const auto complete = [&](const QStringList& words) {
+        return console(QStringList{"__complete", "--state", state} + words).output;
+    };
+    EXPECT_EQ(complete({"files", "rm", ""}), "a note\n");
+    EXPECT_EQ(complete({"pots", "get", ""}), "0\n1\n2\n3\n4\n5\n6\n7\n");
+    EXPECT_EQ(complete({"corrections", "enable", "correction-1"}), "correction-1\ncorrection-10\n");
+    EXPECT_EQ(complete({"--missing=file-memory", "files", "rm", ""}), "");
+    const Outcome refused = console({"__complete", "--provider", "nobody", "files", "rm", ""});
+    EXPECT_EQ(refused.status, 0);
+    EXPECT_EQ(refused.output + refused.errors, "");
 }
 
-TEST(ServiceConsole, ShellPrintsNotificationsWhileSettingsChange)
+TEST(ServiceConsole, GuessesWhatWasMeant)
 {
-    EXPECT_EQ(withoutTimes(shell("notify on\ntune set ulk-power rf-power 7\ncorrections enable 3\nnotify off\n"
-                                 "tune set ulk-power rf-power 8\n")
-                               .output,
-                           3),
-              "ulk-power rf-power-changed\n7\nfactory-corrections enabled 3\nfactory-corrections states\n"
-              "correction-3 is enabled\n8\n");
-    EXPECT_EQ(withoutTimes(shell("notify on\nwait 10\n").output, 1), "temperature changed\n");
+    expectError({"seral", "get"}, 2, "unknown command 'seral' after 'service-console'; did you mean 'serial'?");
+    expectError({"serial", "gte"}, 2, "did you mean 'get'?");
+    expectError({"--stat", "x", "serial", "get"}, 2, "unknown option '--stat'; did you mean '--state'?");
+    expectError({"tune", "get", "--modle=3"}, 2, "unknown option '--modle'");
+    expectError({"probe", "serail-number"}, 2, "unknown control 'serail-number'; did you mean 'serial-number'?");
+    expectError({"tune", "ls", "ulk-powr"}, 2, "did you mean 'ulk-power'?");
+    expectError({"tune", "get", "ulk-power", "rf-powr"}, 2, "did you mean 'rf-power'?");
+    expectError({"tune", "load-table", "ulk-power", "rf-power-code", "x"}, 2, "did you mean 'rf-power-codes'?");
+    expectError({"corrections", "enable", "corection-3"}, 2, "did you mean 'correction-3'?");
+    expectError({"--provider", "simulatd", "info"}, 2, "there is no provider 'simulatd'; did you mean 'simulated'?");
 }
 
-TEST(ServiceConsole, ShellTakesControlsAwayAndOffersThem)
+TEST(ServiceConsole, ShowsInMessagesWhatFitsOnALine)
 {
-    const Outcome run = shell("serial get\nrelease\nserial get\noffer\nserial set 9 --yes\nserial get\n");
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.output, "100001\n9\n9\n");
-    EXPECT_THAT(run.errors, HasSubstr("has no serial-number control"));
-
-    const Outcome changes = shell("tune set ulk-power rf-power 5\nrelease\ntune set ulk-power rf-power 0\n"
-                                  "tune reset ulk-power\ntune get ulk-power rf-power\noffer\n"
-                                  "tune get ulk-power rf-power\n");
-    EXPECT_EQ(changes.output, "5\n5\n");
-    EXPECT_EQ(std::ranges::count(changes.errors, '\n'), 3) << changes.errors;
+    expectError({"serial", "set", QString(5000, 'x')}, 2, "'" + std::string(59, 'x') + "…' is no value");
+    expectError({"serial", "set", "1\n\x1b[2J"}, 2, "'1 \\x1B[2J' is no value");
 }
 
-TEST(ServiceConsole, ShellGoesOnAfterAFailureAndEndsAsTheLastCommand)
+TEST(ServiceConsole, HelpsWithACommandByItsName)
 {
-    const Outcome run = shell("nonsense\ntune set ulk-power rf-power\nserial get\nwait x\n");
-    EXPECT_EQ(run.status, 2);
-    EXPECT_THAT(run.errors, HasSubstr("unknown command 'nonsense'"));
-    EXPECT_EQ(run.output, "100001\n");
-    EXPECT_EQ(shell("demo\n").status, 2) << "has an instrument of its own";
-    EXPECT_EQ(shell("nonsense\nserial get").status, 0);
-    EXPECT_THAT(shell("help\n").output, HasSubstr("notify on|off"));
+    EXPECT_EQ(console({"help"}).output, console({"--help"}).output);
+    EXPECT_EQ(console({"help", "serial"}).output, console({"serial", "--help"}).output);
+    EXPECT_EQ(console({"help", "serial", "set"}).output, console({"serial", "set", "--help"}).output);
+    expectError({"help", "serail"}, 2, "unknown command 'serail' after 'service-console'; did you mean 'serial'?");
+    expectError({"help", "serial", "nonsense"}, 2, "there are get, set");
+    const std::string help = console({"serial", "set", "--help"}).output;
+    EXPECT_THAT(help.substr(help.find("Global options:")), HasSubstr("--state FILE"));
 }
 
 TEST(ServiceConsole, DemoIsATourOfAllControls)

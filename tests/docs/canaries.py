@@ -173,9 +173,6 @@ _CANARIES = {
     "synopsis": (_PROGRAM.findings, f"```text\n{_SYNOPSIS}```\n", (
         ("service-console files ls X\n", "", "'files ls' is not in"),
         ("files ls X\n", "files ls X\nservice-console files list\n", "no command 'files list'"))),
-    "manual page": (_PROGRAM.page_findings, _text("console", "service-console.1"), (
-        (".BR files", ".BR", "does not name files"),
-        (".BI \\-\\-missing", ".BI", "--missing"))),
     "README": (check.option_findings, _text("README.md"), (
         ("`DEVICESSERVICE_DOCS`", "", "DEVICESSERVICE_DOCS is not named"),
         ("", "`DEVICESSERVICE_OTHER`\n\n", "DEVICESSERVICE_OTHER is unknown"))),

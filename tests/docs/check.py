@@ -207,7 +207,6 @@ def everything():
     for name, runner in _RUN_ELSEWHERE.items():
         yield from elsewhere_findings(name, runner)
     yield from program.findings(pages.PROJECT / "docs" / "console.md")
-    yield from program.page_findings(pages.PROJECT / "console" / "service-console.1")
     yield from control_findings(pages.PROJECT / "docs" / "sdk-implementation.md", 1)
     yield from control_findings(pages.PROJECT / "docs" / "writing-a-host.md", 2)
     yield from option_findings(pages.README)

@@ -65,17 +65,6 @@ class Program:
                 if not re.search(rf"{option}\b", self._help(()) + self._help(path)):
                     yield f"'{' '.join(path)}' has no option {option}"
 
-    def page_findings(self, page):
-        """Commands of the first level that the manual page does not name, and options of all."""
-        text = page.read_text().replace("\\-", "-")
-        sections = dict(re.findall(r"^\.SH (.+)\n((?:(?!\.SH ).*\n)*)", text, re.MULTILINE))
-        options = re.findall(r"--[a-z]+", self._help(()).split("Subcommands:")[0])
-        for section, names in (("COMMANDS", self.subcommands(())), ("OPTIONS", options)):
-            bold = " ".join(re.findall(r"^\.B[RI]? (.*)", sections.get(section, ""), re.MULTILINE))
-            for name in names:
-                if name not in re.findall(r"[\w-]+", bold):
-                    yield f"{pages.name(page)}: {section} does not name {name}"
-
     def findings(self, page):
         """Commands that the synopses of `page` lack, and those that there are none of."""
         shown = set()
