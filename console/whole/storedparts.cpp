@@ -151,12 +151,13 @@ Part controlsPart()
 
 std::vector<Part> storedParts()
 {
-    return {termsRecords(),
-            termsFlag(),
-            plan("ifsw-plan", "Frequency plan of the IF switch, in Hz", host::controls::ifswCalibration),
-            plan("power-cal-plan", "Frequency plan of the factory power, in Hz", host::controls::factoryPowerCalibration),
-            corrections(),
-            temperatures()};
+    return {
+        termsRecords(),
+        termsFlag(),
+        plan("ifsw-plan", "Frequency plan of the IF switch, in Hz", host::controls::ifswCalibration),
+        plan("power-cal-plan", "Frequency plan of the factory power, in Hz", host::controls::factoryPowerCalibration),
+        corrections(),
+        temperatures()};
 }
 
 } // namespace tov::console

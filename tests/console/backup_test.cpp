@@ -1,9 +1,9 @@
 #include "console/consoleprogram.h"
+#include "console/scratchfolder.h"
 #include "console/settings.h"
 
 #include <QFile>
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <string>
@@ -19,26 +19,11 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 /// An instrument, a new one, and a backup of the first.
-class Backup : public ::testing::Test
+class Backup : public ScratchFolder
 {
 protected:
-    QTemporaryDir folder;
-    const QString state = folder.filePath("state");
     const QString fresh = folder.filePath("fresh");
     const QString backup = folder.filePath("backup.json");
-
-    QString write(const QString& name, const QByteArray& contents) const
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     void changeSome() const
     {

@@ -1,9 +1,8 @@
 #include "console/consoleprogram.h"
+#include "console/scratchfolder.h"
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
 #include <cstdlib>
@@ -17,26 +16,10 @@ using ::testing::StartsWith;
 
 namespace {
 
-class LocalFiles : public ::testing::Test
+class LocalFiles : public ScratchFolder
 {
 protected:
-    QTemporaryDir folder;
-    const QString state = folder.filePath("state");
-
     Outcome kept(const QStringList& arguments) { return console(QStringList{"--state", state} + arguments); }
-
-    QString write(const QString& name, const QByteArray& contents)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-    }
 };
 
 } // namespace

@@ -1,8 +1,7 @@
 #include "console/consoleprogram.h"
+#include "console/scratchfolder.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QTemporaryDir>
 #include <QXmlStreamReader>
 
 #include <string>
@@ -17,18 +16,10 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class ServiceConsoleReport : public ::testing::Test
+class ServiceConsoleReport : public ScratchFolder
 {
 protected:
-    QTemporaryDir folder;
     const QString page = folder.filePath("report.html");
-
-    QByteArray written() const
-    {
-        QFile file(page);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
 };
 
 } // namespace
@@ -78,20 +69,18 @@ TEST_F(ServiceConsoleReport, SaysInItsPlaceWhatIsMissingOrFailsAndGoesOn)
     EXPECT_EQ(parts["potentiometers"][0]["error"], "cannot be read");
     EXPECT_EQ(parts["usb-ids"].toArray().size(), 5);
     EXPECT_TRUE(parts["settings"].toArray().contains(QJsonObject{{"module", "lo-leakage"}, {"error", "missing"}}));
-    EXPECT_THAT(written().toStdString(), AllOf(HasSubstr("<p class=\"error\">missing</p>"),
-                                               HasSubstr("<td class=\"error\">cannot be read</td>")));
+    EXPECT_THAT(read(page).toStdString(), AllOf(HasSubstr("<p class=\"error\">missing</p>"),
+                                                HasSubstr("<td class=\"error\">cannot be read</td>")));
     EXPECT_THAT(console({"--missing", "serial-number", "report"}).output, HasSubstr("\nSerial number: missing\n"));
 }
 
 TEST_F(ServiceConsoleReport, IsAPageOfItsOwnWithEverythingEscaped)
 {
-    QFile local(folder.filePath("local"));
-    ASSERT_TRUE(local.open(QIODevice::WriteOnly));
-    local.close();
-    const Outcome run = shell("files put \"" + local.fileName().toUtf8() + "\" \"<script>alert('1')</script>&Größe\"\n"
-                              + "report --html \"" + page.toUtf8() + "\"\n");
+    const Outcome run =
+        shell("files put \"" + write("local", "").toUtf8() + "\" \"<script>alert('1')</script>&Größe\"\n"
+              + "report --html \"" + page.toUtf8() + "\"\n");
     EXPECT_EQ(run.status, 0) << run.errors;
-    const QByteArray html = written();
+    const QByteArray html = read(page);
     EXPECT_THAT(html.toStdString(), StartsWith("<!DOCTYPE html>"));
     for (const char* part : {"@media print", "<thead>", "color-scheme: light dark"})
         EXPECT_THAT(html.toStdString(), HasSubstr(part));

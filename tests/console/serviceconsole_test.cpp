@@ -1,4 +1,5 @@
 #include "console/consoleprogram.h"
+#include "console/scratchfolder.h"
 #include "console/settings.h"
 #include "patience.h"
 
@@ -13,7 +14,6 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <string>
@@ -197,24 +197,9 @@ TEST(ServiceConsole, FailsWhenItsAnswerDoesNotGetOut)
 
 namespace {
 
-class KeptInstrument : public ::testing::Test
+class KeptInstrument : public ScratchFolder
 {
 protected:
-    QTemporaryDir folder;
-    const QString state = folder.filePath("state");
-
-    QString write(const QString& name, const QByteArray& contents)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-    }
     Outcome kept(const QStringList& arguments) { return console(QStringList{"--state", state, "--yes"} + arguments); }
 };
 

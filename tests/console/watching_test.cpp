@@ -1,9 +1,8 @@
 #include "console/consoleprogram.h"
+#include "console/scratchfolder.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <string>
@@ -18,18 +17,12 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class ServiceConsoleWatching : public ::testing::Test
+class ServiceConsoleWatching : public ScratchFolder
 {
 protected:
-    QTemporaryDir folder;
     const QString log = folder.filePath("log.csv");
 
-    QList<QByteArray> logged() const
-    {
-        QFile file(log);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll().trimmed().split('\n');
-    }
+    QList<QByteArray> logged() const { return read(log).trimmed().split('\n'); }
 };
 
 QDateTime timeOf(const QByteArray& line)
