@@ -4,10 +4,6 @@
 #include <QDir>
 #include <QJsonArray>
 
-#ifdef Q_OS_UNIX
-#include <cstdlib>
-#endif
-
 namespace tov::testing {
 
 using ::testing::HasSubstr;
