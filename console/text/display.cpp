@@ -1,6 +1,7 @@
 #include "console/text/display.h"
 
 #include <QChar>
+#include <QList>
 #include <QString>
 #include <QStringDecoder>
 
