@@ -37,8 +37,6 @@ ExitStatus run(const Words& arguments)
 {
     Options options;
     const Command::Action action = understand(allCommands(CommandSet::Program, options), arguments);
-    if (!action)
-        return finish(ExitStatus::Success);
     ConsoleSession console(options);
     const ExitStatus status = action(console);
     console.keep();

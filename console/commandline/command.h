@@ -30,12 +30,12 @@ public:
 
     // Implicit, so that a function can simply be given.
     template <std::invocable<const Words&> Choose>
-    Choices(Choose choose) // NOLINT(google-explicit-constructor)
+    Choices(const Choose& choose) // NOLINT(google-explicit-constructor)
         : m_choose([choose](const Words& before, const ConsoleOf&) { return choose(before); })
     {
     }
     template <std::invocable<const Words&, ConsoleSession&> Choose>
-    Choices(Choose choose) // NOLINT(google-explicit-constructor)
+    Choices(const Choose& choose) // NOLINT(google-explicit-constructor)
         : m_choose([choose](const Words& before, const ConsoleOf& console) { return choose(before, console()); })
     {
     }
@@ -121,7 +121,7 @@ public:
 
     /// What the command does: `run(console, *arguments...)` gives an `ExitStatus`, or nothing when it succeeded.
     template <typename Run, typename... Arguments>
-    Command& runs(Run run, const std::shared_ptr<Arguments>&... arguments)
+    Command& runs(const Run& run, const std::shared_ptr<Arguments>&... arguments)
     {
         m_action = [run, arguments...](ConsoleSession& console) {
             if constexpr (std::is_void_v<std::invoke_result_t<Run, ConsoleSession&, const Arguments&...>>) {
@@ -164,12 +164,12 @@ private:
     Action m_action;
 };
 
-/// Understands `arguments`, the words behind the program's name, and gives what the command does that they call. It is
-/// empty when everything is said already, as for --help. Throws `BadUse`.
+/// Understands `arguments`, the words behind the program's name, and gives what the command does that they call, which
+/// for --help is to say it. Throws `BadUse`.
 Command::Action understand(const Command& program, const Words& arguments);
 
-/// Prints what `--help` behind these commands does. Throws `BadUse` when there is no such command.
-void showHelp(const Command& program, const Words& path);
+/// What `--help` behind these commands does. Throws `BadUse` when there is no such command.
+Command::Action helpWith(const Command& program, const Words& path);
 
 /// The words that can stand in the place of the last of `words`, which may be empty; each begins with it, or is
 /// `localFiles`. The others are what was typed before it; options among them are understood.

@@ -95,7 +95,8 @@ Words completions(const Command& program, const Words& words, const ConsoleOf& c
     std::string begun = words.empty() ? "" : words.back();
     std::string before; // of the last word what is no part of the words to offer
     const Command::Parameter* option = typed.option;
-    if (const auto equals = begun.find('='); option == nullptr && begun.starts_with("--") && equals != begun.npos) {
+    if (const auto equals = begun.find('=');
+        option == nullptr && begun.starts_with("--") && equals != std::string::npos) {
         option = typed.find(program, begun.substr(0, equals));
         if (option == nullptr)
             return {};

@@ -66,10 +66,8 @@ std::string described(const Command::Parameter& parameter)
     const bool isVersion = std::holds_alternative<Command::Version>(parameter.target);
     const std::string help = isVersion ? "Show the version" : parameter.help;
     const std::string value = parameter.type.empty() ? "" : (parameter.isOption() ? " " : "") + italic(parameter.type);
-    return tagged(parameter.isOption() ? bold(parameter.name) + value
-                  : value.empty()      ? italic(parameter.name)
-                                       : value,
-                  sentence(help));
+    const std::string argument = value.empty() ? italic(parameter.name) : value;
+    return tagged(parameter.isOption() ? bold(parameter.name) + value : argument, sentence(help));
 }
 
 std::string optionsOf(const Command& command)

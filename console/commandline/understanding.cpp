@@ -1,11 +1,14 @@
 #include "console/commandline/command.h"
 
 #include "console/errors.h"
+#include "console/session/consolesession.h"
 #include "console/text/number.h"
 #include "console/text/suggestions.h"
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
+#include <sstream>
 
 // Takes seconds to compile, so no other source includes it.
 #include <CLI/CLI.hpp>
@@ -48,6 +51,15 @@ public:
     }
 };
 
+// What is wrong with a text that should be a whole number above 0.
+std::string isCount(const std::string& text)
+{
+    const auto number = parseNumber<int>(unmarked(text));
+    return number && *number > 0
+               ? std::string()
+               : quoted(unmarked(text)) + " is no count: use " + wholeNumbers(1, std::numeric_limits<int>::max());
+}
+
 /// Declares a parameter to the parser, by what it fills.
 struct Declaration
 {
@@ -55,7 +67,7 @@ struct Declaration
     const Command::Parameter& parameter;
 
     void operator()(bool* given) const { app.add_flag(parameter.name, *given, parameter.help); }
-    void operator()(int* count) const { add(*count)->check(CLI::PositiveNumber); }
+    void operator()(int* count) const { add(*count)->check(isCount); }
     void operator()(std::string* value) const
     {
         add(*value)->check([message = parameter.mustNotBeEmpty](const std::string& text) {
@@ -145,18 +157,18 @@ void refuseUnknownOptions(const Words& remaining, const Called& called, const Co
 }
 
 // What is wrong with a command line that names no complete command, or more than one.
-BadUse explain(const Words& remaining, const Called& called)
+std::string explain(const Words& remaining, const Called& called)
 {
     const Words inner = namesOf(called.command->commands());
     if (remaining.empty()) {
         std::string choice;
         for (const std::string& name : inner)
             choice.append(choice.empty() ? "" : ", ").append(name);
-        return BadUse("a command is missing after '" + called.name + "'; there are " + choice);
+        return "a command is missing after '" + called.name + "'; there are " + choice;
     }
     if (!inner.empty())
-        return unknown("unknown command", remaining.front(), inner, " after '" + called.name + "'");
-    return BadUse("unexpected " + quoted(remaining.front()) + "; see '" + called.name + " --help'");
+        return unknown("unknown command", remaining.front(), inner, " after '" + called.name + "'").what();
+    return "unexpected " + quoted(remaining.front()) + "; see '" + called.name + " --help'";
 }
 
 } // namespace
@@ -181,22 +193,26 @@ Command::Action understand(const Command& program, const Words& arguments)
         std::ranges::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(words), marked);
         app.parse(std::move(words));
     } catch (const CLI::Success& helpOrVersion) {
-        app.exit(helpOrVersion);
-        return {};
+        std::ostringstream text;
+        app.exit(helpOrVersion, text, text);
+        return [said = text.str()](ConsoleSession& console) {
+            console.output().answer(said, {{"text", QString::fromStdString(said)}});
+            return ExitStatus::Success;
+        };
     } catch (const CLI::ParseError& error) {
         const Called called(app, program);
         refuseUnknownOptions(remaining(), called, program);
         if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
-            throw explain(remaining(), called);
+            throw BadUse(explain(remaining(), called));
         throw BadUse(std::string(error.what()) + "; see '" + called.name + " --help'");
     }
     const Called called(app, program);
     if (!called.command->action())
-        throw explain(remaining(), called);
+        throw BadUse(explain(remaining(), called));
     return called.command->action();
 }
 
-void showHelp(const Command& program, const Words& path)
+Command::Action helpWith(const Command& program, const Words& path)
 {
     Called called(program);
     Words words;
@@ -204,12 +220,12 @@ void showHelp(const Command& program, const Words& path)
         if (name.empty())
             continue;
         if (called.command->find(name) == nullptr)
-            throw explain({name}, called);
+            throw BadUse(explain({name}, called));
         called.enter(name);
         words.push_back(name);
     }
     words.emplace_back("--help");
-    understand(program, words);
+    return understand(program, words);
 }
 
 } // namespace tov::console

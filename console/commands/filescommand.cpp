@@ -2,6 +2,7 @@
 
 #include "console/files/localfile.h"
 #include "console/text/display.h"
+#include "console/text/suggestions.h"
 
 #include <algorithm>
 #include <expected>
@@ -42,7 +43,7 @@ Value valueOf(std::expected<Value, QString> result, const std::string& what)
 QString nameOnInstrument(const std::string& name)
 {
     if (!isUtf8(name))
-        throw BadUse("'" + name + "' is no name on the instrument: it is not UTF-8");
+        throw BadUse(quoted(displayed(name)) + " is no name on the instrument: it is not UTF-8");
     return QString::fromStdString(name);
 }
 
@@ -53,7 +54,7 @@ IFileMemoryControl::FileInfo fileNamed(IFileMemoryControl& files, const std::str
     const auto list = valueOf(files.fileList(), "the files cannot be listed");
     const auto found = std::ranges::find(list, itsName, &IFileMemoryControl::FileInfo::name);
     if (found == list.end())
-        throw Failure("the instrument has no file '" + name + "'; 'files ls' lists them");
+        throw Failure("the instrument has no file " + quoted(name) + "; 'files ls' lists them");
     return *found;
 }
 

@@ -29,8 +29,8 @@ void addHelpCommand(Command& program, const std::function<Command()>& made)
     program.add("help", "Show the help of a command, or list the commands")
         .optional("command", &arguments->command, "COMMAND", "Name of a command", names)
         .optional("subcommand", &arguments->subcommand, "SUBCOMMAND", "Name of one of its commands", names)
-        .runs([made](const ConsoleSession& /*console*/,
-                     const Arguments& given) { showHelp(made(), {given.command, given.subcommand}); },
+        .runs([made](ConsoleSession& console,
+                     const Arguments& given) { return helpWith(made(), {given.command, given.subcommand})(console); },
               arguments);
 }
 

@@ -142,12 +142,16 @@ private:
     try {
         const Words words = next(line);
         return words.empty() ? ExitStatus::Success : runWords(words);
+    } catch (const OutputLost&) {
+        throw; // nobody reads on
     } catch (const Failure& error) {
         return failLine(ExitStatus::Failure, error.what());
     } catch (const BadUse& error) {
         return failLine(ExitStatus::BadUse, error.what());
     } catch (const std::exception& error) { // of the instrument's, which may throw
         return failLine(ExitStatus::InternalError, std::string("internal error: ") + error.what());
+    } catch (...) {
+        return failLine(ExitStatus::InternalError, "internal error");
     }
 
     // The words of a line, and the number of the command that they are, also when they cannot be read.
@@ -172,12 +176,12 @@ private:
 
     ExitStatus runWords(const Words& words)
     {
+        if (std::ranges::find(words, "-") != words.end())
+            throw BadUse("- is what the shell itself reads and writes; name a file");
         m_console.passOnNotices();
         Options options;
         static_cast<AnswerOptions&>(options) = m_answerOptions;
         const Command::Action action = understand(shellCommands(options, m_state), words);
-        if (!action)
-            return ExitStatus::Success;
         m_console.setAnswerOptions(options);
         Output& output = m_console.output();
         output.setCommand(m_command);
@@ -186,7 +190,8 @@ private:
         m_console.keep();
         m_console.waitUntilQuiet(); // so that notifications come before the next command
         output.print();
-        std::cout << std::flush;
+        if (!std::cout.flush())
+            throw OutputLost();
         return status;
     }
 

@@ -1,5 +1,7 @@
 #include "console/files/csvfile.h"
 
+#include "console/text/suggestions.h"
+
 #include <QList>
 
 namespace tov::console {
@@ -22,7 +24,7 @@ CsvRow readRow(const std::string& path, qsizetype lineNumber, const QByteArray& 
 
 void failAt(const CsvField& field, const std::string& expected)
 {
-    throw Failure(field.at + ": expected " + expected + " instead of '" + field.text + "'");
+    throw Failure(field.at + ": expected " + expected + " instead of " + quoted(field.text));
 }
 
 void failAtEnd(const std::string& path, const std::string& expected)

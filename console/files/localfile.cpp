@@ -63,22 +63,23 @@ std::string lastError()
 
 void openToRead(QFile& file, const std::string& path)
 {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT(cppcoreguidelines-pro-type-vararg)
     if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
         throw cannotBe("read", path, lastError());
 }
 
-void openToWrite(QFile& file, const std::string& path, int flags, const std::string& asked)
+bool openToWrite(QFile& file, const filesystem::path& path, int flags)
 {
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
-    if (descriptor < 0
-        || !file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
-        throw cannotBe("written", asked, lastError());
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system's
+    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666);
+    return descriptor >= 0
+           && file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 
 void openToWrite(QFile& file, const std::string& path)
 {
-    openToWrite(file, path, O_CREAT | O_TRUNC, path);
+    if (!openToWrite(file, path, O_TRUNC))
+        throw cannotBe("written", path, lastError());
 }
 
 // Writes beside the file first, so that it is never half of one.
@@ -93,9 +94,10 @@ void replaceFile(const std::string& path, const QByteArray& contents)
     const auto temporary = target.string() + "." + std::to_string(QRandomGenerator::system()->generate());
     try {
         QFile file;
-        openToWrite(file, temporary, O_CREAT | O_EXCL, path);
-        writeAll(contents, file, path);
-        if (fsync(file.handle()) != 0)
+        const bool isOpen = openToWrite(file, temporary, O_EXCL);
+        if (isOpen)
+            writeAll(contents, file, path);
+        if (!isOpen || fsync(file.handle()) != 0)
             throw cannotBe("written", path, lastError());
         if (const auto status = filesystem::status(target, error); filesystem::exists(status))
             filesystem::permissions(temporary, status.permissions(), error); // as far as they can be given

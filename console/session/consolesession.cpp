@@ -3,6 +3,7 @@
 #include "console/terminal/confirmation.h"
 #include "console/terminal/spinner.h"
 #include "console/terminal/terminal.h"
+#include "console/text/display.h"
 #include "console/text/suggestions.h"
 
 #include <QDateTime>
@@ -65,7 +66,7 @@ Output outputAs(const AnswerOptions& options)
         .columns = {}, .filter = options.filter, .width = terminalWidth(), .coloured = isColoured(options.color)};
     for (const QString& column : columns.split(',', Qt::SkipEmptyParts))
         tables.columns.push_back(column.trimmed().toStdString());
-    return Output(options.json ? Output::Form::Json : Output::Form::Text, std::move(tables));
+    return {options.json ? Output::Form::Json : Output::Form::Text, std::move(tables)};
 }
 
 /// For an instrument that tests cannot do anything to.
@@ -83,6 +84,9 @@ ConsoleSession::ConsoleSession(const Options& options)
 {
     for (const std::string& name : m_options.missing)
         controlNamed(name); // throws for an unknown one
+    for (const std::string* const text : {&m_options.provider, &m_options.stateFile})
+        if (!isUtf8(*text)) // as a provider's options are
+            throw BadUse(quoted(displayed(*text)) + " is no name for a provider or a state: it is not UTF-8");
 }
 
 void ConsoleSession::setAnswerOptions(const AnswerOptions& options)

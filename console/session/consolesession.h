@@ -112,7 +112,7 @@ private:
     std::optional<host::ProviderChoice> m_choice;
     provider::InstrumentDescription m_instrument;       // once it is open
     std::unique_ptr<host::InstrumentSession> m_session; // null until then
-    std::atomic<std::chrono::milliseconds> m_ahead{};   // how far the instrument's clock is, of that on the wall
+    std::atomic<std::chrono::milliseconds> m_ahead;     // how far the instrument's clock is, of that on the wall
 };
 
 } // namespace tov::console

@@ -1,6 +1,7 @@
 #include "console/terminal/confirmation.h"
 
 #include "console/errors.h"
+#include "console/terminal/interruption.h"
 #include "console/terminal/terminal.h"
 #include "console/text/display.h"
 
@@ -14,7 +15,10 @@ void askWhetherTo(const std::string& act)
         throw BadUse("--yes is needed to " + act + " where nobody can be asked");
     std::cerr << displayed(act) << "? [y/N] " << std::flush;
     std::string answer;
-    std::getline(std::cin, answer);
+    if (Interruption::waitForInput())
+        std::getline(std::cin, answer);
+    else
+        std::cerr << "^C\n";
     std::cin.clear(); // the end of the input answers this question only
     if (answer != "y" && answer != "yes" && answer != "Y" && answer != "Yes")
         throw Failure("nothing was changed");

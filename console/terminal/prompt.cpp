@@ -45,7 +45,8 @@ char* nextCompletion(const char* begun, int state)
     if (index < fitting.size())
         return strdup(asOneWord(fitting[index]).c_str());
     char* const file = files ? filename_completion_function(begun, static_cast<int>(index - fitting.size())) : nullptr;
-    rl_completion_append_character = file != nullptr && QFileInfo(QFile::decodeName(file)).isDir() ? '/' : ' ';
+    if (file != nullptr && QFileInfo(QFile::decodeName(file)).isDir())
+        rl_completion_append_character = '/';
     return file;
 }
 
@@ -58,14 +59,14 @@ char** complete(const char* begun, int /*start*/, int /*end*/)
 // The next character of the terminal; EOF when there is none, or Ctrl-C comes instead.
 int nextCharacter(std::FILE* /*terminal*/)
 {
-    const auto nextByte = [] {
+    const auto nextByte = []() -> int {
         unsigned char byte = 0;
         return Interruption::waitForInput() && ::read(0, &byte, 1) == 1 ? byte : EOF;
     };
     const int first = nextByte();
     if (first < 0xC0)
         return first;
-    const int following = first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3; // in UTF-8
+    const int following = 1 + (first >= 0xE0 ? 1 : 0) + (first >= 0xF0 ? 1 : 0); // in UTF-8
     int character = first & (0x3F >> following);
     for (int i = 0; i < following; ++i)
         character = character << 6 | (nextByte() & 0x3F);
@@ -151,8 +152,11 @@ std::optional<std::string> Prompt::readLine()
         return std::string(line.get());
     }
 #endif
-    if (m_isTerminal)
+    if (m_isTerminal) {
         std::cout << m_prompt << std::flush;
+        if (!Interruption::waitForInput())
+            return {};
+    }
     std::string line;
     return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
 }

@@ -39,13 +39,12 @@ private:
     // How many letters behind the backslash are taken.
     std::size_t escape(std::string_view behind)
     {
-        if (!m_word)
-            m_word.emplace();
+        std::string& word = m_word ? *m_word : m_word.emplace();
         if (behind.empty() || (m_quote == '"' && !escapedInQuotes.contains(behind.front()))) {
-            *m_word += '\\';
+            word += '\\';
             return 0;
         }
-        *m_word += behind.front();
+        word += behind.front();
         return 1;
     }
 
@@ -82,8 +81,8 @@ std::vector<std::string> wordsOf(const std::string& line)
     Splitter split(line);
     if (split.unclosed() != 0)
         throw BadUse(std::string("the quote ") + split.unclosed() + " is not closed");
-    if (split.last())
-        split.words.push_back(*split.last());
+    if (const auto& last = split.last())
+        split.words.push_back(*last);
     return split.words;
 }
 

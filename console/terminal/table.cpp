@@ -91,6 +91,14 @@ void append(std::string& text, const std::vector<Cell>& row, const std::vector<s
     }
 }
 
+std::vector<std::size_t> firstNumbers(std::size_t count)
+{
+    std::vector<std::size_t> numbers;
+    while (numbers.size() < count)
+        numbers.push_back(numbers.size());
+    return numbers;
+}
+
 bool contains(const std::string& text, const std::string& sought)
 {
     return QString::fromStdString(text).contains(QString::fromStdString(sought), Qt::CaseInsensitive);
@@ -121,8 +129,7 @@ std::string Table::toText(const TableForm& form) const
         widths.push_back(width);
     }
     if (form.width > 0) {
-        std::vector<std::size_t> all(widths.size());
-        std::iota(all.begin(), all.end(), std::size_t{0});
+        const std::vector<std::size_t> all = firstNumbers(widths.size());
         std::vector<std::size_t> prose;
         std::ranges::copy_if(all, std::back_inserter(prose), [&](std::size_t column) {
             return std::ranges::any_of(table.m_rows, [&](const auto& row) { return row[column].text.contains(' '); });
@@ -159,10 +166,8 @@ Table Table::chosen(const TableForm& form) const
         const Column& column = named(m_columns, name, "column", [](const Column& each) { return each.heading; });
         wanted.push_back(static_cast<std::size_t>(&column - m_columns.data()));
     }
-    if (wanted.empty()) {
-        wanted.resize(m_columns.size());
-        std::iota(wanted.begin(), wanted.end(), std::size_t{0});
-    }
+    if (wanted.empty())
+        wanted = firstNumbers(m_columns.size());
 
     const auto inWanted = [&]<typename Element>(const std::vector<Element>& elements) {
         std::vector<Element> chosen;

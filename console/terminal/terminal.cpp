@@ -9,7 +9,11 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <clocale>
 #include <csignal>
+#include <string_view>
+
+#include <langinfo.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -67,6 +71,12 @@ void prepareTerminal()
     }
 #else
     std::signal(SIGPIPE, SIG_IGN);
+    // The line editor takes characters apart as the program's locale does, which begins as one without other letters
+    // than those of English.
+    // NOLINTBEGIN(concurrency-mt-unsafe): no thread has begun
+    if (std::setlocale(LC_CTYPE, "") == nullptr || std::string_view(nl_langinfo(CODESET)) != "UTF-8")
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    // NOLINTEND(concurrency-mt-unsafe)
 #endif
 }
 

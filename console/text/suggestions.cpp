@@ -62,13 +62,14 @@ std::string closest(const std::string& typed, const std::vector<std::string>& kn
 BadUse unknown(const std::string& what, const std::string& typed, const std::vector<std::string>& known,
                const std::string& where)
 {
-    const std::string begin = what + " " + quoted(typed) + where;
+    std::string choice;
     if (const std::string meant = closest(typed, known); !meant.empty())
-        return BadUse(begin + "; did you mean '" + meant + "'?");
-    std::string all;
-    for (const std::string& name : known)
-        all.append(all.empty() ? "; there are " : ", ").append(name);
-    return BadUse(begin + all);
+        choice = "; did you mean '" + meant + "'?";
+    else
+        for (const std::string& name : known)
+            choice.append(choice.empty() ? "; there are " : ", ").append(name);
+    BadUse error(what + " " + quoted(typed) + where + choice);
+    return error;
 }
 
 } // namespace tov::console

@@ -32,9 +32,10 @@ bool TakenNumbers::contain(double number) const
 
 std::string TakenNumbers::inColumn() const
 {
+    const char* const between = m_isRange ? ".." : " ";
     std::string column;
     for (const double number : m_numbers)
-        column.append(column.empty() ? "" : (m_isRange ? ".." : " ")).append(toText(number));
+        column.append(column.empty() ? "" : between).append(toText(number));
     return column.empty() ? "none" : column;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <type_traits>
@@ -93,7 +94,8 @@ std::optional<QJsonValue> parseNumberOf(const std::string& text)
 {
     if constexpr (std::is_floating_point_v<Number>) {
         const auto number = parseReal<Number>(text);
-        return number ? std::optional<QJsonValue>(static_cast<double>(*number)) : std::nullopt;
+        return number && std::isfinite(*number) ? std::optional<QJsonValue>(static_cast<double>(*number))
+                                                : std::nullopt;
     } else {
         const auto number = parseNumber<Number>(text);
         return number ? std::optional<QJsonValue>(static_cast<double>(*number)) : std::nullopt;
@@ -108,7 +110,9 @@ std::optional<QJsonValue> parseRange(const std::string& text)
         return {};
     const auto first = parseReal<double>(std::string_view(text).substr(0, dots));
     const auto second = parseReal<double>(std::string_view(text).substr(dots + 2));
-    return first && second ? std::optional<QJsonValue>(QJsonArray{*first, *second}) : std::nullopt;
+    return first && second && std::isfinite(*first) && std::isfinite(*second)
+               ? std::optional<QJsonValue>(QJsonArray{*first, *second})
+               : std::nullopt;
 }
 
 template <typename Number>

@@ -96,9 +96,10 @@ TEST_F(LocalFiles, HaveNamesOfAnyBytes)
                             "$console files put $'\\377 1' one && $console files put $'\\376 1' two\n"
                             "$console files get one $'\\375' && cmp contents $'\\375'\n"
                             "$console files put $'\\377 1'; echo $?; $console files get $'\\377' -; echo $?\n"
+                            "$console --state $'\\376' serial get; echo $?\n"
                             "rm $'\\377 1' $'\\376 1' $'\\375'") // which Qt cannot name
                         .arg(folder.path(), SERVICE_CONSOLE));
-    EXPECT_EQ(run.output, "one: 1 bytes written\ntwo: 1 bytes written\none: 1 bytes read\n2\n2\n");
+    EXPECT_EQ(run.output, "one: 1 bytes written\ntwo: 1 bytes written\none: 1 bytes read\n2\n2\n2\n");
     EXPECT_THAT(run.errors, HasSubstr("'\\xFF 1' is no name on the instrument: it is not UTF-8"));
 }
 

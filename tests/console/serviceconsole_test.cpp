@@ -174,7 +174,7 @@ TEST(ServiceConsole, FailsWhenTheInstrumentDoesNotDoIt)
     expectError({"tune", "set", "wn0807-power", "attenuation-db", "10.3"}, 1,
                 "did not take 10.3 for attenuation-db but 10.25; it holds 0 as before");
     expectError({"tune", "set", "wn0807-power", "attenuation-db", "-1e9"}, 1, "did not take -1000000000");
-    expectError({"tune", "set", "wn0807-power", "attenuation-db", "-inf", "--color", "never"}, 1, "did not take -inf");
+    expectError({"tune", "set", "wn0807-power", "attenuation-db", "-inf", "--color", "never"}, 2, "'-inf' is no value");
     expectError({"--missing", "lo-leakage", "tune", "set", "lo-leakage", "lo-leakage", "on"}, 1,
                 "has no lo-leakage control");
     expectError({"--missing", "yq-synthesis", "tune", "get", "yq-synthesis", "manual-if"}, 1,

@@ -128,6 +128,17 @@ TEST(Shell, PrintsNotificationsWhileSettingsChange)
     EXPECT_EQ(withoutTimes(shell("notify on\nwait 10\n").output, 1), "temperature changed\n");
 }
 
+TEST(Shell, GivesItsHelpInJsonAndKeepsItsInputToItself)
+{
+    const Outcome run = shell("help\nserial --help\nfiles put - x\nfiles ls\n", {"--json"});
+    const QList<QByteArray> lines = QByteArray::fromStdString(run.output).trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 3) << run.output;
+    for (const int line : {0, 1})
+        EXPECT_THAT(QJsonDocument::fromJson(lines[line])["text"].toString().toStdString(), HasSubstr("Usage: "));
+    EXPECT_EQ(lines[2], R"({"command":4,"files":[]})");
+    EXPECT_THAT(run.errors, HasSubstr("- is what the shell itself reads and writes"));
+}
+
 TEST(Shell, TakesControlsAwayAndOffersThem)
 {
     const Outcome run = shell("serial get\nrelease\nserial get\noffer\nserial set 9 --yes\nserial get\n");

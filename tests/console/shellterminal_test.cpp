@@ -120,6 +120,17 @@ TEST_F(ShellOnATerminal, GoesOnAfterCtrlC)
     EXPECT_EQ(end(), 0);
 }
 
+TEST_F(ShellOnATerminal, TakesLettersOfAnyScriptAndGivesUpAQuestion)
+{
+    begin();
+    EXPECT_THAT(answerTo("files get Größe-周 x"), HasSubstr("'Größe-周'"));
+    type("memory erase\n");
+    waitFor("[y/N] ");
+    type("\x03");
+    EXPECT_THAT(waitFor(prompt), HasSubstr("nothing was changed"));
+    EXPECT_EQ(end(), 0);
+}
+
 TEST_F(ShellOnATerminal, EndsWellHoweverItsCommandsDid)
 {
     begin();

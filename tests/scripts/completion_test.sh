@@ -50,6 +50,9 @@ for shell in bash zsh fish; do
     expect $shell "note.txt" --state kept files rm ""
     expect $shell "correction-1 correction-10" corrections enable correction-1
 done
+service-console --state kept files put note.txt "a * b" >>kept.log
+expect bash 'a\ \*\ b' --state kept files rm 'a\ '
+expect bash 'a * b' --state kept files rm '"a'
 expect bash "" files put ""
 expect zsh "files:" files put ""
 expect fish "note.txt" files put no
