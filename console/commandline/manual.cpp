@@ -65,9 +65,11 @@ std::string described(const Command::Parameter& parameter)
 {
     const bool isVersion = std::holds_alternative<Command::Version>(parameter.target);
     const std::string help = isVersion ? "Show the version" : parameter.help;
-    const std::string value = parameter.type.empty() ? "" : (parameter.isOption() ? " " : "") + italic(parameter.type);
-    const std::string argument = value.empty() ? italic(parameter.name) : value;
-    return tagged(parameter.isOption() ? bold(parameter.name) + value : argument, sentence(help));
+    std::string heading = parameter.isOption() ? bold(parameter.name) : "";
+    if (parameter.isOption() && !parameter.type.empty())
+        heading.append(" ");
+    heading.append(italic(parameter.isOption() || !parameter.type.empty() ? parameter.type : parameter.name));
+    return tagged(heading, sentence(help));
 }
 
 std::string optionsOf(const Command& command)
@@ -95,7 +97,10 @@ std::string argumentsOf(const Command& command)
 std::string synopsisOf(const Command& command)
 {
     const std::string line = command.synopsis();
-    return bold(command.name()) + (line == command.name() ? "" : " " + italic(line.substr(command.name().size() + 1)));
+    std::string shown = bold(command.name());
+    if (line != command.name())
+        shown.append(" ").append(italic(line.substr(command.name().size() + 1)));
+    return shown;
 }
 
 std::string pageOf(const Command& command)

@@ -14,9 +14,7 @@ namespace {
 qsizetype distance(const QString& one, const QString& other)
 {
     const auto rowOf = [&](qsizetype first) {
-        std::vector<qsizetype> row(static_cast<std::size_t>(other.size()) + 1);
-        row[0] = first;
-        return row;
+        return std::vector<qsizetype>(static_cast<std::size_t>(other.size()) + 1, first);
     };
     std::vector<qsizetype> beforeLast = rowOf(0);
     std::vector<qsizetype> last = rowOf(0);
