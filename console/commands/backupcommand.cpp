@@ -20,29 +20,19 @@ struct Arguments
     bool dryRun = false;
 };
 
-constexpr auto notGivenBack =
-    "Not in a backup, because no instrument gives it back: potentiometers in RAM, the values of "
-    "system error terms,\ncalibration data, and tables that were loaded into modules.\n";
-
-// What could not be read of a part, though its control is there.
-std::string unread(const QJsonValue& part)
-{
-    if (const std::string error = errorOf(part); !error.empty())
-        return error == "missing" ? "" : error;
-    const QJsonArray rows = part.toArray();
-    for (const auto& row : rows)
-        if (const std::string error = errorOf(row); !error.empty() && error != "missing")
-            return error;
-    return {};
-}
+constexpr auto notGivenBack = "Not in a backup, because no instrument gives it back: potentiometers in RAM,\n"
+                              "the values of system error terms, calibration data, and tables that were loaded\n"
+                              "into modules.\n";
 
 void backup(ConsoleSession& console, const LocalTarget& target)
 {
     requireWritable(target);
     const QJsonObject document = readInstrument(console, DocumentKind::Backup);
+    Output& output = console.output();
+    Table table({"part", "entries", "restored"});
+    output.shown(table); // so that columns that there are not are refused before anything is written
     writeLocalFile(target, QJsonDocument(document).toJson());
 
-    Table table({"part", "entries", "restored"});
     std::string incomplete;
     for (const Part& part : parts()) {
         const QJsonValue saved = partOf(document, part);
@@ -53,11 +43,11 @@ void backup(ConsoleSession& console, const LocalTarget& target)
             incomplete.append(incomplete.empty() ? "" : ", ").append(part.name + " (" + unread(saved) + ")");
     }
     if (!target.isStandardOutput())
-        console.output().answer(table.toText() + notGivenBack,
-                                {{"file", QString::fromStdString(target.path)}, {"parts", table.toJson()}});
+        output.answer(output.shown(table) + notGivenBack,
+                      {{"file", QString::fromStdString(target.path)}, {"parts", output.rows(table)}});
     if (incomplete.empty())
         return;
-    console.output().print();
+    output.print();
     throw Failure(target.path + " is written, but lacks what could not be read: " + incomplete);
 }
 
@@ -141,37 +131,42 @@ private:
 };
 
 // The changes and what became, or would become, of each.
-void answer(ConsoleSession& console, const std::vector<TriedChange>& changes, const std::string& made,
-            const std::string& notMade, const std::string& left)
+Table tableOf(const std::vector<TriedChange>& changes, const std::string& made, const std::string& notMade)
 {
     Table table({"part", "item", "was", "becomes", "outcome"});
     for (const auto& [change, error] : changes)
         table.addRow({change.part, change.item.empty() ? "-" : change.item, change.was, change.becomes,
                       error.empty() ? made : notMade + ": " + error});
-    console.output().answer((changes.empty() ? "nothing to change\n" : table.toText()) + left,
-                            {{"changes", table.toJson()}});
+    return table;
+}
+
+void answer(Output& output, const Table& table, bool isEmpty, const std::string& left)
+{
+    output.answer((isEmpty ? "nothing to change\n" : output.shown(table)) + left, {{"changes", output.rows(table)}});
 }
 
 void restore(ConsoleSession& console, const Arguments& arguments)
 {
+    Output& output = console.output();
+    output.shown(tableOf({}, {}, {})); // so that columns that there are not are refused before anything is changed
     Restoration restoration(console, arguments);
     if (arguments.dryRun || restoration.planned().empty()) {
         std::vector<TriedChange> changes;
         for (const Change& change : restoration.planned())
             changes.push_back({change, change.refusal});
-        answer(console, changes, "would be written", "cannot be written", restoration.left());
+        answer(output, tableOf(changes, "would be written", "cannot be written"), changes.empty(), restoration.left());
         return;
     }
     console.confirm("make " + std::to_string(restoration.planned().size()) + " changes, which '--dry-run' shows");
     const auto changes = restoration.run();
-    answer(console, changes, "written", "failed", restoration.left());
+    answer(output, tableOf(changes, "written", "failed"), changes.empty(), restoration.left());
     const auto failed = std::ranges::count_if(changes, [](const TriedChange& tried) { return !tried.error.empty(); });
     if (failed == 0)
         return;
-    console.output().print();
-    throw Failure(std::to_string(failed) + " of " + std::to_string(changes.size())
-                  + " changes failed, the others are made (but a state file keeps them only in the shell); "
-                    "restore can be repeated");
+    console.keep(); // what was made stays, as the answer says
+    output.print();
+    throw Failure(std::to_string(failed) + " of " + std::to_string(changes.size()) + " changes failed"
+                  + (failed < std::ssize(changes) ? ", the others are made" : "") + "; restore can be repeated");
 }
 
 } // namespace

@@ -17,7 +17,12 @@ constexpr auto instrumentItself = "instrument";
 
 QJsonObject documentOf(ConsoleSession& console, const std::string& name)
 {
-    return name == instrumentItself ? readInstrument(console, DocumentKind::Report) : readDocument(name);
+    const QJsonObject document =
+        name == instrumentItself ? readInstrument(console, DocumentKind::Report) : readDocument(name);
+    for (const Part& part : parts())
+        if (const std::string error = unread(partOf(document, part)); !part.compared.empty() && !error.empty())
+            throw Failure(name + ", " + part.name + " cannot be compared: " + error);
+    return document;
 }
 
 ExitStatus diff(ConsoleSession& console, const Arguments& arguments)

@@ -1,6 +1,7 @@
 #include "console/commands/commands.h"
 
 #include "console/files/localfile.h"
+#include "console/terminal/terminal.h"
 #include "console/whole/document.h"
 
 namespace tov::console {
@@ -13,7 +14,10 @@ void report(ConsoleSession& console, const LocalTarget& page)
     const QJsonObject document = readInstrument(console, DocumentKind::Report);
     if (!page.path.empty())
         writeLocalFile(page, documentPage(document));
-    console.output().answer(page.path.empty() ? documentText(document) : page.path + ": written\n", document);
+    if (page.isStandardOutput())
+        return;
+    console.output().answer(page.path.empty() ? documentText(document, terminalWidth()) : page.path + ": written\n",
+                            document);
 }
 
 } // namespace

@@ -15,6 +15,11 @@ std::string toText(double number)
     return QString::number(number, isHandy ? 'f' : 'g', QLocale::FloatingPointShortest).toStdString();
 }
 
+double asMeasured(double reading)
+{
+    return QString::number(reading, 'g', 7).toDouble();
+}
+
 std::string toText(const QJsonValue& value)
 {
     if (value.isBool())

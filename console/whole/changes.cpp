@@ -1,5 +1,7 @@
 #include "console/whole/changes.h"
 
+#include <QJsonDocument>
+
 #include <algorithm>
 #include <map>
 
@@ -20,6 +22,21 @@ QJsonObject rowWithKeysOf(const Part& part, const QJsonArray& rows, const QJsonO
             return row;
     }
     return {};
+}
+
+// Of two rows for the same place only one could be restored.
+void requireDifferentKeys(const Part& part, const QJsonArray& rows, const std::string& place)
+{
+    std::map<std::string, qsizetype> first;
+    for (qsizetype i = 0; i < rows.size() && !part.keys.empty(); ++i) {
+        QJsonArray keys; // as JSON, where no two become the same text
+        for (const std::string& key : part.keys)
+            keys.append(at(rows[i].toObject(), key));
+        const std::string item = QJsonDocument(keys).toJson().toStdString();
+        if (const auto [found, isNew] = first.try_emplace(item, i); !isNew)
+            throw Failure(place + "[" + std::to_string(i) + "]: expected another row than ["
+                          + std::to_string(found->second) + "], which has the same keys");
+    }
 }
 
 bool areRestored(const Part& part, const QJsonObject& now, const QJsonObject& saved)
@@ -76,6 +93,7 @@ std::vector<Change> changesTo(host::InstrumentSession& session, const Part& part
                               const std::string& place)
 {
     const QJsonArray savedRows = saved.toArray();
+    requireDifferentKeys(part, savedRows, place);
     const QJsonValue read = readPart(session, part);
     const QJsonArray rows = read.toArray();
 

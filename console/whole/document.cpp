@@ -7,8 +7,11 @@
 
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QString>
+#include <QStringList>
 
 #include <algorithm>
+#include <array>
 
 namespace tov::console {
 
@@ -25,20 +28,33 @@ constexpr auto backupFormat = "service-console backup"_L1;
     throw Failure(path + ", " + where + ": " + what);
 }
 
+constexpr std::array keysOfDocument{
+    "format"_L1,           "version"_L1,    "time"_L1,          "program"_L1, "library"_L1, "qt"_L1, "provider"_L1,
+    "provider-version"_L1, "instrument"_L1, "instrument-id"_L1, "parts"_L1,   "command"_L1}; // of a shell
+
 void requirePart(const std::string& path, const QString& name, const QJsonValue& value)
 {
     const std::string place = "parts." + name.toStdString();
     const auto known = [&](const Part& part) { return part.name == name.toStdString(); };
-    if (!std::ranges::any_of(parts(), known))
+    const auto part = std::ranges::find_if(parts(), known);
+    if (part == parts().end())
         fail(path, place, "expected another name, which is one of the format");
     if (value.isObject() && !errorOf(value).empty())
         return;
     if (!value.isArray())
         fail(path, place, "expected a list");
+    std::vector<std::string> columns = columnsOf(*part);
+    columns.emplace_back("error");
     const QJsonArray rows = value.toArray();
-    for (qsizetype i = 0; i < rows.size(); ++i)
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const std::string row = place + "[" + std::to_string(i) + "]";
         if (!rows[i].isObject())
-            fail(path, place + "[" + std::to_string(i) + "]", "expected an object");
+            fail(path, row, "expected an object");
+        const QStringList keys = rows[i].toObject().keys();
+        for (const QString& key : keys)
+            if (std::ranges::find(columns, key.toStdString()) == columns.end())
+                fail(path, row + "." + key.toStdString(), "expected another name, which is one of the format");
+    }
 }
 
 } // namespace
@@ -86,6 +102,10 @@ QJsonObject readDocument(const std::string& path)
         fail(path, "version", "a newer service-console wrote this");
     if (version != formatVersion)
         fail(path, "version", "expected " + std::to_string(formatVersion));
+    const QStringList keys = object.keys();
+    for (const QString& key : keys)
+        if (std::ranges::find(keysOfDocument, key) == keysOfDocument.end())
+            fail(path, key.toStdString(), "expected another name, which is one of the format");
     if (!object["parts"_L1].isObject())
         fail(path, "parts", "expected an object");
     const QJsonObject read = object["parts"_L1].toObject();
@@ -133,8 +153,9 @@ std::vector<std::string> cellsOf(const Part& part, const QJsonObject& row)
     return cells;
 }
 
-std::string documentText(const QJsonObject& document)
+std::string documentText(const QJsonObject& document, std::size_t width)
 {
+    const TableForm form{.columns = {}, .filter = {}, .width = width};
     std::string text;
     for (const auto& [name, value] : headerOf(document))
         text += name + std::string(17 - name.size(), ' ') + value + "\n";
@@ -153,7 +174,7 @@ std::string documentText(const QJsonObject& document)
             const auto cells = cellsOf(part, row.toObject());
             table.addRow({cells.begin(), cells.end()});
         }
-        text += "\n" + (value.toArray().isEmpty() ? "none\n" : table.toText());
+        text += "\n" + (value.toArray().isEmpty() ? "none\n" : table.toText(form));
     }
     return text;
 }

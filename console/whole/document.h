@@ -5,6 +5,7 @@
 
 #include <QJsonObject>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,8 +38,8 @@ std::vector<std::pair<std::string, std::string>> headerOf(const QJsonObject& doc
 std::vector<std::string> columnsOf(const Part& part);
 std::vector<std::string> cellsOf(const Part& part, const QJsonObject& row);
 
-/// The document for people.
-std::string documentText(const QJsonObject& document);
+/// The document for people, on a terminal of so many columns; 0: no limit.
+std::string documentText(const QJsonObject& document, std::size_t width);
 
 /// The same as a page of HTML that needs no other file.
 QByteArray documentPage(const QJsonObject& document);

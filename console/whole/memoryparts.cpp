@@ -52,8 +52,14 @@ Part memory()
             },
         .restored = {"contents"},
         .restore =
-            [](const SavedRow& saved, const QJsonObject& /*now*/) {
+            [](const SavedRow& saved, const QJsonObject& now) {
                 const QByteArray bytes = saved.contents("contents");
+                // Writing begins with erasing all of it, also what lies behind these bytes.
+                if (const QJsonValue size = now["contents"_L1]["bytes"_L1];
+                    size.isDouble() && size.toInteger() != bytes.size())
+                    return Restoring{.act = nullptr,
+                                     .refusal = "another size: " + std::to_string(size.toInteger()) + " instead of "
+                                                + std::to_string(bytes.size()) + " bytes"};
                 return Restoring{.act =
                                      [bytes](InstrumentSession& session) {
                                          std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));

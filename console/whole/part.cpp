@@ -61,6 +61,17 @@ std::string errorOf(const QJsonValue& value)
     return value["error"_L1].toString().toStdString();
 }
 
+std::string unread(const QJsonValue& part)
+{
+    if (const std::string error = errorOf(part); !error.empty())
+        return error == missingControl ? "" : error;
+    const QJsonArray rows = part.toArray();
+    for (const auto& row : rows)
+        if (const std::string error = errorOf(row); !error.empty() && error != missingControl)
+            return error;
+    return {};
+}
+
 std::string itemOf(const Part& part, const QJsonObject& row)
 {
     std::string item;

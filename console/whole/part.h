@@ -59,8 +59,14 @@ const Part& restorablePartNamed(const std::string& name);
 /// Its rows, or an object that has an "error" only. A value that JSON cannot hold is null.
 QJsonValue readPart(host::InstrumentSession& session, const Part& part);
 
+/// What went wrong with a part or a row whose control the instrument lacks.
+inline constexpr auto missingControl = "missing";
+
 /// What went wrong with a part or a row; empty when nothing did.
 std::string errorOf(const QJsonValue& value);
+
+/// What could not be read of a part, or of one of its rows, though the control is there; otherwise empty.
+std::string unread(const QJsonValue& part);
 
 /// The keys of a row in one text, such as "ulk-power/rf-power"; empty without any.
 std::string itemOf(const Part& part, const QJsonObject& row);
@@ -79,7 +85,7 @@ template <typename Exposed>
 std::shared_ptr<Exposed> present(host::InstrumentSession& session, const host::Control<Exposed>& kind)
 {
     if (!session.isPresent(kind))
-        throw Failure("missing");
+        throw Failure(missingControl);
     return requireFrom(session, kind);
 }
 

@@ -36,7 +36,7 @@ QJsonArray readSettings(InstrumentSession& session, bool writable)
     QJsonArray rows;
     for (const TuneModule& module : tuneModules()) {
         if (!session.isPresent(*module.control))
-            rows.append(rowOf(module, {{"error"_L1, "missing"_L1}}));
+            rows.append(rowOf(module, {{"error"_L1, QLatin1StringView(missingControl)}}));
         else
             for (const TuneSetting& setting : module.settings)
                 if ((setting.write != nullptr) == writable)
@@ -77,7 +77,7 @@ Restoring restoreSetting(const SavedRow& saved, const QJsonObject& now)
     if (!asked)
         saved.fail("value", setting.type);
     if (now.isEmpty())
-        return {.act = nullptr, .refusal = "missing"};
+        return {.act = nullptr, .refusal = missingControl};
     return {.act = [&setting, asked](InstrumentSession& session) { setting.write(session, *asked); }, .refusal = {}};
 }
 

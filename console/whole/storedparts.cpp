@@ -104,28 +104,23 @@ Part corrections()
             }};
 }
 
-// Without the digits that only the way of keeping it has.
-double reading(double temperature)
-{
-    return QString::number(temperature, 'g', 7).toDouble();
-}
-
 Part temperatures()
 {
-    return {
-        .name = "temperatures",
-        .title = "Temperatures in °C",
-        .keys = {"module"},
-        .compared = {},
-        .told = {"temperature"},
-        .read = [](InstrumentSession& session) {
-            const auto control = present(session, host::controls::temperature);
-            QJsonArray rows;
-            for (const auto& module : control->modulesTemperature())
-                rows.append(QJsonObject{{"module"_L1, module.name}, {"temperature"_L1, reading(module.temperature)}});
-            rows.append(QJsonObject{{"module"_L1, "overall"_L1}, {"temperature"_L1, reading(control->temperature())}});
-            return rows;
-        }};
+    return {.name = "temperatures",
+            .title = "Temperatures in °C",
+            .keys = {"module"},
+            .compared = {},
+            .told = {"temperature"},
+            .read = [](InstrumentSession& session) {
+                const auto control = present(session, host::controls::temperature);
+                QJsonArray rows;
+                for (const auto& module : control->modulesTemperature())
+                    rows.append(
+                        QJsonObject{{"module"_L1, module.name}, {"temperature"_L1, asMeasured(module.temperature)}});
+                rows.append(
+                    QJsonObject{{"module"_L1, "overall"_L1}, {"temperature"_L1, asMeasured(control->temperature())}});
+                return rows;
+            }};
 }
 
 } // namespace

@@ -138,11 +138,24 @@ TEST_F(Backup, GoesOnAfterAFailureAndCanBeRepeated)
     EXPECT_THAT(failed.output,
                 HasSubstr("potentiometers  3/Reference tune    512     500      failed: cannot be written\n"));
     EXPECT_THAT(failed.output, HasSubstr("settings        ulk-power/rf-power  32      7        written\n"));
-    EXPECT_THAT(failed.errors, StartsWith("service-console: 1 of 3 changes failed"));
-    EXPECT_EQ(console({"--state", fresh, "tune", "get", "ulk-power", "rf-power"}).output, "32\n")
-        << "as a command that fails leaves it";
+    EXPECT_EQ(failed.errors, "service-console: 1 of 3 changes failed, the others are made; restore can be repeated\n");
+    EXPECT_EQ(console({"--state", fresh, "tune", "get", "ulk-power", "rf-power"}).output, "7\n");
     EXPECT_EQ(restore().status, 0);
     EXPECT_EQ(console({"--state", fresh, "diff", "instrument", backup}).status, 0);
+}
+
+TEST_F(Backup, LeavesAMemoryOfAnotherSizeAlone)
+{
+    changeSome();
+    for (const QStringList& options : {QStringList{"--dry-run"}, QStringList()}) {
+        const Outcome run = console(QStringList{"--provider", "simulated:memory-size=131072,state=" + fresh, "restore",
+                                                "--yes", "--only", "memory", backup}
+                                    + options);
+        EXPECT_EQ(run.status, options.isEmpty() ? 1 : 0);
+        EXPECT_THAT(run.output, HasSubstr(": another size: 131072 instead of 65536 bytes\n"));
+        EXPECT_THAT(run.errors, options.isEmpty() ? "service-console: 1 of 1 changes failed; restore can be repeated\n"
+                                                  : std::string());
+    }
 }
 
 TEST_F(Backup, SaysWhatTheInstrumentCannotTake)
@@ -200,6 +213,11 @@ TEST_F(Backup, IsRefusedWithItsPlaceBeforeAnythingIsChanged)
     refuses(write("name", head + R"({"colour": []}})"), "parts.colour: expected another name");
     refuses(write("number", head + R"({"files": 1}})"), "parts.files: expected a list");
     refuses(write("row", head + R"({"files": [1]}})"), "parts.files[0]: expected an object");
+    refuses(write("column", head + R"({"files": [{"nme": "x"}]}})"), "parts.files[0].nme: expected another name");
+    refuses(write("top", R"({"format": "service-console backup", "version": 1, "partz": {}})"),
+            "partz: expected another name");
+    refuses(write("twice", head + R"({"files": [{"name": "x"}, {"name": "y"}, {"name": "x"}]}})"),
+            "parts.files[2]: expected another row than [0]");
     refuses(write("report", console({"--json", "report"}).output.c_str()), "format: a report cannot be restored");
 
     const auto refusesRow = [&](const QString& part, const std::function<void(QJsonObject&)>& alter,
@@ -230,6 +248,18 @@ TEST_F(Backup, IsRefusedWithItsPlaceBeforeAnythingIsChanged)
     EXPECT_FALSE(QFile::exists(fresh));
 }
 
+TEST_F(Backup, IsShownInTheColumnsThatAreWanted)
+{
+    changeSome();
+    expectError({"--columns", "nonsense", "--state", fresh, "restore", "--yes", backup}, 2, "unknown column");
+    EXPECT_FALSE(QFile::exists(fresh)) << "nothing was changed";
+    EXPECT_EQ(restore({"--dry-run", "--columns", "item", "--filter", "tune", "--only", "potentiometers"})
+                  .output.substr(0, 22),
+              "item\n3/Reference tune\n");
+    EXPECT_EQ(console({"--columns", "path", "diff", backup, "instrument"}).output.substr(0, 19),
+              "path\nserial-number\n");
+}
+
 TEST_F(Backup, IsComparedWithReportsAndInstruments)
 {
     changeSome();
@@ -246,6 +276,11 @@ TEST_F(Backup, IsComparedWithReportsAndInstruments)
 
     expectError({"diff", backup, folder.filePath("nothing")}, 2, "cannot be read");
     expectError({"diff", backup, write("foreign", "{}")}, 2, "format: this is no report and no backup");
+    expectError({"--provider", "simulated:fault=memory-operations.read=error", "diff", "instrument", "instrument"}, 2,
+                "instrument, memory cannot be compared: cannot be read");
+    expectError({"--provider", "simulated:fault=potentiometers.readFromEeprom=error", "diff", backup, "instrument"}, 2,
+                "instrument, potentiometers cannot be compared: cannot be read");
+    EXPECT_EQ(console({"--missing", "serial-number", "diff", "instrument", "instrument"}).status, 0);
     expectError({"diff", backup}, 2, "required");
     expectError({"--state", folder.filePath("no/such/folder"), "diff", backup, "instrument"}, 2, "folder");
 }

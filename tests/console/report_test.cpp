@@ -11,6 +11,7 @@ namespace tov::testing {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -81,6 +82,7 @@ TEST_F(ServiceConsoleReport, IsAPageOfItsOwnWithEverythingEscaped)
               + "report --html \"" + page.toUtf8() + "\"\n");
     EXPECT_EQ(run.status, 0) << run.errors;
     const QByteArray html = read(page);
+    EXPECT_THAT(console({"report", "--html", "-"}).output, EndsWith("</html>\n")) << "nothing comes behind the page";
     EXPECT_THAT(html.toStdString(), StartsWith("<!DOCTYPE html>"));
     for (const char* part : {"@media print", "<thead>", "color-scheme: light dark"})
         EXPECT_THAT(html.toStdString(), HasSubstr(part));
