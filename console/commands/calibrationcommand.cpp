@@ -8,8 +8,11 @@
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 
 #include <algorithm>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 namespace tov::console {
 
@@ -37,22 +40,22 @@ const host::Control<SdkCalibrationControlHandle>& controllerNamed(const std::str
 class Display
 {
 public:
-    Display(ConsoleSession& console, std::string_view controller, CsvLog* log)
+    Display(ConsoleSession& console, std::string_view controller, std::shared_ptr<CsvLog> log)
         : m_controller(controller)
         , m_showsBar(console.output().isText() && standardOutputIsTerminal() && standardErrorIsTerminal())
-        , m_lines(console, log)
+        , m_lines(console, std::move(log))
     {
     }
 
-    void follow(SdkCalibrationControlHandle& handle)
+    /// Slots have a share of the display, so that it lives as long as one runs.
+    static void follow(const SdkCalibrationControlWatcher& watcher, const std::shared_ptr<Display>& display)
     {
-        const SdkCalibrationControlWatcher& watcher = m_watcher.emplace(handle);
         QObject::connect(&watcher, &SdkCalibrationControlWatcher::unitStatusChanged,
-                         [this] { showLine("unit-status-changed"); });
+                         [display] { display->showLine("unit-status-changed"); });
         QObject::connect(&watcher, &SdkCalibrationControlWatcher::configurationChanged,
-                         [this] { showLine("configuration-changed"); });
+                         [display] { display->showLine("configuration-changed"); });
         QObject::connect(&watcher, &SdkCalibrationControlWatcher::saveProgressChanged,
-                         [this](int percent) { showProgress(percent); });
+                         [display](int percent) { display->showProgress(percent); });
     }
 
 private:
@@ -82,7 +85,6 @@ private:
     std::mutex m_mutex; // guards the two below
     NotificationLines m_lines;
     std::optional<Progress> m_bar;
-    std::optional<SdkCalibrationControlWatcher> m_watcher; // last, so that it is detached before the rest goes
 };
 
 void watchController(ConsoleSession& console, const Arguments& arguments)
@@ -90,17 +92,18 @@ void watchController(ConsoleSession& console, const Arguments& arguments)
     const auto& kind = controllerNamed(arguments.controller);
     const auto handle = console.require(kind);
     const Watch watch(console, arguments);
-    std::optional<CsvLog> log;
+    std::shared_ptr<CsvLog> log;
     if (!arguments.csv.path.empty())
-        log.emplace(arguments.csv, NotificationLines::headings);
+        log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
     const auto requireWritten = [&] {
         if (log)
             log->requireWritten();
     };
-    Display display(console, kind.name, log ? &*log : nullptr);
-    display.follow(*handle);
+    const SdkCalibrationControlWatcher watcher(*handle);
+    Display::follow(watcher, std::make_shared<Display>(console, kind.name, log));
     watch.run([&] { console.notify(kind); }, requireWritten);
     requireWritten();
+    requireStillThere(console, kind);
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <optional>
+#include <memory>
 
 namespace tov::console {
 
@@ -43,17 +43,22 @@ void monitor(ConsoleSession& console, const Arguments& arguments)
     std::vector<const host::ControlName*> expected;
     std::ranges::transform(arguments.expected, std::back_inserter(expected),
                            [](const std::string& name) { return &controlNamed(name); });
-    std::optional<CsvLog> log;
+    std::shared_ptr<CsvLog> log;
     const Watch watch(console, arguments);
     if (!arguments.csv.path.empty())
-        log.emplace(arguments.csv, NotificationLines::headings);
+        log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
     const auto requireWritten = [&] {
         if (log)
             log->requireWritten();
     };
-    const Notifications notifications(console, log ? &*log : nullptr);
+    const Notifications notifications(console, log);
+    std::vector<host::ControlName> followed;
+    std::ranges::copy_if(host::controls::all, std::back_inserter(followed),
+                         [&](const host::ControlName& control) { return console.session().isPresent(control); });
     watch.run([&] { exercise(console); }, requireWritten);
     requireWritten();
+    for (const host::ControlName& control : followed) // they may have gone and come again
+        requireStillThere(console, control);
 
     std::string silent;
     for (const host::ControlName* control : expected)

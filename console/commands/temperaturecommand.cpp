@@ -3,7 +3,9 @@
 #include "console/files/csvlog.h"
 #include "console/notifications/watching.h"
 #include "console/terminal/terminal.h"
+#include "console/text/display.h"
 #include "console/text/number.h"
+#include "console/text/values.h"
 
 #include <QJsonDocument>
 
@@ -11,9 +13,16 @@
 #include <array>
 #include <chrono>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tov::console {
 
@@ -41,13 +50,10 @@ struct Reading
 
 Reading readingOf(const SdkTemperatureControl& control)
 {
-    return {control.temperature(), control.modulesTemperature()};
-}
-
-// For those who reckon with it.
-std::string exactly(double temperature)
-{
-    return QString::number(temperature, 'g', 7).toStdString();
+    Reading reading{asMeasured(control.temperature()), control.modulesTemperature()};
+    for (auto& module : reading.modules)
+        module.temperature = asMeasured(module.temperature);
+    return reading;
 }
 
 QJsonObject toJson(const Reading& reading)
@@ -76,14 +82,27 @@ public:
     {
         auto& readings = m_readings[name];
         readings.push_back(temperature);
-        if (readings.size() > width)
+        if (readings.size() > longest)
             readings.erase(readings.begin());
     }
 
-    std::string graph(const std::string& name) const
+    // How many columns there are for it on a terminal of `width`, behind these names and temperatures.
+    std::size_t room(std::size_t width) const
+    {
+        std::size_t taken = 0;
+        for (const auto& [name, readings] : m_readings)
+            taken = std::max(taken, displayWidth(displayed(name)));
+        taken += std::string_view("  temperature  ").size();
+        return width == 0 ? longest : std::clamp<std::size_t>(width - std::min(width, taken), 1, longest);
+    }
+
+    /// The last `columns` of them.
+    std::string graph(const std::string& name, std::size_t columns) const
     {
         static constexpr std::array bars = {"▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
-        const auto& readings = m_readings.at(name);
+        const auto& all = m_readings.at(name);
+        const std::vector<double> readings(all.end() - std::min(std::ssize(all), static_cast<std::ptrdiff_t>(columns)),
+                                           all.end());
         const auto [least, most] = std::ranges::minmax(readings);
         const double span = std::max(most - least, 1.0); // below one degree it is noise
         std::string graph;
@@ -93,7 +112,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t width = 40;
+    static constexpr std::size_t longest = 40;
 
     std::map<std::string, std::vector<double>> m_readings;
 };
@@ -135,26 +154,29 @@ private:
 
     void redraw(const std::string& time, const Reading& reading)
     {
-        Table table({"module", "temperature", "history"});
-        const auto addRow = [&](const std::string& name, double temperature) {
-            m_history.add(name, temperature);
-            table.addRow({name, degrees(temperature), m_history.graph(name)});
-        };
+        std::vector<std::pair<std::string, double>> rows;
         for (const auto& module : reading.modules)
-            addRow(module.name.toStdString(), module.temperature);
-        addRow("overall", reading.overall);
+            rows.emplace_back(module.name.toStdString(), module.temperature);
+        rows.emplace_back("overall", reading.overall);
+        for (const auto& [name, temperature] : rows)
+            m_history.add(name, temperature);
+        const std::size_t width = terminalWidth();
+        Table table({"module", "temperature", "history"});
+        for (const auto& [name, temperature] : rows)
+            table.addRow({name, degrees(temperature), m_history.graph(name, m_history.room(width))});
+        const std::string drawn = time + "\n" + table.toText({.columns = {}, .filter = {}, .width = width});
         std::string back; // to where the table begins
         if (m_drawn > 0)
             back = "\x1b[" + std::to_string(m_drawn) + "A\x1b[J";
-        m_following.print(back + time + "\n" + table.toText());
-        m_drawn = reading.modules.size() + 3;
+        m_following.print(back + drawn);
+        m_drawn = std::ranges::count(drawn, '\n');
     }
 
     Following& m_following;
     const bool m_text;
     const bool m_redraws;
     History m_history;
-    std::size_t m_drawn = 0; // lines
+    std::ptrdiff_t m_drawn = 0; // lines
 };
 
 /// Who was warmer than allowed: since when, and how warm at most.
@@ -179,9 +201,9 @@ public:
         std::string found;
         for (const auto& [name, excess] : m_found)
             found.append(found.empty() ? "" : "; ")
-                .append(name + " from " + excess.since + ", at most " + exactly(excess.most) + " at " + excess.mostAt);
+                .append(name + " from " + excess.since + ", at most " + toText(excess.most) + " at " + excess.mostAt);
         if (!found.empty())
-            throw Failure("warmer than " + exactly(*m_most) + " °C: " + found);
+            throw Failure("warmer than " + toText(*m_most) + " °C: " + found);
     }
 
 private:
@@ -255,11 +277,11 @@ public:
 private:
     std::vector<std::string> rowOf(const std::string& time, const Reading& reading) const
     {
-        std::vector<std::string> row{time, exactly(reading.overall)};
+        std::vector<std::string> row{time, toText(reading.overall)};
         for (const QString& name : m_logged) {
             const auto found =
                 std::ranges::find(reading.modules, name, &SdkTemperatureControl::ModuleTemperature::name);
-            row.push_back(found == reading.modules.end() ? std::string() : exactly(found->temperature));
+            row.push_back(found == reading.modules.end() ? std::string() : toText(found->temperature));
         }
         return row;
     }
@@ -293,23 +315,25 @@ void watchTemperatures(ConsoleSession& console, const Arguments& arguments)
     const auto interval = arguments.interval ? requireSeconds("--interval", *arguments.interval) : seconds(1);
     const Watch watch(console, arguments);
     const auto control = console.require(host::controls::temperature);
-    Readings readings(console, *control, most);
+    const auto readings = std::make_shared<Readings>(console, *control, most);
     if (!arguments.csv.path.empty())
-        readings.logTo(arguments.csv);
-    readings.take();
-    const QObject here; // the connection ends with it
+        readings->logTo(arguments.csv);
+    readings->take();
+    const QObject here; // the connection ends with it; a slot that still runs then has the readings
     if (!arguments.interval)
         QObject::connect(
-            control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [&readings] { readings.take(); },
+            control.get(), &SdkTemperatureControl::temperaturesChanged, &here, [readings] { readings->take(); },
             Qt::DirectConnection);
     const auto everyPeriod = [&] {
+        requireStillThere(console, host::controls::temperature);
         if (arguments.interval)
-            readings.take();
-        readings.requireWritten();
+            readings->take();
+        readings->requireWritten();
     };
     watch.run([&] { console.passTime(seconds(1)); }, everyPeriod, interval);
-    readings.requireWritten();
-    readings.judge();
+    readings->requireWritten();
+    requireStillThere(console, host::controls::temperature);
+    readings->judge();
 }
 
 } // namespace

@@ -19,6 +19,8 @@ QByteArray quoted(const std::string& field)
 CsvLog::CsvLog(const LocalTarget& target, const std::vector<std::string>& headings)
     : m_path(target.path)
 {
+    if (target.isStandardOutput())
+        throw BadUse("--csv needs a file: standard output gets everything anyway");
     openLocalFile(m_file, target);
     add(headings);
     requireWritten();

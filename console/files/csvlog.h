@@ -17,7 +17,8 @@ namespace tov::console {
 class CsvLog
 {
 public:
-    /// Begins the file with the headings. Throws `Failure`, also when it may not be replaced.
+    /// Begins the file with the headings. Throws `Failure`, also when it may not be replaced, and `BadUse`
+    /// for standard output.
     CsvLog(const LocalTarget& target, const std::vector<std::string>& headings);
 
     /// Does nothing after a row that could not be written.

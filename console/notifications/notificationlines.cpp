@@ -7,13 +7,15 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <utility>
+
 namespace tov::console {
 
 const std::vector<std::string> NotificationLines::headings = {"time", "control", "notification", "numbers"};
 
-NotificationLines::NotificationLines(ConsoleSession& console, CsvLog* log)
+NotificationLines::NotificationLines(ConsoleSession& console, std::shared_ptr<CsvLog> log)
     : m_console(console)
-    , m_log(log)
+    , m_log(std::move(log))
     , m_text(console.output().isText())
 {
 }

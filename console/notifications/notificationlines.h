@@ -3,6 +3,7 @@
 #include "console/files/csvlog.h"
 
 #include <initializer_list>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <string>
@@ -23,7 +24,7 @@ public:
     /// The headings of a file that gets them too.
     static const std::vector<std::string> headings;
 
-    explicit NotificationLines(ConsoleSession& console, CsvLog* log = nullptr);
+    explicit NotificationLines(ConsoleSession& console, std::shared_ptr<CsvLog> log = nullptr);
 
     void print(std::string_view control, std::string_view notification, std::initializer_list<double> numbers = {});
 
@@ -32,7 +33,7 @@ public:
 
 private:
     ConsoleSession& m_console;
-    CsvLog* const m_log; // null: none
+    const std::shared_ptr<CsvLog> m_log; // null: none
     const bool m_text;
 
     mutable std::mutex m_mutex; // guards the order of the lines, which is that of their times, and what is below

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace tov::console {
@@ -102,7 +103,7 @@ private:
 class SignalLines
 {
 public:
-    SignalLines(ConsoleSession& console, NotificationLines& lines)
+    SignalLines(ConsoleSession& console, const std::shared_ptr<NotificationLines>& lines)
         : m_lines(lines)
     {
         using devices::service::SdkCalibrationControlWatcher;
@@ -118,9 +119,9 @@ public:
                 print(watcher, &SdkCalibrationControlWatcher::unitStatusChanged, kind, "unit-status-changed");
                 print(watcher, &SdkCalibrationControlWatcher::configurationChanged, kind, "configuration-changed");
                 m_connections.push_back(QObject::connect(&watcher, &SdkCalibrationControlWatcher::saveProgressChanged,
-                                                         [this, control = kind.name](int percent) {
-                                                             m_lines.print(control, "save-progress",
-                                                                           {static_cast<double>(percent)});
+                                                         [lines, control = kind.name](int percent) {
+                                                             lines->print(control, "save-progress",
+                                                                          {static_cast<double>(percent)});
                                                          }));
             }
     }
@@ -160,11 +161,11 @@ private:
     template <typename Sender>
     void print(const Sender& sender, void (Sender::*signal)(), const host::ControlName& control, const char* name)
     {
-        m_connections.push_back(
-            QObject::connect(&sender, signal, [this, control = control.name, name] { m_lines.print(control, name); }));
+        m_connections.push_back(QObject::connect(
+            &sender, signal, [lines = m_lines, control = control.name, name] { lines->print(control, name); }));
     }
 
-    NotificationLines& m_lines;
+    const std::shared_ptr<NotificationLines> m_lines;
     std::vector<QMetaObject::Connection> m_connections;
     std::vector<std::unique_ptr<devices::service::SdkCalibrationControlWatcher>> m_watchers; // go before the rest
 };
@@ -173,10 +174,10 @@ private:
 
 struct Notifications::Observers
 {
-    Observers(ConsoleSession& console, NotificationLines& lines)
-        : printer(lines)
-        , ifswPrinter(lines, host::controls::ifswCalibration)
-        , powerPrinter(lines, host::controls::factoryPowerCalibration)
+    Observers(ConsoleSession& console, const std::shared_ptr<NotificationLines>& lines)
+        : printer(*lines)
+        , ifswPrinter(*lines, host::controls::ifswCalibration)
+        , powerPrinter(*lines, host::controls::factoryPowerCalibration)
     {
         const auto observe = [&]<typename Control>(const host::Control<Control>& kind, auto& observer) {
             if (const auto control = console.session().control(kind))
@@ -201,8 +202,8 @@ struct Notifications::Observers
     std::optional<SignalLines> signalLines;       // made last, as adapters hear of the instrument in their order
 };
 
-Notifications::Notifications(ConsoleSession& console, CsvLog* log)
-    : m_lines(console, log)
+Notifications::Notifications(ConsoleSession& console, std::shared_ptr<CsvLog> log)
+    : m_lines(std::make_shared<NotificationLines>(console, std::move(log)))
     , m_observers(std::make_unique<Observers>(console, m_lines))
 {
 }

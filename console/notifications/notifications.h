@@ -12,18 +12,18 @@ class Notifications
 {
 public:
     /// Throws `Failure` when the instrument has no control that notifies. A `log` gets them too.
-    explicit Notifications(ConsoleSession& console, CsvLog* log = nullptr);
+    explicit Notifications(ConsoleSession& console, std::shared_ptr<CsvLog> log = nullptr);
     Notifications(const Notifications&) = delete;
     Notifications& operator=(const Notifications&) = delete;
     ~Notifications();
 
     /// Whether this one notified meanwhile. Thread: *any thread*.
-    bool hasNotified(const host::ControlName& control) const { return m_lines.hasPrinted(control.name); }
+    bool hasNotified(const host::ControlName& control) const { return m_lines->hasPrinted(control.name); }
 
 private:
     struct Observers;
 
-    NotificationLines m_lines;
+    const std::shared_ptr<NotificationLines> m_lines; // slots that still run at the end have a share of it
     std::unique_ptr<Observers> m_observers;
 };
 

@@ -58,6 +58,12 @@ milliseconds requireSeconds(const std::string& name, const std::string& text)
     return milliseconds(std::llround(*seconds * 1000));
 }
 
+void requireStillThere(ConsoleSession& console, const host::ControlName& control)
+{
+    if (!console.session().isPresent(control))
+        throw Failure(console.timestamp() + ": the instrument has lost its " + std::string(control.name) + " control");
+}
+
 Watch::Watch(ConsoleSession& console, const WatchArguments& arguments)
     : m_console(console)
     , m_exercise(arguments.exercise)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/files/localfile.h"
+#include "host/controls.h"
 
 #include <chrono>
 #include <functional>
@@ -29,6 +30,9 @@ void addWatchOptions(Command& command, WatchArguments& arguments, const char* he
 
 /// A time above 0, from the seconds that a user gives for the option `name`. Throws `BadUse`.
 std::chrono::milliseconds requireSeconds(const std::string& name, const std::string& text);
+
+/// Throws `Failure`, which says when, if the instrument has lost the control, so that nothing is heard of it.
+void requireStillThere(ConsoleSession& console, const host::ControlName& control);
 
 /// Watching, which the user stops (Ctrl-C). It begins with saying so on standard error.
 class Watch

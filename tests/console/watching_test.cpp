@@ -1,10 +1,13 @@
 #include "console/consoleprogram.h"
+#include "console/notifications/watching.h"
 #include "console/scratchfolder.h"
+#include "console/session/consolesession.h"
 
 #include <QDateTime>
 #include <QJsonArray>
 
 #include <algorithm>
+#include <regex>
 #include <string>
 
 namespace tov::testing {
@@ -64,6 +67,21 @@ TEST_F(ServiceConsoleWatching, WritesEachReadingToAFile)
         EXPECT_EQ(row.count(','), 10) << row.toStdString();
 }
 
+TEST_F(ServiceConsoleWatching, WritesReadingsWithoutDigitsThatMeanNothing)
+{
+    const Outcome run =
+        console({"--json", "temperature", "watch", "--interval", "7", "--duration", "21", "--csv", log});
+    EXPECT_THAT(run.output, HasSubstr("23."));
+    EXPECT_FALSE(std::regex_search(run.output + read(log).toStdString(), std::regex(R"(\d\.\d{7})")));
+}
+
+TEST_F(ServiceConsoleWatching, WritesNoRowsAmongTheReadings)
+{
+    for (const char* followed : {"monitor", "temperature watch", "calibration watch"})
+        expectError(QString(followed).split(' ') + QStringList{"--duration", "1", "--csv", "-"}, 2,
+                    "--csv needs a file");
+}
+
 TEST_F(ServiceConsoleWatching, WritesEachNotificationToAFile)
 {
     EXPECT_EQ(console({"monitor", "--exercise", "1", "--csv", log}).status, 0);
@@ -113,6 +131,20 @@ TEST_F(ServiceConsoleWatching, RefusesNumbersThatAreWrongByThemselves)
         expectError({"temperature", "watch", "--max", wrong}, 2, "is no value for --max");
     expectError({"monitor", "--exercise", "1", "--duration", "1"}, 2, "leave one out");
     expectError({"temperature", "watch", "--exercise", "1", "--interval", "1"}, 2, "leave --interval out");
+}
+
+TEST_F(ServiceConsoleWatching, FailsOnceTheInstrumentHasLostTheControl)
+{
+    using tov::console::Failure;
+    using tov::console::requireStillThere;
+
+    tov::console::ConsoleSession session{tov::console::Options()};
+    const auto& control = host::controls::temperature;
+    EXPECT_NO_THROW(requireStillThere(session, control));
+    session.releaseControls();
+    EXPECT_THROW(requireStillThere(session, control), Failure);
+    session.offerControls();
+    EXPECT_NO_THROW(requireStillThere(session, control)) << "it may come again";
 }
 
 #ifdef Q_OS_LINUX
