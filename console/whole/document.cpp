@@ -143,6 +143,12 @@ std::vector<std::string> columnsOf(const Part& part)
     return columns;
 }
 
+std::string headingOf(const Part& part, const std::string& column)
+{
+    const auto found = part.headings.find(column);
+    return found == part.headings.end() ? column : found->second;
+}
+
 std::vector<std::string> cellsOf(const Part& part, const QJsonObject& row)
 {
     std::vector<std::string> cells;
@@ -168,7 +174,7 @@ std::string documentText(const QJsonObject& document, std::size_t width)
         }
         std::vector<Column> columns;
         for (const std::string& name : columnsOf(part))
-            columns.emplace_back(name, name);
+            columns.emplace_back(headingOf(part, name), name);
         Table table(std::move(columns));
         for (const auto& row : value.toArray()) {
             const auto cells = cellsOf(part, row.toObject());

@@ -34,6 +34,9 @@ QJsonValue partOf(const QJsonObject& document, const Part& part);
 /// What can be read of a document before its parts, as pairs of a name and a text.
 std::vector<std::pair<std::string, std::string>> headerOf(const QJsonObject& document);
 
+/// What people read over a column of the part.
+std::string headingOf(const Part& part, const std::string& column);
+
 /// The cells of a row under the columns of its part; an error stands in the first that is no key.
 std::vector<std::string> columnsOf(const Part& part);
 std::vector<std::string> cellsOf(const Part& part, const QJsonObject& row);

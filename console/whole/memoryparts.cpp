@@ -111,7 +111,8 @@ Part files()
                 const IFileMemoryControl::FileInfo file{now["name"_L1].toString(), now["word1"_L1].toInt(),
                                                         now["word2"_L1].toInt()};
                 valueOf(present(session, host::controls::fileMemory)->deleteFile(file));
-            }};
+            },
+        .headings = {{"word1", "bytes"}}};
 }
 
 Part space()
@@ -121,12 +122,14 @@ Part space()
             .keys = {},
             .compared = {},
             .told = {"value1", "value2", "value3"},
-            .read = [](InstrumentSession& session) {
-                const auto space = valueOf(present(session, host::controls::fileMemory)->spaceInfo());
-                return QJsonArray{QJsonObject{{"value1"_L1, QString::number(space.value1)},
-                                              {"value2"_L1, QString::number(space.value2)},
-                                              {"value3"_L1, QString::number(space.value3)}}};
-            }};
+            .read =
+                [](InstrumentSession& session) {
+                    const auto space = valueOf(present(session, host::controls::fileMemory)->spaceInfo());
+                    return QJsonArray{QJsonObject{{"value1"_L1, QString::number(space.value1)},
+                                                  {"value2"_L1, QString::number(space.value2)},
+                                                  {"value3"_L1, QString::number(space.value3)}}};
+                },
+            .headings = {{"value1", "capacity in bytes"}, {"value2", "used"}, {"value3", "free"}}};
 }
 
 Part serialNumber()
@@ -238,19 +241,21 @@ Part potentiometers()
             .told = {},
             .read = readPotentiometers,
             .restored = {"eeprom"},
-            .restore = [](const SavedRow& saved, const QJsonObject& now) {
-                const auto index = saved.number<std::size_t>("index");
-                const auto value = saved.number<int>("eeprom");
-                if (now.isEmpty())
-                    return Restoring{.act = nullptr, .refusal = "the instrument has no such potentiometer"};
-                return Restoring{
-                    .act =
-                        [index, value](InstrumentSession& session) {
-                            orFail(present(session, host::controls::potentiometers)->writeToEeprom(index, value),
-                                   "cannot be written");
-                        },
-                    .refusal = {}};
-            }};
+            .restore =
+                [](const SavedRow& saved, const QJsonObject& now) {
+                    const auto index = saved.number<std::size_t>("index");
+                    const auto value = saved.number<int>("eeprom");
+                    if (now.isEmpty())
+                        return Restoring{.act = nullptr, .refusal = "the instrument has no such potentiometer"};
+                    return Restoring{
+                        .act =
+                            [index, value](InstrumentSession& session) {
+                                orFail(present(session, host::controls::potentiometers)->writeToEeprom(index, value),
+                                       "cannot be written");
+                            },
+                        .refusal = {}};
+                },
+            .headings = {{"word1", "min"}, {"word2", "max"}}};
 }
 
 } // namespace

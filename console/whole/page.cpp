@@ -114,7 +114,7 @@ private:
         m_xml.writeStartElement("thead"_L1);
         m_xml.writeStartElement("tr"_L1);
         for (const std::string& column : columnsOf(part))
-            writeCell("th"_L1, column);
+            writeCell("th"_L1, headingOf(part, column));
         m_xml.writeEndElement();
         m_xml.writeEndElement();
         m_xml.writeStartElement("tbody"_L1);

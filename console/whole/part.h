@@ -9,6 +9,7 @@
 #include <QJsonValue>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,6 +46,9 @@ struct Part
 
     /// Takes a row off the instrument that was not saved; empty where that cannot be.
     std::function<void(host::InstrumentSession&, const QJsonObject& now)> remove = {};
+
+    /// What people read over columns whose names say too little to them.
+    std::map<std::string, std::string> headings = {};
     // NOLINTEND(readability-redundant-member-init)
 };
 

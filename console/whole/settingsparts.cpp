@@ -21,7 +21,8 @@ QJsonObject rowOf(const TuneModule& module, const QJsonObject& rest)
 
 QJsonObject readSetting(InstrumentSession& session, const TuneModule& module, const TuneSetting& setting)
 {
-    QJsonObject row = rowOf(module, {{"setting"_L1, QString::fromStdString(setting.name)}});
+    QJsonObject row = rowOf(module, {{"setting"_L1, QString::fromStdString(setting.name)},
+                                     {"unit"_L1, QString::fromStdString(setting.unit)}});
     try {
         row["value"_L1] = setting.read(session);
     } catch (const std::exception& error) {
@@ -89,7 +90,7 @@ std::vector<Part> settingsParts()
              .title = "Settings of the hardware modules",
              .keys = {"module", "setting"},
              .compared = {"value"},
-             .told = {},
+             .told = {"unit"},
              .read = [](InstrumentSession& session) { return readSettings(session, true); },
              .restored = {"value"},
              .restore = restoreSetting},
@@ -97,7 +98,7 @@ std::vector<Part> settingsParts()
              .title = "Properties of the hardware modules",
              .keys = {"module", "setting"},
              .compared = {"value"},
-             .told = {},
+             .told = {"unit"},
              .read = [](InstrumentSession& session) { return readSettings(session, false); }}};
 }
 

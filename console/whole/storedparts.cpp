@@ -50,13 +50,15 @@ Part plan(const char* name, const char* title, const host::Control<Adapter>& kin
             .keys = {},
             .compared = {"start", "stop", "points"},
             .told = {},
-            .read = [&kind](InstrumentSession& session) {
-                QJsonArray rows;
-                for (const auto& segment : present(session, kind)->frequencyPlan().segments)
-                    rows.append(QJsonObject{
-                        {"start"_L1, segment.start}, {"stop"_L1, segment.stop}, {"points"_L1, segment.points}});
-                return rows;
-            }};
+            .read =
+                [&kind](InstrumentSession& session) {
+                    QJsonArray rows;
+                    for (const auto& segment : present(session, kind)->frequencyPlan().segments)
+                        rows.append(QJsonObject{
+                            {"start"_L1, segment.start}, {"stop"_L1, segment.stop}, {"points"_L1, segment.points}});
+                    return rows;
+                },
+            .headings = {{"start", "start (Hz)"}, {"stop", "stop (Hz)"}}};
 }
 
 QJsonArray readCorrections(InstrumentSession& session)
@@ -107,20 +109,22 @@ Part corrections()
 Part temperatures()
 {
     return {.name = "temperatures",
-            .title = "Temperatures in °C",
+            .title = "Temperatures",
             .keys = {"module"},
             .compared = {},
             .told = {"temperature"},
-            .read = [](InstrumentSession& session) {
-                const auto control = present(session, host::controls::temperature);
-                QJsonArray rows;
-                for (const auto& module : control->modulesTemperature())
-                    rows.append(
-                        QJsonObject{{"module"_L1, module.name}, {"temperature"_L1, asMeasured(module.temperature)}});
-                rows.append(
-                    QJsonObject{{"module"_L1, "overall"_L1}, {"temperature"_L1, asMeasured(control->temperature())}});
-                return rows;
-            }};
+            .read =
+                [](InstrumentSession& session) {
+                    const auto control = present(session, host::controls::temperature);
+                    QJsonArray rows;
+                    for (const auto& module : control->modulesTemperature())
+                        rows.append(QJsonObject{{"module"_L1, module.name},
+                                                {"temperature"_L1, asMeasured(module.temperature)}});
+                    rows.append(QJsonObject{{"module"_L1, "overall"_L1},
+                                            {"temperature"_L1, asMeasured(control->temperature())}});
+                    return rows;
+                },
+            .headings = {{"temperature", "temperature (°C)"}}};
 }
 
 } // namespace
@@ -146,13 +150,12 @@ Part controlsPart()
 
 std::vector<Part> storedParts()
 {
-    return {
-        termsRecords(),
-        termsFlag(),
-        plan("ifsw-plan", "Frequency plan of the IF switch, in Hz", host::controls::ifswCalibration),
-        plan("power-cal-plan", "Frequency plan of the factory power, in Hz", host::controls::factoryPowerCalibration),
-        corrections(),
-        temperatures()};
+    return {termsRecords(),
+            termsFlag(),
+            plan("ifsw-plan", "Frequency plan of the IF switch", host::controls::ifswCalibration),
+            plan("power-cal-plan", "Frequency plan of the factory power", host::controls::factoryPowerCalibration),
+            corrections(),
+            temperatures()};
 }
 
 } // namespace tov::console

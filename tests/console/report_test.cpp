@@ -33,9 +33,10 @@ TEST_F(ServiceConsoleReport, ShowsEverythingThatCanBeRead)
     for (const char* part :
          {"Time             2", "Provider         simulated " PROJECT_VERSION, "\ncalibration-controller-2   present ",
           "\n65536 bytes, SHA-256 ", "\nFiles\nnone\n", "\n100001\n", "0x2A17  0x0220  0x0001",
-          "\n7      ADC offset port 2", "Flag of the system error terms\nflag\noff\n",
-          "\n10000000    1000000000   100\n", "\ncorrection-10  off", "\nDigital board  23\n",
-          "\nulk-power         discrete-attenuator       off\n", "\nulk-synthesis     supported-ifs "})
+          "\n7      ADC offset port 2", "Flag of the system error terms\nflag\noff\n", "\nstart (Hz)  stop (Hz)",
+          "\n10000000    1000000000   100\n", "\nmodule         temperature (°C)\n", "  Hz\n", "\ncorrection-10  off",
+          "\nDigital board  23\n", "\nulk-power         discrete-attenuator       off\n",
+          "\nulk-synthesis     supported-ifs "})
         EXPECT_THAT(run.output, HasSubstr(part));
 }
 
