@@ -40,7 +40,11 @@ void backup(ConsoleSession& console, const LocalTarget& target)
         table.addRow(
             {part.name, error.empty() ? std::to_string(saved.toArray().size()) : error, part.restore ? "yes" : "no"});
         if (part.restore && !unread(saved).empty())
-            incomplete.append(incomplete.empty() ? "" : ", ").append(part.name + " (" + unread(saved) + ")");
+            incomplete.append(incomplete.empty() ? "" : ", ")
+                .append(part.name)
+                .append(" (")
+                .append(unread(saved))
+                .append(")");
     }
     if (!target.isStandardOutput())
         output.answer(output.shown(table) + notGivenBack,
@@ -92,7 +96,11 @@ public:
         std::string lines;
         for (const Part* part : m_chosen)
             if (const std::string error = errorOf(partOf(m_document, *part)); !isSaved(*part))
-                lines += part->name + " was not saved" + (error.empty() ? "" : ": " + error) + "\n";
+                lines.append(part->name)
+                    .append(" was not saved")
+                    .append(error.empty() ? "" : ": ")
+                    .append(error)
+                    .append("\n");
         return lines + notGivenBack;
     }
 

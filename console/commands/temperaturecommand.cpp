@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -103,7 +104,12 @@ public:
         const auto& all = m_readings.at(name);
         const std::vector<double> readings(all.end() - std::min(std::ssize(all), static_cast<std::ptrdiff_t>(columns)),
                                            all.end());
-        const auto [least, most] = std::ranges::minmax(readings);
+        double least = std::numeric_limits<double>::infinity();
+        double most = -least;
+        for (const double reading : readings) {
+            least = std::min(least, reading);
+            most = std::max(most, reading);
+        }
         const double span = std::max(most - least, 1.0); // below one degree it is noise
         std::string graph;
         for (const double reading : readings)
@@ -202,7 +208,7 @@ public:
         for (const auto& [name, excess] : m_found)
             found.append(found.empty() ? "" : "; ")
                 .append(name + " from " + excess.since + ", at most " + toText(excess.most) + " at " + excess.mostAt);
-        if (!found.empty())
+        if (m_most && !found.empty())
             throw Failure("warmer than " + toText(*m_most) + " °C: " + found);
     }
 

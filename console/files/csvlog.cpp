@@ -8,10 +8,10 @@ namespace {
 
 QByteArray quoted(const std::string& field)
 {
-    const QByteArray text = QByteArray::fromStdString(field);
+    QByteArray text = QByteArray::fromStdString(field);
     if (field.find_first_of(",\"\r\n") == std::string::npos)
         return text;
-    return '"' + QByteArray(text).replace("\"", "\"\"") + '"';
+    return '"' + text.replace("\"", "\"\"") + '"';
 }
 
 } // namespace

@@ -53,7 +53,8 @@ milliseconds requireSeconds(const std::string& name, const std::string& text)
 {
     constexpr double most = 1e9; // more than any command runs, and it fits in milliseconds
     const auto seconds = parseReal<double>(text);
-    if (!seconds || !(*seconds >= 0.001 && *seconds <= most)) // which "nan" is not either
+    const bool fits = seconds && *seconds >= 0.001 && *seconds <= most; // which "nan" does not either
+    if (!fits)
         throw BadUse("'" + text + "' is no value for " + name + ": use a number of seconds, from 0.001");
     return milliseconds(std::llround(*seconds * 1000));
 }
@@ -88,7 +89,7 @@ void Watch::run(const std::function<void()>& exercise, const std::function<void(
     for (int round = 0; round < m_exercise && goesOn(); ++round)
         exercise();
     if (m_exercise == 0 && m_duration && m_console.can(provider::ITestHooks::Ability::PassTime))
-        passAtOnce(everyPeriod, period);
+        passAtOnce(*m_duration, everyPeriod, period);
     else if (m_exercise == 0)
         wait(everyPeriod, period);
     m_console.following().requireReader();
@@ -100,9 +101,9 @@ bool Watch::goesOn() const
     return !stopped;
 }
 
-void Watch::passAtOnce(const std::function<void()>& everyPeriod, milliseconds period) const
+void Watch::passAtOnce(milliseconds duration, const std::function<void()>& everyPeriod, milliseconds period) const
 {
-    for (milliseconds left = *m_duration; left.count() > 0 && goesOn(); left -= period) {
+    for (milliseconds left = duration; left.count() > 0 && goesOn(); left -= period) {
         m_console.passTime(std::min(left, period));
         if (left >= period)
             everyPeriod();
@@ -115,10 +116,10 @@ void Watch::wait(const std::function<void()>& everyPeriod, milliseconds period) 
     constexpr milliseconds step(50); // so that the user and the instrument are heard soon
 
     const auto begin = Clock::now();
-    const auto isOver = [&] { return m_duration && Clock::now() >= begin + *m_duration; };
+    const auto end = m_duration ? begin + *m_duration : Clock::time_point::max();
     for (auto next = begin + period; goesOn();) {
-        const bool over = isOver(); // before the last look, so that the last period counts
-        const auto until = over ? begin + *m_duration : Clock::now();
+        const bool over = Clock::now() >= end; // before the last look, so that the last period counts
+        const auto until = over ? end : Clock::now();
         m_console.passOnNotices();
         for (; next <= until && goesOn(); next += period) {
             m_console.keepUp(period);

@@ -56,7 +56,8 @@ private:
     using Handler = void (*)(int);
 
     bool goesOn() const;
-    void passAtOnce(const std::function<void()>& everyPeriod, std::chrono::milliseconds period) const;
+    void passAtOnce(std::chrono::milliseconds duration, const std::function<void()>& everyPeriod,
+                    std::chrono::milliseconds period) const;
     void wait(const std::function<void()>& everyPeriod, std::chrono::milliseconds period) const;
 
     ConsoleSession& m_console;

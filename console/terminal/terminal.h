@@ -6,9 +6,9 @@ class QFile;
 
 namespace tov::console {
 
-/// Has terminal and program take UTF-8, and the terminal control sequences, where they must be told. From now on a reader
-/// of standard output that goes, as `head` does, is an error of writing and does not end the program. Called before
-/// there is any other thread.
+/// Has terminal and program take UTF-8, and the terminal control sequences, where they must be told. From now on a
+/// reader of standard output that goes, as `head` does, is an error of writing and does not end the program. Called
+/// before there is any other thread.
 void prepareTerminal();
 
 bool standardInputIsTerminal();

@@ -41,7 +41,7 @@ std::string quoted(const std::string& typed)
     QString shown = QString::fromStdString(typed);
     if (shown.size() > longest)
         shown = shown.left(longest - 1) + QChar(0x2026);
-    return "'" + shown.toStdString() + "'";
+    return shown.prepend(u'\'').append(u'\'').toStdString();
 }
 
 std::string closest(const std::string& typed, const std::vector<std::string>& known)

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace tov::console {
 
@@ -144,10 +145,10 @@ std::vector<TriedChange> restorePart(host::InstrumentSession& session, const Par
     std::vector<TriedChange> tried;
     for (const Change& change : planned) {
         const Change* const still = findItem(left, change.item);
-        const std::string error = still == nullptr               ? ""
-                                  : !errors[change.item].empty() ? errors[change.item]
-                                                                 : "the instrument holds " + still->was;
-        tried.push_back({change, error});
+        std::string error = still == nullptr ? "" : errors[change.item];
+        if (still != nullptr && error.empty())
+            error = "the instrument holds " + still->was;
+        tried.push_back({change, std::move(error)});
     }
     for (const Change& change : left) // that another change has brought about
         if (findItem(planned, change.item) == nullptr)

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace tov::console {
 
@@ -21,9 +22,9 @@ public:
             const QJsonObject row = element.toObject();
             std::string path = part.name;
             if (const std::string item = itemOf(part, row); !item.empty())
-                path += "/" + item;
+                path.append("/").append(item);
             else if (rows.size() > 1)
-                path += "/" + std::to_string(m_paths.size() + 1);
+                path.append("/").append(std::to_string(m_paths.size() + 1));
             while (m_rows.contains(path)) // an instrument may have two of a name
                 path += "'";
             m_paths.push_back(path);
@@ -67,16 +68,20 @@ void compareRows(const Part& part, const std::string& path, const QJsonObject* a
     }
     for (const std::string& column : part.compared) {
         const QString name = QString::fromStdString(column);
+        std::string place = path;
+        if (part.compared.size() > 1)
+            place.append("/").append(column);
         if ((*a)[name] != (*b)[name])
-            differences.push_back(
-                {part.compared.size() > 1 ? path + "/" + column : path, cell((*a)[name]), cell((*b)[name])});
+            differences.push_back({std::move(place), cell((*a)[name]), cell((*b)[name])});
     }
 }
 
 std::string shortly(const QJsonValue& part)
 {
+    if (part.isUndefined())
+        return absent;
     const std::string error = errorOf(part);
-    return part.isUndefined() ? absent : error.empty() ? "there" : error;
+    return error.empty() ? "there" : error;
 }
 
 } // namespace

@@ -164,12 +164,12 @@ std::string documentText(const QJsonObject& document, std::size_t width)
     const TableForm form{.columns = {}, .filter = {}, .width = width};
     std::string text;
     for (const auto& [name, value] : headerOf(document))
-        text += name + std::string(17 - name.size(), ' ') + value + "\n";
+        text.append(name).append(17 - name.size(), ' ').append(value).append("\n");
     for (const Part& part : parts()) {
         const QJsonValue value = partOf(document, part);
-        text += "\n" + part.title;
+        text.append("\n").append(part.title);
         if (const std::string error = errorOf(value); !error.empty()) {
-            text += ": " + error + "\n";
+            text.append(": ").append(error).append("\n");
             continue;
         }
         std::vector<Column> columns;
@@ -180,7 +180,7 @@ std::string documentText(const QJsonObject& document, std::size_t width)
             const auto cells = cellsOf(part, row.toObject());
             table.addRow({cells.begin(), cells.end()});
         }
-        text += "\n" + (value.toArray().isEmpty() ? "none\n" : table.toText(form));
+        text.append("\n").append(value.toArray().isEmpty() ? "none\n" : table.toText(form));
     }
     return text;
 }
