@@ -40,7 +40,7 @@ may_import(console console host provider service devices sdk utils vna)
 
 # The rooms of the console, each of which may import those above it.
 set(above console/errors.h)
-foreach(room IN ITEMS text files terminal session tuning notifications commandline commands)
+foreach(room IN ITEMS text files terminal session tuning whole commandline notifications commands)
     list(APPEND above console/${room})
     may_import(console/${room} ${above} host provider service devices sdk utils vna)
 endforeach()

@@ -49,9 +49,6 @@ private:
     std::function<Words(const Words& before, const ConsoleOf& console)> m_choose;
 };
 
-/// Stands among the words to offer where names of this computer's files fit too.
-inline constexpr auto localFiles = "__files";
-
 /// One command of the command line: what it takes, what it does, and the commands that are called behind its name.
 class Command
 {

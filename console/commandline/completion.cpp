@@ -1,5 +1,7 @@
 #include "console/commandline/command.h"
 
+#include "console/terminal/prompt.h"
+
 #include <algorithm>
 #include <exception>
 #include <iterator>

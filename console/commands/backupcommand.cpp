@@ -1,5 +1,6 @@
 #include "console/commands/commands.h"
 
+#include "console/commandline/localtarget.h"
 #include "console/files/localfile.h"
 #include "console/whole/changes.h"
 #include "console/whole/document.h"

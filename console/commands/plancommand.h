@@ -2,6 +2,7 @@
 
 #include "console/commands/commands.h"
 
+#include "console/commandline/localtarget.h"
 #include "console/files/csvfile.h"
 #include "console/text/values.h"
 

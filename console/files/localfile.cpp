@@ -1,8 +1,7 @@
 #include "console/files/localfile.h"
 
-#include "console/commandline/command.h"
 #include "console/errors.h"
-#include "console/terminal/terminal.h"
+#include "console/files/standardstreams.h"
 
 #include <QFile>
 
@@ -154,17 +153,6 @@ QByteArray readLocalFile(const std::string& path, qint64 most)
     else if (!openStandardInput(file))
         throw cannotBe("read", "standard input", file.errorString().toStdString());
     return readUpTo(most, file, path != "-" ? path : "standard input");
-}
-
-void addLocalTarget(Command& command, LocalTarget& target, bool required)
-{
-    command
-        .takes({.name = "file",
-                .target = &target.path,
-                .type = "FILE",
-                .help = required ? "File of this computer; - is standard output" : "Write it to this file instead",
-                .required = required})
-        .flag("--force", target.force, "Replace the file if it is there");
 }
 
 void requireWritable(const LocalTarget& target)

@@ -8,8 +8,6 @@ class QFile;
 
 namespace tov::console {
 
-class Command;
-
 /// More than any file of values has.
 constexpr qint64 muchText = 64LL * 1024 * 1024; // bytes
 
@@ -28,9 +26,6 @@ struct LocalTarget
 
     bool isStandardOutput() const { return path == "-"; }
 };
-
-/// Adds to `command` the argument FILE and the option that fill `target`.
-void addLocalTarget(Command& command, LocalTarget& target, bool required = true);
 
 /// Throws `Failure` when a file is there that may not be replaced. `writeLocalFile()` does that too; this is for what
 /// takes long before it.

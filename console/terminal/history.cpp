@@ -6,6 +6,7 @@
 #include <QLockFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <utility>
 
 namespace tov::console {
@@ -53,6 +54,7 @@ std::vector<std::string> History::lines() const
     const bool isLong = lines.size() > 2 * most || file.size() > mostBytes;
     lines = lines.mid(std::max<qsizetype>(0, lines.size() - most));
     if (isLong) {
+        file.close(); // some systems replace no file that is open
         QSaveFile shorter(m_file);
         if (shorter.open(QIODevice::WriteOnly) && shorter.setPermissions(own)) {
             shorter.write(lines.join('\n') + '\n');

@@ -1,6 +1,5 @@
 #include "console/terminal/prompt.h"
 
-#include "console/commandline/command.h"
 #include "console/terminal/shellwords.h"
 #include "console/terminal/terminal.h"
 

@@ -10,6 +10,9 @@
 
 namespace tov::console {
 
+/// Stands among the words that fit where names of this computer's files do too.
+inline constexpr auto localFiles = "__files";
+
 /// Reads lines from the user: on a terminal with history and completion, otherwise as they stand on standard input.
 /// While there is a terminal, Ctrl-C gives up a line.
 class Prompt

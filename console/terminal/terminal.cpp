@@ -1,11 +1,8 @@
 #include "console/terminal/terminal.h"
 
-#include <QFile>
-
-#include <iostream>
+#include <QtGlobal>
 
 #ifdef Q_OS_WIN
-#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 #else
@@ -45,14 +42,6 @@ std::size_t widthOf(int descriptor)
 #else
     winsize size = {};
     return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0; // NOLINT(cppcoreguidelines-pro-type-vararg)
-#endif
-}
-
-// What a platform that knows of lines makes of bytes otherwise.
-void passBytesAsTheyAre([[maybe_unused]] int descriptor)
-{
-#ifdef Q_OS_WIN
-    _setmode(descriptor, _O_BINARY);
 #endif
 }
 
@@ -103,19 +92,6 @@ bool standardOutputIsUnread()
     pollfd output{.fd = STDOUT_FILENO, .events = 0, .revents = 0};
     return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
 #endif
-}
-
-bool openStandardInput(QFile& file)
-{
-    passBytesAsTheyAre(0);
-    return file.open(0, QIODevice::ReadOnly, QFileDevice::DontCloseHandle);
-}
-
-void writeStandardOutput(const QByteArray& bytes)
-{
-    std::cout << std::flush;
-    passBytesAsTheyAre(1);
-    std::cout.write(bytes.constData(), bytes.size()) << std::flush;
 }
 
 std::size_t terminalWidth()

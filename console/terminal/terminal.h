@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-
-class QFile;
+#include <cstddef>
 
 namespace tov::console {
 
@@ -17,12 +15,6 @@ bool standardErrorIsTerminal();
 
 /// Whether whoever read standard output has gone, where that can be known.
 bool standardOutputIsUnread();
-
-/// Opens `file` to read the bytes of standard input as they are.
-bool openStandardInput(QFile& file);
-
-/// Writes bytes to standard output as they are, behind what was printed there.
-void writeStandardOutput(const QByteArray& bytes);
 
 /// How many columns the terminal of standard output, or of standard error, has; 0 when it is none.
 std::size_t terminalWidth();
