@@ -1,7 +1,6 @@
 #pragma once
 
 #include "console/commandline/command.h"
-#include "console/commandline/localtarget.h"
 #include "console/files/localfile.h"
 
 namespace tov::console {
