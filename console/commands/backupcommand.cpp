@@ -143,9 +143,11 @@ private:
 Table tableOf(const std::vector<TriedChange>& changes, const std::string& made, const std::string& notMade)
 {
     Table table({"part", "item", "was", "becomes", "outcome"});
-    for (const auto& [change, error] : changes)
-        table.addRow({change.part, change.item.empty() ? "-" : change.item, change.was, change.becomes,
-                      error.empty() ? made : notMade + ": " + error});
+    for (const auto& [change, error] : changes) {
+        std::string outcome = error.empty() ? made : notMade;
+        outcome.append(error.empty() ? "" : ": ").append(error);
+        table.addRow({change.part, change.item.empty() ? "-" : change.item, change.was, change.becomes, outcome});
+    }
     return table;
 }
 

@@ -20,8 +20,11 @@ QJsonObject documentOf(ConsoleSession& console, const std::string& name)
     const QJsonObject document =
         name == instrumentItself ? readInstrument(console, DocumentKind::Report) : readDocument(name);
     for (const Part& part : parts())
-        if (const std::string error = unread(partOf(document, part)); !part.compared.empty() && !error.empty())
-            throw Failure(name + ", " + part.name + " cannot be compared: " + error);
+        if (const std::string error = unread(partOf(document, part)); !part.compared.empty() && !error.empty()) {
+            std::string what = name;
+            what.append(", ").append(part.name).append(" cannot be compared: ").append(error);
+            throw Failure(what);
+        }
     return document;
 }
 

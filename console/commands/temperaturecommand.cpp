@@ -161,6 +161,7 @@ private:
     void redraw(const std::string& time, const Reading& reading)
     {
         std::vector<std::pair<std::string, double>> rows;
+        rows.reserve(reading.modules.size() + 1);
         for (const auto& module : reading.modules)
             rows.emplace_back(module.name.toStdString(), module.temperature);
         rows.emplace_back("overall", reading.overall);
