@@ -36,15 +36,17 @@ public:
     const std::optional<std::string>& last() const { return m_last; }
 
 private:
+    // The one that is being read, which begins here unless it has begun.
+    std::string& word() { return m_word ? *m_word : m_word.emplace(); }
+
     // How many letters behind the backslash are taken.
     std::size_t escape(std::string_view behind)
     {
-        std::string& word = m_word ? *m_word : m_word.emplace();
         if (behind.empty() || (m_quote == '"' && !escapedInQuotes.contains(behind.front()))) {
-            word += '\\';
+            word() += '\\';
             return 0;
         }
-        word += behind.front();
+        word() += behind.front();
         return 1;
     }
 
@@ -54,23 +56,22 @@ private:
             if (character == m_quote)
                 m_quote = 0;
             else
-                *m_word += character;
+                word() += character;
         } else if (blanks.contains(character)) {
             if (m_word)
                 words.push_back(*m_word);
             m_word.reset();
         } else {
-            if (!m_word)
-                m_word.emplace();
+            std::string& begun = word();
             if (character == '"' || character == '\'')
                 m_quote = character;
             else
-                *m_word += character;
+                begun += character;
         }
     }
 
-    std::optional<std::string> m_word; // the one that is being read
-    char m_quote = 0;                  // in which it is
+    std::optional<std::string> m_word;
+    char m_quote = 0; // in which it is
     std::optional<std::string> m_last;
 };
 
