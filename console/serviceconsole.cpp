@@ -77,7 +77,7 @@ ExitStatus runServiceConsole(int argc, char** argv)
         }
         return run(arguments);
     } catch (...) {
-        return failAsCaught(wantsJson(arguments));
+        return failAsCaught({.json = wantsJson(arguments)});
     }
 }
 

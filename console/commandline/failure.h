@@ -6,11 +6,16 @@
 
 namespace tov::console {
 
-/// Says on standard error, in one line and without control characters whatever a library put into it, why a command
-/// failed, and gives `status` back. `asJson` makes the line an object, with the number of the command if it has one.
-ExitStatus fail(ExitStatus status, std::string line, bool asJson = false, int command = 0);
+/// How it is told that a command failed.
+struct FailureForm
+{
+    bool json = false;      ///< as an object instead of text
+    int command = 0;        ///< its number, which the object has; none below 1
+    std::string place = {}; ///< where the command stands, which comes first in the text
+};
 
-/// The same for the exception that is being handled, whose type gives the status.
-ExitStatus failAsCaught(bool asJson = false);
+/// Says on standard error why a command failed, by the exception that is being handled, and gives the status that the
+/// type of it means. It is one line without control characters, whatever a library put into it.
+ExitStatus failAsCaught(const FailureForm& form);
 
 } // namespace tov::console

@@ -151,6 +151,7 @@ std::string page(const Command& program, const Command& command, const std::stri
     std::string help = command.help();
     help.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(help.front())));
 
+    const std::string options = optionsOf(command);
     const std::string begin = ".B service\\-console\n[\\fIOPTION\\fR]... ";
     const std::string inFront = bold(command.name()) + " ";
     std::string synopses;
@@ -166,7 +167,7 @@ std::string page(const Command& program, const Command& command, const std::stri
     return ".TH " + plain(title) + " 1 \"\" \"DevicesService\" \"User commands\"\n.SH NAME\n" + plain(name) + " \\- "
            + plain(help) + "\n.SH SYNOPSIS\n" + synopses + ".SH DESCRIPTION\n" + sentence(command.help()) + "\n"
            + argumentsOf(command) + verbatim(command.footer()) + (inner.empty() ? "" : ".SH COMMANDS\n" + inner)
-           + ".SH OPTIONS\n" + (optionsOf(command).empty() ? "" : optionsOf(command) + ".PP\n")
+           + ".SH OPTIONS\n" + (options.empty() ? "" : options + ".PP\n")
            + "The options of\n.BR service\\-console (1)\nmay stand anywhere on the line.\n.SH EXIT STATUS\n"
            + exitStatuses() + examplesOf(program, command, prose) + ".SH SEE ALSO\n.BR service\\-console (1)\n";
 }

@@ -40,12 +40,8 @@ void backup(ConsoleSession& console, const LocalTarget& target)
         const std::string error = errorOf(saved);
         table.addRow(
             {part.name, error.empty() ? std::to_string(saved.toArray().size()) : error, part.restore ? "yes" : "no"});
-        if (part.restore && !unread(saved).empty())
-            incomplete.append(incomplete.empty() ? "" : ", ")
-                .append(part.name)
-                .append(" (")
-                .append(unread(saved))
-                .append(")");
+        if (const std::string why = unread(saved); part.restore && !why.empty())
+            incomplete.append(incomplete.empty() ? "" : ", ").append(part.name).append(" (").append(why).append(")");
     }
     if (!target.isStandardOutput())
         output.answer(output.shown(table) + notGivenBack,
@@ -112,11 +108,9 @@ private:
         std::vector<const Part*> named;
         std::ranges::transform(only, std::back_inserter(named),
                                [](const std::string& name) { return &restorablePartNamed(name); });
-        std::vector<const Part*> chosen;
-        for (const std::string& name : restorableParts())
-            if (const Part* const part = &restorablePartNamed(name);
-                named.empty() || std::ranges::find(named, part) != named.end())
-                chosen.push_back(part);
+        std::vector<const Part*> chosen = restorableParts();
+        if (!named.empty())
+            std::erase_if(chosen, [&](const Part* part) { return std::ranges::find(named, part) == named.end(); });
         return chosen;
     }
 
@@ -198,7 +192,11 @@ void addRestoreCommand(Command& program)
         .argument("file", arguments->file, "FILE", "File that 'backup' wrote")
         .flag("--dry-run", arguments->dryRun, "Show what would change, and change nothing")
         .optional("--only", &arguments->only, "PART", "Restore this part only; may be repeated",
-                  [](const Words& /*before*/) { return restorableParts(); })
+                  [](const Words& /*before*/) {
+                      Words names;
+                      std::ranges::transform(restorableParts(), std::back_inserter(names), &Part::name);
+                      return names;
+                  })
         .footer(notGivenBack)
         .runs(restore, arguments);
 }

@@ -92,13 +92,8 @@ void watchController(ConsoleSession& console, const Arguments& arguments)
     const auto& kind = controllerNamed(arguments.controller);
     const auto handle = console.require(kind);
     const Watch watch(console, arguments);
-    std::shared_ptr<CsvLog> log;
-    if (!arguments.csv.path.empty())
-        log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
-    const auto requireWritten = [&] {
-        if (log)
-            log->requireWritten();
-    };
+    const auto log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
+    const auto requireWritten = [&] { log->requireWritten(); };
     const SdkCalibrationControlWatcher watcher(*handle);
     Display::follow(watcher, std::make_shared<Display>(console, kind.name, log));
     watch.run([&] { console.notify(kind); }, requireWritten);

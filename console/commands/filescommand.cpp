@@ -2,13 +2,14 @@
 
 #include "console/commandline/localtarget.h"
 #include "console/files/localfile.h"
+#include "console/session/results.h"
 #include "console/text/display.h"
 #include "console/text/suggestions.h"
 
+#include <QList>
+
 #include <algorithm>
-#include <expected>
 #include <optional>
-#include <type_traits>
 
 namespace tov::console {
 
@@ -30,16 +31,6 @@ struct Arguments
     std::optional<std::string> newName;
 };
 
-// The value of a result of the file store, or its own words as an error.
-template <typename Value>
-Value valueOf(std::expected<Value, QString> result, const std::string& what)
-{
-    if (!result)
-        throw Failure(what + ": " + result.error().toStdString());
-    if constexpr (!std::is_void_v<Value>)
-        return *std::move(result);
-}
-
 // What is text to the instrument. Bytes that are none would become another name.
 QString nameOnInstrument(const std::string& name)
 {
@@ -48,20 +39,29 @@ QString nameOnInstrument(const std::string& name)
     return QString::fromStdString(name);
 }
 
+QList<IFileMemoryControl::FileInfo> filesOf(IFileMemoryControl& files)
+{
+    return valueOf(files.fileList(), "the files cannot be listed");
+}
+
 // The instrument knows a file by all that it lists of it.
+std::optional<IFileMemoryControl::FileInfo> find(IFileMemoryControl& files, const QString& name)
+{
+    const auto list = filesOf(files);
+    const auto found = std::ranges::find(list, name, &IFileMemoryControl::FileInfo::name);
+    return found == list.end() ? std::nullopt : std::optional(*found);
+}
+
 IFileMemoryControl::FileInfo fileNamed(IFileMemoryControl& files, const std::string& name)
 {
-    const QString itsName = nameOnInstrument(name);
-    const auto list = valueOf(files.fileList(), "the files cannot be listed");
-    const auto found = std::ranges::find(list, itsName, &IFileMemoryControl::FileInfo::name);
-    if (found == list.end())
-        throw Failure("the instrument has no file " + quoted(name) + "; 'files ls' lists them");
-    return *found;
+    if (const auto found = find(files, nameOnInstrument(name)))
+        return *found;
+    throw Failure("the instrument has no file " + quoted(name) + "; 'files ls' lists them");
 }
 
 void list(ConsoleSession& console)
 {
-    const auto files = valueOf(console.require(host::controls::fileMemory)->fileList(), "the files cannot be listed");
+    const auto files = filesOf(*console.require(host::controls::fileMemory));
     Table table({"name", {"bytes", "word1"}, "word2"});
     for (const auto& file : files)
         table.addRow({file.name, {std::to_string(file.word1), file.word1}, {std::to_string(file.word2), file.word2}});
@@ -96,12 +96,6 @@ std::string lastPartOf(const std::string& localFile)
     return localFile.substr(localFile.find_last_of(folderEnds) + 1);
 }
 
-bool isThere(IFileMemoryControl& files, const QString& name)
-{
-    const auto list = valueOf(files.fileList(), "the files cannot be listed");
-    return std::ranges::find(list, name, &IFileMemoryControl::FileInfo::name) != list.end();
-}
-
 void put(ConsoleSession& console, const Arguments& arguments)
 {
     const QString name = nameOnInstrument(arguments.newName ? *arguments.newName : lastPartOf(arguments.localFile));
@@ -111,7 +105,7 @@ void put(ConsoleSession& console, const Arguments& arguments)
     const auto room = space ? std::max({space->value1, space->value2, space->value3}) : std::uint64_t{muchMemory};
     const QByteArray contents =
         readLocalFile(arguments.localFile, static_cast<qint64>(std::min(room, static_cast<std::uint64_t>(muchMemory))));
-    if (isThere(*files, name))
+    if (find(*files, name))
         console.confirm("replace '" + name.toStdString() + "' on the instrument");
     valueOf(files->writeFile(name, contents), name.toStdString());
     console.output().answer(displayed(name.toStdString()) + ": " + std::to_string(contents.size()) + " bytes written\n",
@@ -131,8 +125,7 @@ void remove(ConsoleSession& console, const Arguments& arguments)
 Words fileNames(const Words& /*before*/, ConsoleSession& console)
 {
     Words names;
-    for (const auto& file :
-         valueOf(console.require(host::controls::fileMemory)->fileList(), "the files cannot be listed"))
+    for (const auto& file : filesOf(*console.require(host::controls::fileMemory)))
         names.push_back(file.name.toStdString());
     return names;
 }

@@ -3,8 +3,8 @@
 #include "console/commandline/localtarget.h"
 #include "console/files/localfile.h"
 #include "console/terminal/progress.h"
+#include "console/text/bytes.h"
 
-#include <algorithm>
 #include <type_traits>
 
 namespace tov::console {
@@ -80,11 +80,9 @@ void dump(ConsoleSession& console, const LocalTarget& target)
     requireWritable(target);
     const auto contents =
         withProgress(console, "reading the memory", [](IMemoryOperationsControl& memory) { return memory.read(); });
-    QByteArray bytes(static_cast<qsizetype>(contents.size()), Qt::Uninitialized);
-    std::ranges::transform(contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
-    writeLocalFile(target, bytes);
+    writeLocalFile(target, toByteArray(contents));
     if (!target.isStandardOutput())
-        answer(console, "read", bytes.size());
+        answer(console, "read", static_cast<qsizetype>(contents.size()));
 }
 
 std::size_t sizeOfMemory(ConsoleSession& console)
@@ -96,9 +94,7 @@ std::size_t sizeOfMemory(ConsoleSession& console)
 
 void load(ConsoleSession& console, const LoadArguments& arguments)
 {
-    const QByteArray bytes = readLocalFile(arguments.localFile, muchMemory);
-    std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));
-    std::ranges::transform(bytes, contents.begin(), [](char byte) { return static_cast<std::byte>(byte); });
+    std::vector<std::byte> contents = toBytes(readLocalFile(arguments.localFile, muchMemory));
     const std::size_t size = sizeOfMemory(console);
     if (contents.size() > size || (contents.size() < size && !arguments.pad))
         throw Failure(arguments.localFile + " has " + std::to_string(contents.size()) + " bytes and the memory "

@@ -43,14 +43,9 @@ void monitor(ConsoleSession& console, const Arguments& arguments)
     std::vector<const host::ControlName*> expected;
     std::ranges::transform(arguments.expected, std::back_inserter(expected),
                            [](const std::string& name) { return &controlNamed(name); });
-    std::shared_ptr<CsvLog> log;
     const Watch watch(console, arguments);
-    if (!arguments.csv.path.empty())
-        log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
-    const auto requireWritten = [&] {
-        if (log)
-            log->requireWritten();
-    };
+    const auto log = std::make_shared<CsvLog>(arguments.csv, NotificationLines::headings);
+    const auto requireWritten = [&] { log->requireWritten(); };
     const Notifications notifications(console, log);
     std::vector<host::ControlName> followed;
     std::ranges::copy_if(host::controls::all, std::back_inserter(followed),

@@ -144,14 +144,10 @@ private:
         return words.empty() ? ExitStatus::Success : runWords(words);
     } catch (const OutputLost&) {
         throw; // nobody reads on
-    } catch (const Failure& error) {
-        return failLine(ExitStatus::Failure, error.what());
-    } catch (const BadUse& error) {
-        return failLine(ExitStatus::BadUse, error.what());
-    } catch (const std::exception& error) { // of the instrument's, which may throw
-        return failLine(ExitStatus::InternalError, std::string("internal error: ") + error.what());
     } catch (...) {
-        return failLine(ExitStatus::InternalError, "internal error");
+        // In a script the line is named, in JSON the command.
+        const std::string place = m_prompt.isTerminal() ? "" : "line " + std::to_string(m_line) + ": ";
+        return failAsCaught({.json = m_json, .command = m_command, .place = place});
     }
 
     // The words of a line, and the number of the command that they are, also when they cannot be read.
@@ -164,14 +160,6 @@ private:
             --m_command;
         m_json = m_json || std::ranges::find(words, "--json") != words.end();
         return words;
-    }
-
-    // In a script the line is named, in JSON the command.
-    ExitStatus failLine(ExitStatus status, const std::string& why) const
-    {
-        if (m_json)
-            return fail(status, why, true, m_command);
-        return fail(status, m_prompt.isTerminal() ? why : "line " + std::to_string(m_line) + ": " + why);
     }
 
     ExitStatus runWords(const Words& words)

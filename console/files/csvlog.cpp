@@ -19,6 +19,8 @@ QByteArray quoted(const std::string& field)
 CsvLog::CsvLog(const LocalTarget& target, const std::vector<std::string>& headings)
     : m_path(target.path)
 {
+    if (target.path.empty())
+        return;
     if (target.isStandardOutput())
         throw BadUse("--csv needs a file: standard output gets everything anyway");
     openLocalFile(m_file, target);
@@ -29,6 +31,8 @@ CsvLog::CsvLog(const LocalTarget& target, const std::vector<std::string>& headin
 void CsvLog::add(const std::vector<std::string>& fields)
 {
     const std::lock_guard guard(m_mutex);
+    if (!m_file.isOpen())
+        return;
     QByteArray row;
     for (const std::string& field : fields)
         row.append(row.isEmpty() ? "" : ",").append(quoted(field));

@@ -17,8 +17,8 @@ namespace tov::console {
 class CsvLog
 {
 public:
-    /// Begins the file with the headings. Throws `Failure`, also when it may not be replaced, and `BadUse`
-    /// for standard output.
+    /// Begins the file with the headings. Without a path nothing is written. Throws `Failure`, also when the file may
+    /// not be replaced, and `BadUse` for standard output.
     CsvLog(const LocalTarget& target, const std::vector<std::string>& headings);
 
     /// Does nothing after a row that could not be written.

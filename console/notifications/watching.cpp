@@ -5,9 +5,7 @@
 #include "console/text/number.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
-#include <csignal>
 #include <iostream>
 #include <thread>
 
@@ -16,15 +14,6 @@ namespace tov::console {
 using std::chrono::milliseconds;
 
 namespace {
-
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): all that a signal handler can reach
-std::atomic<bool> stopped = false;
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
-
-void stop(int /*signal*/)
-{
-    stopped = true;
-}
 
 std::optional<milliseconds> durationOf(const WatchArguments& arguments)
 {
@@ -69,18 +58,9 @@ Watch::Watch(ConsoleSession& console, const WatchArguments& arguments)
     : m_console(console)
     , m_exercise(arguments.exercise)
     , m_duration(durationOf(arguments))
-    , m_interrupt(std::signal(SIGINT, stop))
-    , m_terminate(std::signal(SIGTERM, stop))
 {
-    stopped = false;
     if (m_exercise == 0 && !m_duration)
         std::cerr << "waiting for notifications; Ctrl-C ends\n";
-}
-
-Watch::~Watch()
-{
-    std::signal(SIGINT, m_interrupt);
-    std::signal(SIGTERM, m_terminate);
 }
 
 void Watch::run(const std::function<void()>& exercise, const std::function<void()>& everyPeriod,
@@ -98,7 +78,7 @@ void Watch::run(const std::function<void()>& exercise, const std::function<void(
 bool Watch::goesOn() const
 {
     m_console.following().requireReader();
-    return !stopped;
+    return !Interruption::isThere();
 }
 
 void Watch::passAtOnce(milliseconds duration, const std::function<void()>& everyPeriod, milliseconds period) const

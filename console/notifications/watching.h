@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/files/localfile.h"
+#include "console/terminal/interruption.h"
 #include "host/controls.h"
 
 #include <chrono>
@@ -40,11 +41,6 @@ class Watch
 public:
     /// Throws `BadUse` when the arguments contradict one another.
     Watch(ConsoleSession& console, const WatchArguments& arguments);
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
-
-    /// Gives the handling of signals back.
-    ~Watch();
 
     /// Goes on until the user stops it or its time is over, calling `everyPeriod` each time when that has passed; or
     /// calls `exercise` as often as the arguments say. Where the instrument has a clock of its own, a time that is
@@ -53,8 +49,6 @@ public:
              std::chrono::milliseconds period = std::chrono::seconds(1)) const;
 
 private:
-    using Handler = void (*)(int);
-
     bool goesOn() const;
     void passAtOnce(std::chrono::milliseconds duration, const std::function<void()>& everyPeriod,
                     std::chrono::milliseconds period) const;
@@ -63,8 +57,7 @@ private:
     ConsoleSession& m_console;
     const int m_exercise;
     const std::optional<std::chrono::milliseconds> m_duration;
-    const Handler m_interrupt;
-    const Handler m_terminate;
+    const Interruption m_interruption{Interruption::Signals::CtrlCAndTermination};
 };
 
 } // namespace tov::console

@@ -52,15 +52,18 @@ void prepareToWake()
 
 } // namespace
 
-Interruption::Interruption()
-    : m_before((prepareToWake(), std::signal(SIGINT, interrupt)))
+Interruption::Interruption(Signals which)
+    : m_interrupt((prepareToWake(), std::signal(SIGINT, interrupt)))
+    , m_terminate(which == Signals::CtrlC ? std::nullopt : std::optional(std::signal(SIGTERM, interrupt)))
 {
     interrupted = false;
 }
 
 Interruption::~Interruption()
 {
-    std::signal(SIGINT, m_before);
+    std::signal(SIGINT, m_interrupt);
+    if (m_terminate)
+        std::signal(SIGTERM, *m_terminate);
 }
 
 bool Interruption::came()
@@ -71,6 +74,11 @@ bool Interruption::came()
     }
 #endif
     return interrupted.exchange(false);
+}
+
+bool Interruption::isThere()
+{
+    return interrupted;
 }
 
 bool Interruption::waitForInput()

@@ -32,9 +32,6 @@ public:
     /// The same for an answer that is a table, whose rows programs find by `name`.
     void answer(const Table& table, const QString& name);
 
-    /// Forgets the answer.
-    void discard() { m_answer.clear(); }
-
     /// Prints the answer, if there is one, once: it is true now.
     void print();
 

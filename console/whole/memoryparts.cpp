@@ -1,3 +1,5 @@
+#include "console/session/results.h"
+#include "console/text/bytes.h"
 #include "console/text/values.h"
 #include "console/whole/part.h"
 
@@ -15,16 +17,6 @@ using devices::service::IFileMemoryControl;
 using devices::service::IUsbIdControl;
 using host::InstrumentSession;
 
-// The value of a result of the file store, or its own words as an error.
-template <typename Value>
-Value valueOf(std::expected<Value, QString> result)
-{
-    if (!result)
-        throw Failure(result.error().toStdString());
-    if constexpr (!std::is_void_v<Value>)
-        return *std::move(result);
-}
-
 template <typename Value, typename Error>
 Value orFail(const std::expected<Value, Error>& result, const char* what)
 {
@@ -36,40 +28,35 @@ Value orFail(const std::expected<Value, Error>& result, const char* what)
 
 Part memory()
 {
-    return {
-        .name = "memory",
-        .title = "Memory",
-        .keys = {},
-        .compared = {"contents"},
-        .told = {},
-        .read =
-            [](InstrumentSession& session) {
-                const auto contents =
-                    orFail(present(session, host::controls::memoryOperations)->read(), "cannot be read");
-                QByteArray bytes(static_cast<qsizetype>(contents.size()), Qt::Uninitialized);
-                std::ranges::transform(contents, bytes.begin(), [](std::byte byte) { return static_cast<char>(byte); });
-                return QJsonArray{QJsonObject{{"contents"_L1, contentsToJson(bytes)}}};
-            },
-        .restored = {"contents"},
-        .restore =
-            [](const SavedRow& saved, const QJsonObject& now) {
-                const QByteArray bytes = saved.contents("contents");
-                // Writing begins with erasing all of it, also what lies behind these bytes.
-                if (const QJsonValue size = now["contents"_L1]["bytes"_L1];
-                    size.isDouble() && size.toInteger() != bytes.size())
-                    return Restoring{.act = nullptr,
-                                     .refusal = "another size: " + std::to_string(size.toInteger()) + " instead of "
-                                                + std::to_string(bytes.size()) + " bytes"};
-                return Restoring{.act =
-                                     [bytes](InstrumentSession& session) {
-                                         std::vector<std::byte> contents(static_cast<std::size_t>(bytes.size()));
-                                         std::ranges::transform(bytes, contents.begin(),
-                                                                [](char byte) { return static_cast<std::byte>(byte); });
-                                         orFail(present(session, host::controls::memoryOperations)->write(contents),
-                                                "cannot be written");
-                                     },
-                                 .refusal = {}};
-            }};
+    return {.name = "memory",
+            .title = "Memory",
+            .keys = {},
+            .compared = {"contents"},
+            .told = {},
+            .read =
+                [](InstrumentSession& session) {
+                    const auto contents =
+                        orFail(present(session, host::controls::memoryOperations)->read(), "cannot be read");
+                    return QJsonArray{QJsonObject{{"contents"_L1, contentsToJson(toByteArray(contents))}}};
+                },
+            .restored = {"contents"},
+            .restore =
+                [](const SavedRow& saved, const QJsonObject& now) {
+                    const QByteArray bytes = saved.contents("contents");
+                    // Writing begins with erasing all of it, also what lies behind these bytes.
+                    if (const QJsonValue size = now["contents"_L1]["bytes"_L1];
+                        size.isDouble() && size.toInteger() != bytes.size())
+                        return Restoring{.act = nullptr,
+                                         .refusal = "another size: " + std::to_string(size.toInteger()) + " instead of "
+                                                    + std::to_string(bytes.size()) + " bytes"};
+                    return Restoring{
+                        .act =
+                            [bytes](InstrumentSession& session) {
+                                orFail(present(session, host::controls::memoryOperations)->write(toBytes(bytes)),
+                                       "cannot be written");
+                            },
+                        .refusal = {}};
+                }};
 }
 
 QJsonArray readFiles(InstrumentSession& session)

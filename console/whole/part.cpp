@@ -6,9 +6,6 @@
 
 #include <QJsonDocument>
 
-#include <algorithm>
-#include <iterator>
-
 namespace tov::console {
 
 using namespace Qt::StringLiterals;
@@ -24,28 +21,21 @@ const std::vector<Part>& parts()
     return all;
 }
 
-namespace {
-
-std::vector<Part> restorable()
+const std::vector<const Part*>& restorableParts()
 {
-    std::vector<Part> found;
-    std::ranges::copy_if(parts(), std::back_inserter(found), [](const Part& part) { return part.restore != nullptr; });
-    return found;
-}
-
-} // namespace
-
-std::vector<std::string> restorableParts()
-{
-    std::vector<std::string> names;
-    std::ranges::transform(restorable(), std::back_inserter(names), &Part::name);
-    return names;
+    static const std::vector<const Part*> restorable = [] {
+        std::vector<const Part*> found;
+        for (const Part& part : parts())
+            if (part.restore)
+                found.push_back(&part);
+        return found;
+    }();
+    return restorable;
 }
 
 const Part& restorablePartNamed(const std::string& name)
 {
-    static const std::vector<Part> known = restorable();
-    return named(known, name, "part", [](const Part& part) { return part.name; });
+    return *named(restorableParts(), name, "part", [](const Part* part) { return part->name; });
 }
 
 QJsonValue readPart(host::InstrumentSession& session, const Part& part)

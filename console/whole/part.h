@@ -56,8 +56,8 @@ struct Part
 /// in it.
 const std::vector<Part>& parts();
 
-/// The names of those that can be restored, and the part of such a name. Throws `BadUse` for another one.
-std::vector<std::string> restorableParts();
+/// Those that can be restored, in the same order, and the one of such a name. Throws `BadUse` for another one.
+const std::vector<const Part*>& restorableParts();
 const Part& restorablePartNamed(const std::string& name);
 
 /// Its rows, or an object that has an "error" only. A value that JSON cannot hold is null.

@@ -1,7 +1,5 @@
 #include "console/consoleprogram.h"
-#include "console/notifications/watching.h"
 #include "console/scratchfolder.h"
-#include "console/session/consolesession.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -131,20 +129,6 @@ TEST_F(ServiceConsoleWatching, RefusesNumbersThatAreWrongByThemselves)
         expectError({"temperature", "watch", "--max", wrong}, 2, "is no value for --max");
     expectError({"monitor", "--exercise", "1", "--duration", "1"}, 2, "leave one out");
     expectError({"temperature", "watch", "--exercise", "1", "--interval", "1"}, 2, "leave --interval out");
-}
-
-TEST_F(ServiceConsoleWatching, FailsOnceTheInstrumentHasLostTheControl)
-{
-    using tov::console::Failure;
-    using tov::console::requireStillThere;
-
-    tov::console::ConsoleSession session{tov::console::Options()};
-    const auto& control = host::controls::temperature;
-    EXPECT_NO_THROW(requireStillThere(session, control));
-    session.releaseControls();
-    EXPECT_THROW(requireStillThere(session, control), Failure);
-    session.offerControls();
-    EXPECT_NO_THROW(requireStillThere(session, control)) << "it may come again";
 }
 
 #ifdef Q_OS_LINUX
