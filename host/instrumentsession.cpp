@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <deque>
 #include <exception>
+#include <limits>
 #include <mutex>
 #include <optional>
 #include <ranges>
@@ -149,6 +150,11 @@ devices::ControlRegistry registeredControls()
     return registry;
 }
 
+ControlAbsent::ControlAbsent(const ControlName& kind)
+    : std::runtime_error("the instrument has no " + std::string(kind.name) + " control")
+{
+}
+
 InstrumentSession::InstrumentSession(std::shared_ptr<sdk::IVna> instrument)
     : InstrumentSession(std::move(instrument), registeredControls())
 {
@@ -158,6 +164,7 @@ InstrumentSession::InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devi
     : m_instrument(std::move(instrument))
     , m_registry(std::move(registry))
 {
+    m_calls.setMaxThreadCount(1);
 }
 
 InstrumentSession::InstrumentSession(std::unique_ptr<provider::IConnection> connection,
@@ -167,10 +174,14 @@ InstrumentSession::InstrumentSession(std::unique_ptr<provider::IConnection> conn
     , m_registry(std::move(registry))
     , m_notices(std::make_unique<Notices>(*this))
 {
+    m_calls.setMaxThreadCount(1);
 }
 
 InstrumentSession::~InstrumentSession()
 {
+    m_calls.clear();
+    m_calls.waitForDone();
+
     constexpr auto closing = "While an instrument was closed";
     if (!m_connection)
         return;
@@ -182,6 +193,12 @@ void InstrumentSession::passOnNotices()
 {
     if (m_notices)
         m_notices->passOnWaiting();
+}
+
+bool InstrumentSession::waitForCalls(std::chrono::milliseconds patience)
+{
+    constexpr std::chrono::milliseconds most(std::numeric_limits<int>::max());
+    return m_calls.waitForDone(static_cast<int>(std::min(patience, most).count()));
 }
 
 bool InstrumentSession::isPresent(const ControlName& kind) const

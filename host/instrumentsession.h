@@ -6,10 +6,18 @@
 #include "provider/iconnection.h"
 #include "sdk/ivna.h"
 
+#include <QFuture>
+#include <QPromise>
+#include <QThreadPool>
+
 #include <any>
+#include <chrono>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -18,6 +26,13 @@ namespace tov::host {
 
 /// A registry that holds what the library registers.
 devices::ControlRegistry registeredControls();
+
+/// The instrument does not have the control that a call was to be made on.
+class ControlAbsent : public std::runtime_error
+{
+public:
+    explicit ControlAbsent(const ControlName& kind);
+};
 
 /// An open instrument and the adapters that a host program uses on it.
 ///
@@ -46,7 +61,8 @@ public:
     InstrumentSession(const InstrumentSession&) = delete;
     InstrumentSession& operator=(const InstrumentSession&) = delete;
 
-    /// On a connection: tells the adapters that the controls go, and closes it.
+    /// Takes back the calls that have not begun, waits for the one that is under way, and on a connection tells the
+    /// adapters that the controls go, and closes it.
     ~InstrumentSession();
 
     /// The connection that the session is on; null when there is none.
@@ -62,6 +78,20 @@ public:
     /// Throws `std::out_of_range` when the kind is not registered.
     template <typename Exposed>
     std::shared_ptr<Exposed> control(const Control<Exposed>& kind);
+
+    /// Calls `function` with the adapter of this kind on the instrument's own thread, one call after the other in the
+    /// order in which they were asked for, and returns at once: a call may take as long as the instrument likes.
+    ///
+    /// The future gives what `function` returns, or throws what it throws; `ControlAbsent` when `control()` gives null.
+    /// Cancelling it takes a call back that has not begun, and changes nothing of one that has.
+    ///
+    /// Throws what `control()` throws.
+    template <typename Exposed, typename Function>
+    auto run(const Control<Exposed>& kind, Function function) -> QFuture<std::invoke_result_t<Function&, Exposed&>>;
+
+    /// Whether all that was asked for by `run()` is done; for that this waits so long, and without a limit when the
+    /// time is negative.
+    bool waitForCalls(std::chrono::milliseconds patience = std::chrono::milliseconds(-1));
 
     /// Whether the instrument offers the control now; creates nothing.
     bool isPresent(const ControlName& kind) const;
@@ -107,6 +137,7 @@ private:
     std::vector<Kept> m_kept;
     bool m_released = false;            // the adapters have heard that the controls of the connection go
     std::unique_ptr<Notices> m_notices; // those that wait hold the controls until the adapters have heard
+    QThreadPool m_calls;                // of one thread; last, so that calls end before all that they use
 };
 
 template <typename Exposed>
@@ -125,6 +156,33 @@ std::shared_ptr<Exposed> InstrumentSession::control(const Control<Exposed>& kind
         lifecycle = dynamic_cast<devices::IControlLifecycleObserver*>(adapter.get());
     m_kept.push_back({kind.keys.registry, adapter, lifecycle});
     return adapter;
+}
+
+template <typename Exposed, typename Function>
+auto InstrumentSession::run(const Control<Exposed>& kind, Function function)
+    -> QFuture<std::invoke_result_t<Function&, Exposed&>>
+{
+    using Result = std::invoke_result_t<Function&, Exposed&>;
+
+    const auto promise = std::make_shared<QPromise<Result>>();
+    promise->start(); // already here: who waits for the future waits for the call's turn too
+    auto call = [=, adapter = control(kind), name = static_cast<ControlName>(kind)]() mutable {
+        if (promise->isCanceled())
+            return promise->finish();
+        try {
+            if (!adapter)
+                throw ControlAbsent(name);
+            if constexpr (std::is_void_v<Result>)
+                function(*adapter);
+            else
+                promise->addResult(function(*adapter));
+        } catch (...) {
+            promise->setException(std::current_exception());
+        }
+        promise->finish();
+    };
+    m_calls.start(std::move(call));
+    return promise->future();
 }
 
 template <typename Exposed>

@@ -23,7 +23,8 @@ _CHECK = pages.PROJECT / "check"
 # Pages with commands that another check runs, where there is what they need, and the file that has it do so.
 _RUN_ELSEWHERE = {"index.md": pages.PROJECT / "scripts" / "package.sh", "windows.md": _CHECK}
 # The commands of these pages run in the source tree, those of the others in an empty folder.
-_ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract.md", "adding-an-adapter.md"}
+_ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract.md", "adding-an-adapter.md",
+                  "assurance.md"}
 
 
 @functools.cache
