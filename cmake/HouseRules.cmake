@@ -20,6 +20,16 @@ if(DEVICESSERVICE_SANITIZE)
     add_link_options(-fsanitize=${DEVICESSERVICE_SANITIZE})
 endif()
 
+# Targets that hold code of the library, which its headers bring to whoever includes them, record what of it ran.
+function(record_coverage)
+    if(DEVICESSERVICE_COVERAGE)
+        foreach(target IN LISTS ARGN)
+            target_compile_options(${target} PRIVATE -fprofile-instr-generate -fcoverage-mapping -fcoverage-mcdc)
+            target_link_options(${target} PRIVATE -fprofile-instr-generate)
+        endforeach()
+    endif()
+endfunction()
+
 # Where headers are installed; below it they have the paths by which they are included.
 include(GNUInstallDirs)
 set(DEVICESSERVICE_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/DevicesService")

@@ -134,4 +134,19 @@ TYPED_TEST(AllocationOfResult, IsNotMadeByTheBridge)
     EXPECT_LE(allocations() - before, allowedPerCall);
 }
 
+TEST(StackArenaAllocation, FreesWhatDidNotFitWhereverTheArenaIs)
+{
+    static devices::service::StackArena<64> below; // the heap
+    devices::service::StackArena<64> above;
+    const HeapBytes heap;
+    for (auto* const arena : {&below, &above}) {
+        void* const block = arena->allocate(65);
+        EXPECT_GT(heap.now(), 0);
+        arena->deallocate(block);
+        EXPECT_EQ(heap.now(), 0);
+        arena->deallocate(arena->allocate(64));
+        EXPECT_EQ(heap.now(), 0) << "this one was not the heap's";
+    }
+}
+
 } // namespace tov::testing

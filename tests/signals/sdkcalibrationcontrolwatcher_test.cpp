@@ -180,6 +180,19 @@ TEST_F(SdkCalibrationController, WatcherWaitsSilentlyForAControllerThatIsAbsent)
     EXPECT_THAT(story, ElementsAre("unit", "configuration"));
 }
 
+TEST_F(SdkCalibrationController, WatcherHasNothingToDetachFromWhenTheControllerIsAbsent)
+{
+    const SdkCalibrationControlWatcher watcher(*handle);
+    record(watcher);
+    exchange(nullptr);
+    handle->onControlsAboutToBeReleased();
+
+    exchange(std::make_shared<FakeCalibrationController>());
+    handle->onControlsAboutToBeReleased();
+    EXPECT_THAT(fake->calls(), ElementsAre("removeObserver()"));
+    EXPECT_THAT(story, IsEmpty());
+}
+
 TEST_F(SdkCalibrationController, WatcherIsRegisteredOnceAfterAnySequenceOfAnnouncements)
 {
     const SdkCalibrationControlWatcher watcher(*handle);

@@ -126,6 +126,16 @@ TEST_F(SdkTemperature, KeepsItsReadingsWhenTheControlsGo)
     EXPECT_THAT(fake->observers(), SizeIs(1));
 }
 
+TEST_F(SdkTemperature, KeepsItsReadingsWhenAControlNotifiesThatCannotBeReachedAnyMore)
+{
+    create();
+    auto* const adapter = fake->observers().front();
+    fake.reset();
+    adapter->onTemperatureChanged();
+    EXPECT_THAT(story, ElementsAre("changed to 20.000000"));
+    EXPECT_THAT(names(), ElementsAre("one"));
+}
+
 TEST_F(SdkTemperature, IsNothingBeforeTheControlWasEverThere)
 {
     fake.reset();

@@ -238,6 +238,20 @@ TYPED_TEST(SdkCalibration, DoesNotAttachWhomTheSdkRemovedBeforeItsTurn)
         EXPECT_EQ(attached, this->fake->observers().front()) << "only the one whose turn it was";
 }
 
+TYPED_TEST(SdkCalibration, LeavesWhomTheSdkAddsWhileItLetsGoOfOthers)
+{
+    StoryOfCalibration<TypeParam> late;
+    this->calibration.addObserver(&this->observer);
+    this->fake->duringCall = [&] {
+        this->fake->duringCall = nullptr;
+        this->calibration.addObserver(&late);
+    };
+    this->calibration.onControlsAboutToBeReleased();
+    ASSERT_THAT(this->fake->observers(), SizeIs(1));
+    this->fake->observers().front()->onFirstEvent();
+    EXPECT_THAT(late.story, ElementsAre("first"));
+}
+
 TYPED_TEST(SdkCalibration, RelaysWhatTheSdkTellsWhileItLetsGo)
 {
     this->calibration.addObserver(&this->observer);

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -244,6 +245,27 @@ TEST_F(SdkFactoryCorrections, LetsTheSdkRemoveTheSameObserverWhileItLetsGo)
     EXPECT_THAT(fake->calls(), ElementsAre("addObserver()", "removeObserver()", "removeObserver()"));
     EXPECT_THAT(fake->observers(), IsEmpty());
     corrections.onControlsAvailable();
+    EXPECT_THAT(fake->observers(), IsEmpty());
+}
+
+TEST_F(SdkFactoryCorrections, KeepsAnObserverThatComesAnewWhileTheSdkLetsGoOfIt)
+{
+    corrections.addObserver(&observer);
+    auto* const former = fake->observers().front();
+    std::vector<std::unique_ptr<std::array<void*, 2>>> inTheWay; // so that the new adapter is not where the old one was
+    fake->duringCall = [&] {
+        fake->duringCall = nullptr;
+        corrections.removeObserver(&observer);
+        for (int i = 0; i < 100; ++i)
+            inTheWay.push_back(std::make_unique<std::array<void*, 2>>());
+        corrections.addObserver(&observer);
+    };
+    corrections.removeObserver(&observer);
+    ASSERT_THAT(fake->observers(), SizeIs(1));
+    EXPECT_NE(fake->observers().front(), former);
+    fake->observers().front()->onCorrectionsChanged();
+    EXPECT_THAT(observer.story, ElementsAre("corrections"));
+    corrections.onControlsAboutToBeReleased();
     EXPECT_THAT(fake->observers(), IsEmpty());
 }
 
