@@ -22,6 +22,8 @@ enum class Do {
     AddAndDetach,     ///< the instrument has the controls announced to go inside its registration
     AddAndRemove,     ///< the observer is removed inside its registration
     DetachAndAttach,  ///< the controls are announced to be there inside the removal of a registration
+    AddAndNotify,     ///< the instrument notifies inside its registration
+    RemoveAndNotify,  ///< the instrument notifies others inside the removal of a registration
     RemoveAndAddAnew, ///< the observer is added again inside the removal of its registration
 };
 
@@ -141,11 +143,12 @@ private:
     bool doing(Do deed) const { return std::ranges::find(m_plan.deeds, deed) != m_plan.deeds.end(); }
     bool adding() const
     {
-        return doing(Do::Add) || doing(Do::AddAndDetach) || doing(Do::AddAndRemove) || doing(Do::RemoveAndAddAnew);
+        return doing(Do::Add) || doing(Do::AddAndNotify) || doing(Do::AddAndDetach) || doing(Do::AddAndRemove)
+               || doing(Do::RemoveAndAddAnew);
     }
     bool removing() const
     {
-        return doing(Do::Remove) || doing(Do::AddAndRemove) || doing(Do::RemoveAndAddAnew)
+        return doing(Do::Remove) || doing(Do::RemoveAndNotify) || doing(Do::AddAndRemove) || doing(Do::RemoveAndAddAnew)
                || doing(Do::NotifyAndRemove);
     }
     // Whether the controls are announced by one thread only, so that it is known when they are.
@@ -258,6 +261,10 @@ private:
             return nest([this] { add(m_first); }, [this] { detach(); });
         case Do::AddAndRemove:
             return nest([this] { add(m_first); }, [this] { remove(m_first); });
+        case Do::AddAndNotify:
+            return nest([this] { add(m_first); }, [this] { notify(); });
+        case Do::RemoveAndNotify:
+            return nest([this] { remove(m_first); }, [this] { notify(); });
         case Do::DetachAndAttach:
             return nest([this] { detach(); }, [this] { attach(); });
         case Do::RemoveAndAddAnew:
@@ -298,6 +305,9 @@ void addScenarios(std::vector<Scenario>& all, int preemptionsOfTwo, int preempti
     add("removed, and added inside the removal, while added", {Do::RemoveAndAddAnew, Do::Add});
     add("released, and announced inside the removal, while added", {Do::DetachAndAttach, Do::Add});
     add("released, and announced inside the removal, while removed", {Do::DetachAndAttach, Do::Remove});
+    add("added, and told inside the registration, while removed", {Do::AddAndNotify, Do::Remove});
+    add("added, and told inside the registration, while the controls reconnect", {Do::AddAndNotify, Do::Reconnect});
+    add("removed, and others told inside the removal, while added", {Do::RemoveAndNotify, Do::Add});
     add("removes itself while the controls reconnect", {Do::NotifyAndRemove, Do::Reconnect});
     add("added twice and removed", {Do::Add, Do::Add, Do::Remove});
     add("added and removed while the controls reconnect", {Do::Add, Do::Remove, Do::Reconnect});
