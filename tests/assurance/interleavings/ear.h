@@ -20,17 +20,22 @@ public:
     }
     void endToAdd() { --m_adding; }
 
-    /// Removes the observer by `remove`. It must be silent afterwards, unless it was added meanwhile.
+    /// Removes the observer by `remove`. It must be silent afterwards, unless it was added or removed by others
+    /// meanwhile: who finds it gone from the table does not wait for those who remove it. One that removes itself
+    /// inside a notification is told until that one ends.
     void removeBy(auto remove)
     {
-        ++removals;
-        const bool wasBeingAdded = m_adding > 0;
+        const bool meetsOthers = m_adding > 0 || m_removing > 0;
         const int additions = m_additions;
+        const int ownRemoval = ++removals;
+        m_removesItself = m_removesItself || (m_telling > 0 && m_teller == std::this_thread::get_id());
+        ++m_removing;
         remove();
-        if (wasBeingAdded || additions != m_additions)
+        --m_removing;
+        if (meetsOthers || additions != m_additions || ownRemoval != removals)
             return;
         mustBeSilent = true;
-        expect(m_telling == 0 || m_teller == std::this_thread::get_id(), "an observer was removed while it is told");
+        expect(m_telling == 0 || m_removesItself, "an observer was removed while it is told");
     }
 
     /// In the notification: does `meanwhile`, if there is something to do.
@@ -45,6 +50,7 @@ public:
             meanwhile();
         pause("has told an observer");
         --m_telling;
+        m_removesItself = false;
     }
 
     bool mustBeSilent = false;
@@ -54,6 +60,8 @@ public:
 private:
     int m_adding = 0;
     int m_additions = 0;
+    int m_removing = 0;
+    bool m_removesItself = false;
     int m_telling = 0;
     std::thread::id m_teller;
 };

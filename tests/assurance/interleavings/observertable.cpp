@@ -313,6 +313,7 @@ void addScenarios(std::vector<Scenario>& all, int preemptionsOfTwo, int preempti
     add("added and removed while the controls reconnect", {Do::Add, Do::Remove, Do::Reconnect});
     add("added and removed while the controls are replaced", {Do::Add, Do::Remove, Do::Replace});
     add("added and removed while the instrument notifies", {Do::Add, Do::Remove, Do::Notify});
+    add("removed by two while the instrument notifies", {Do::Remove, Do::Remove, Do::Notify});
     add("added while the controls reconnect and the instrument notifies", {Do::Add, Do::Reconnect, Do::Notify});
     add("removed while the controls reconnect and the instrument notifies", {Do::Remove, Do::Reconnect, Do::Notify});
     add("added while two announce the controls", {Do::Add, Do::Detach, Do::Attach});
