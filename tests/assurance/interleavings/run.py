@@ -35,8 +35,12 @@ class Finding(Exception):
     """What is not as it must be, in words for people."""
 
 
-def run(command, folder=None):
-    return subprocess.run(command, cwd=folder, capture_output=True, text=True, errors="replace", check=False)
+def run(command, folder=None, seconds=None):
+    try:
+        return subprocess.run(command, cwd=folder, capture_output=True, text=True, errors="replace", check=False,
+                              timeout=seconds)
+    except subprocess.TimeoutExpired as late:
+        raise Finding(f"{command[0]} does not end") from late
 
 
 def explore(programs, more, figures):
@@ -62,7 +66,7 @@ def explore_mutants(programs, figures):
     """Of each the schedules until it is found, for the right reason."""
     mutants = json.loads((HERE / "mutants.json").read_text(encoding="utf-8"))
     for mutant in mutants:
-        result = run([programs / f"interleavings-mutant-{mutant['name']}"])
+        result = run([programs / f"interleavings-mutant-{mutant['name']}"], seconds=600)
         found = re.search(r'^FOUND after (\d+) schedules of "(.*)": (.*)$', result.stdout, re.MULTILINE)
         if result.returncode == 0 or not found or found[3] != mutant["found"]:
             raise Finding(f"the mutant {mutant['name']} was to be found by \"{mutant['found']}\", but:\n"
