@@ -4,6 +4,7 @@
 #include "service/memory/ifilememorycontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/support/blockingbridge.h"
+#include "service/support/stackarena.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 #include <semaphore>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace tov::testing {
 
@@ -147,6 +149,19 @@ TEST(StackArenaAllocation, FreesWhatDidNotFitWhereverTheArenaIs)
         arena->deallocate(arena->allocate(64));
         EXPECT_EQ(heap.now(), 0) << "this one was not the heap's";
     }
+}
+
+TEST(StackArenaAllocation, IsFreedByAContainerThatGrewOutOfTheArena)
+{
+    using Arena = devices::service::StackArena<64>;
+    using Allocator = devices::service::StackAllocator<int, Arena>;
+    const HeapBytes heap;
+    {
+        Arena arena;
+        const std::vector<int, Allocator> numbers(100, 0, Allocator(arena));
+        EXPECT_GT(heap.now(), 0);
+    }
+    EXPECT_EQ(heap.now(), 0);
 }
 
 } // namespace tov::testing

@@ -105,6 +105,21 @@ TEST_F(IfswCalibrationMemory, IsMissingForAnObserverThatIsThenNotThere)
     adapter.removeObserver(&observer);
 }
 
+TEST_F(IfswCalibrationMemory, IsMissingForAnOfferThatThenChangesNothing)
+{
+    Nobody observer;
+    adapter.addObserver(&observer);
+    adapter.onControlsAboutToBeReleased();
+    {
+        const FailingAllocations failing;
+        EXPECT_THROW(adapter.onControlsAvailable(), std::bad_alloc);
+    }
+    EXPECT_EQ(control->added, 0);
+    adapter.onControlsAvailable();
+    EXPECT_EQ(control->added, 1);
+    adapter.removeObserver(&observer);
+}
+
 TEST(FrequencyPlanMemory, IsAllocatedOnceAndNotForAnEmptyPlan)
 {
     const sdk::FrequencyPlan plan{{{1.0, 2.0, 3}, {2.0, 3.0, 4}}};

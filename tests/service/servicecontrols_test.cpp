@@ -1,6 +1,7 @@
 #include "service/servicecontrols.h"
 
 #include "devices/controlregistry.h"
+#include "devices/controls.h"
 #include "fakes/fakecalibrationcontrol.h"
 #include "fakes/fakecalibrationcontroller.h"
 #include "fakes/fakefactorycorrectioncontrol.h"
@@ -140,6 +141,19 @@ ControlRegistry registered()
     return registry;
 }
 
+// "usb-id" for "UsbId".
+std::string spelledByTheConsole(const std::string& name)
+{
+    std::string spelled;
+    for (const char letter : name) {
+        const bool beginsWord = letter >= 'A' && letter <= 'Z';
+        if ((beginsWord && !spelled.empty()) || (letter >= '1' && letter <= '2' && name.starts_with("Calibration")))
+            spelled += '-';
+        spelled += beginsWord ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+    return spelled;
+}
+
 class RegisteredControl : public ::testing::TestWithParam<Row>
 {
 protected:
@@ -159,6 +173,17 @@ TEST(ServiceControls, EntersTheTableInItsOrder)
     ASSERT_EQ(table.size(), 20U);
     for (std::size_t i = 0; i < table.size(); ++i)
         EXPECT_EQ(registry.entries()[i].key, table[i].registryKey) << table[i].name;
+}
+
+TEST(ServiceControls, AreFoundByTheirNames)
+{
+    ASSERT_EQ(devices::controls::all.size(), table.size());
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const devices::ControlName* const found = devices::controls::find(spelledByTheConsole(table[i].name));
+        ASSERT_EQ(found, &devices::controls::all[i]) << table[i].name;
+        EXPECT_EQ(found->keys, (devices::ControlKeys{table[i].registryKey, table[i].sdkKey}));
+    }
+    EXPECT_EQ(devices::controls::find("no-such-control"), nullptr);
 }
 
 TEST(ServiceControls, PassesOnTheRefusalOfAKeyAndKeepsWhatItEnteredBefore)

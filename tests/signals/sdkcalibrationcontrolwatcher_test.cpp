@@ -180,6 +180,29 @@ TEST_F(SdkCalibrationController, WatcherWaitsSilentlyForAControllerThatIsAbsent)
     EXPECT_THAT(story, ElementsAre("unit", "configuration"));
 }
 
+TEST_F(SdkCalibrationController, WatcherIsAttachedWhenItTellsThatTheControlsAreThere)
+{
+    const SdkCalibrationControlWatcher watcher(*handle);
+    handle->onControlsAboutToBeReleased();
+    std::size_t attached = 0;
+    QObject::connect(&watcher, &SdkCalibrationControlWatcher::unitStatusChanged,
+                     [&] { attached = fake->observers().size(); });
+    handle->onControlsAvailable();
+    EXPECT_EQ(attached, 1U);
+}
+
+TEST_F(SdkCalibrationController, WatcherHearsOfAnAnnouncementWhileItAttachesItself)
+{
+    fake->duringCall = [this] {
+        if (fake->calls().back() == "addObserver()") {
+            fake->duringCall = nullptr;
+            handle->onControlsAboutToBeReleased();
+        }
+    };
+    const SdkCalibrationControlWatcher watcher(*handle);
+    EXPECT_THAT(fake->calls(), ElementsAre("removeObserver()", "addObserver()", "removeObserver()"));
+}
+
 TEST_F(SdkCalibrationController, WatcherHasNothingToDetachFromWhenTheControllerIsAbsent)
 {
     const SdkCalibrationControlWatcher watcher(*handle);

@@ -212,6 +212,15 @@ TEST_F(SdkFactoryCorrections, KeepsAnObserverThatIsRemovedWhileTheControlIsAbsen
     EXPECT_THAT(fake->observers(), IsEmpty());
 }
 
+TEST_F(SdkFactoryCorrections, HaveNothingToDetachFromWhenTheControlIsAbsent)
+{
+    corrections.addObserver(&observer);
+    release();
+    corrections.onControlsAboutToBeReleased();
+    corrections.onControlsAvailable();
+    EXPECT_THAT(observer.story, IsEmpty());
+}
+
 TEST_F(SdkFactoryCorrections, RegistersTwiceWhenAvailableTwice)
 {
     corrections.addObserver(&observer);
