@@ -1,0 +1,13 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <span>
+
+namespace mutant {
+
+/// By number, whether the places of the mutants were reached: by this process or by one that it has started to see it
+/// die.
+std::span<std::atomic<bool>> reached();
+
+} // namespace mutant
