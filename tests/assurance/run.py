@@ -21,7 +21,7 @@ from concurrent import futures
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
 RESULTS = HERE / "results.json"
-ROOMS = sorted(path.parent.name for path in HERE.glob("*/CMakeLists.txt"))
+ROOMS = sorted({path.parent.name for pattern in ("*/run.py", "*/CMakeLists.txt") for path in HERE.glob(pattern)})
 SPOKEN_OF = ("devices", "service")
 CHANGES_THAT_MAY_BE_NEWER = 5
 
