@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -20,6 +21,7 @@ class AnsweringControl : public RecordingControl
 public:
     enum class When {
         AtOnce,        ///< on the caller's thread, before the operation returns
+        ByThread,      ///< on another thread, before the operation returns
         Later,         ///< on another thread, before or after the operation returns
         TwiceByThread, ///< on another thread, twice, before the operation returns
         Never,         ///< the callback is destroyed
@@ -33,8 +35,8 @@ public:
     /// Runs before a later answer, on the answering thread.
     std::function<void()> beforeAnswer;
 
-    /// What a second answer threw in the answering thread.
-    std::error_code secondAnswer;
+    /// What a second answer threw in the answering thread. May be kept longer than the control.
+    std::shared_ptr<std::error_code> secondAnswer = std::make_shared<std::error_code>();
 
 protected:
     ~AnsweringControl() = default;
@@ -71,13 +73,16 @@ private:
             });
             return;
         }
+        case When::ByThread:
+            std::jthread(answer).join();
+            return;
         case When::TwiceByThread:
             std::jthread([&] {
                 answer();
                 try {
                     answer();
                 } catch (const std::future_error& thrown) {
-                    secondAnswer = thrown.code();
+                    *secondAnswer = thrown.code();
                 }
             }).join();
             return;

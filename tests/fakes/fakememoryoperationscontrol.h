@@ -11,6 +11,9 @@ class FakeMemoryOperationsControl final : public sdk::service::IMemoryOperations
                                           public ObservedControl<sdk::service::IMemoryOperationsControl::IObserver>
 {
 public:
+    /// Also when an observer comes or goes.
+    bool recordsObservers = false;
+
     void read(std::function<void(std::vector<std::byte>, std::error_code)> answer) override
     {
         answers("read", std::move(answer));
@@ -24,8 +27,18 @@ public:
     {
         answers("integrityCheck", std::move(answer));
     }
-    void addObserver(IObserver* observer) override { add(observer); }
-    void removeObserver(IObserver* observer) override { remove(observer); }
+    void addObserver(IObserver* observer) override
+    {
+        if (recordsObservers)
+            called("addObserver");
+        add(observer);
+    }
+    void removeObserver(IObserver* observer) override
+    {
+        if (recordsObservers)
+            called("removeObserver");
+        remove(observer);
+    }
 };
 
 } // namespace tov::testing

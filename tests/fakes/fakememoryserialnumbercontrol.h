@@ -11,6 +11,9 @@ class FakeMemorySerialNumberControl final : public sdk::service::IMemorySerialNu
                                             public ObservedControl<sdk::service::IMemorySerialNumberControl::Observer>
 {
 public:
+    /// Also when an observer comes or goes.
+    bool recordsObservers = false;
+
     void readSerialNumber(std::function<void(unsigned int, std::error_code)> answer) override
     {
         answers("readSerialNumber", std::move(answer));
@@ -19,8 +22,18 @@ public:
     {
         answers("writeSerialNumber", std::move(answer), serialNumber);
     }
-    void addObserver(Observer* observer) override { add(observer); }
-    void removeObserver(Observer* observer) override { remove(observer); }
+    void addObserver(Observer* observer) override
+    {
+        if (recordsObservers)
+            called("addObserver");
+        add(observer);
+    }
+    void removeObserver(Observer* observer) override
+    {
+        if (recordsObservers)
+            called("removeObserver");
+        remove(observer);
+    }
 };
 
 } // namespace tov::testing

@@ -11,12 +11,25 @@ class FakeSystemTermsControl final : public sdk::service::ISystemTermsControl,
                                      public ObservedControl<sdk::service::ISystemTermsControl::Observer>
 {
 public:
+    /// Also when an observer comes or goes.
+    bool recordsObservers = false;
+
     /// What the last write brought.
     std::vector<TermsRecord> writtenRecords;
     sdk::corrections::ErrorTerms writtenTerms;
 
-    void addObserver(Observer* observer) override { add(observer); }
-    void removeObserver(Observer* observer) override { remove(observer); }
+    void addObserver(Observer* observer) override
+    {
+        if (recordsObservers)
+            called("addObserver");
+        add(observer);
+    }
+    void removeObserver(Observer* observer) override
+    {
+        if (recordsObservers)
+            called("removeObserver");
+        remove(observer);
+    }
     std::vector<TermsRecord> termsRecords() override { return called<std::vector<TermsRecord>>("termsRecords"); }
     void writeSystemTerms(long long secondsSinceEpoch, double parameter, std::vector<TermsRecord> records,
                           sdk::corrections::ErrorTerms terms) override

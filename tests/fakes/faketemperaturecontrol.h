@@ -9,9 +9,9 @@
 
 namespace tov::testing {
 
-class FakeTemperatureControl final : public sdk::ITemperatureControl,
-                                     public RecordingControl,
-                                     public ObservedControl<sdk::ITemperatureControl::Observer>
+class FakeTemperatureControl : public sdk::ITemperatureControl,
+                               public RecordingControl,
+                               public ObservedControl<sdk::ITemperatureControl::Observer>
 {
 public:
     /// What the modules' temperatures are.

@@ -1,5 +1,6 @@
 #include "devices/icontrollifecycleobserver.h"
 #include "fakes/fakeulkpowercontrol.h"
+#include "operations/operations.h"
 #include "service/enumerationwalk.h"
 #include "service/tuning/sdkulkpowercontrol.h"
 #include "service/valueadaptercontract.h"
@@ -89,66 +90,7 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(
-    SdkUlkPowerControl, ValueAdapter,
-    (operations<SdkUlkPowerControl, IUlkPowerControl, FakeUlkPowerControl>({
-        reads("loPower", &SdkUlkPowerControl::loPower, {0}, {200}),
-        writes("setLoPower", &SdkUlkPowerControl::setLoPower, 255),
-        reads("rfPower", &SdkUlkPowerControl::rfPower, {0}, {7}),
-        writes("setRfPower", &SdkUlkPowerControl::setRfPower, 8),
-        reads("minPowerCode", &SdkUlkPowerControl::minPowerCode, {0}, {3}),
-        reads("maxPowerCode", &SdkUlkPowerControl::maxPowerCode, {0}, {250}),
-        reads("syntPowerMode", &SdkUlkPowerControl::syntPowerMode, {SdkUlkPowerControl::SyntPowerMode::Mode0},
-              SdkAnswers{1}, SdkUlkPowerControl::SyntPowerMode::Mode1),
-        writes("setSyntPowerMode", &SdkUlkPowerControl::setSyntPowerMode, SdkUlkPowerControl::SyntPowerMode::Mode1)
-            .as("setSyntPowerMode(1)"),
-        reads("attenuationMode", &SdkUlkPowerControl::attenuationMode, {SdkUlkPowerControl::AttenuationMode::Mode0},
-              SdkAnswers{1}, SdkUlkPowerControl::AttenuationMode::Mode1),
-        writes("setAttenuationMode", &SdkUlkPowerControl::setAttenuationMode,
-               SdkUlkPowerControl::AttenuationMode::Mode1)
-            .as("setAttenuationMode(1)"),
-        reads("attenuationStep", &SdkUlkPowerControl::attenuationStep, {0}, {3}),
-        writes("setAttenuationStep", &SdkUlkPowerControl::setAttenuationStep, -7),
-        reads("defaultAttenuationStep", &SdkUlkPowerControl::defaultAttenuationStep, {0}, {4}),
-        reads("stepAttenuatorMode", &SdkUlkPowerControl::stepAttenuatorMode,
-              {SdkUlkPowerControl::StepAttenuatorMode::Mode0}, SdkAnswers{3},
-              SdkUlkPowerControl::StepAttenuatorMode::Mode3),
-        writes("setStepAttenuatorMode", &SdkUlkPowerControl::setStepAttenuatorMode,
-               SdkUlkPowerControl::StepAttenuatorMode::Mode3)
-            .as("setStepAttenuatorMode(3)"),
-        reads("discreteAttenuatorEnabled", &SdkUlkPowerControl::discreteAttenuatorEnabled, {false}, {true}),
-        writes("enableDiscreteAttenuator", &SdkUlkPowerControl::enableDiscreteAttenuator, true),
-        reads("discreteAttenuatorMode", &SdkUlkPowerControl::discreteAttenuatorMode,
-              {SdkUlkPowerControl::DiscreteAttenuatorMode::Mode0}, SdkAnswers{1},
-              SdkUlkPowerControl::DiscreteAttenuatorMode::Mode1),
-        writes("setDiscreteAttenuatorMode", &SdkUlkPowerControl::setDiscreteAttenuatorMode,
-               SdkUlkPowerControl::DiscreteAttenuatorMode::Mode1)
-            .as("setDiscreteAttenuatorMode(1)"),
-        reads("commonAttenuationMode", &SdkUlkPowerControl::commonAttenuationMode,
-              {SdkUlkPowerControl::CommonAttenuationMode::Mode0}, SdkAnswers{1},
-              SdkUlkPowerControl::CommonAttenuationMode::Mode1),
-        writes("setCommonAttenuationMode", &SdkUlkPowerControl::setCommonAttenuationMode,
-               SdkUlkPowerControl::CommonAttenuationMode::Mode1)
-            .as("setCommonAttenuationMode(1)"),
-        reads("commonAttenuationStep", &SdkUlkPowerControl::commonAttenuationStep, {0}, {3}),
-        writes("setCommonAttenuationStep", &SdkUlkPowerControl::setCommonAttenuationStep, -7),
-        reads("ampTPort1", &SdkUlkPowerControl::ampTPort1, {SdkUlkPowerControl::AmpGain::Gain0},
-              SdkAnswers{static_cast<unsigned char>(1)}, SdkUlkPowerControl::AmpGain::Gain1),
-        writes("setAmpTPort1", &SdkUlkPowerControl::setAmpTPort1, SdkUlkPowerControl::AmpGain::Gain1)
-            .as("setAmpTPort1(" + exactly(static_cast<unsigned char>(1)) + ")"),
-        reads("ampTPort2", &SdkUlkPowerControl::ampTPort2, {SdkUlkPowerControl::AmpGain::Gain0},
-              SdkAnswers{static_cast<unsigned char>(1)}, SdkUlkPowerControl::AmpGain::Gain1),
-        writes("setAmpTPort2", &SdkUlkPowerControl::setAmpTPort2, SdkUlkPowerControl::AmpGain::Gain1)
-            .as("setAmpTPort2(" + exactly(static_cast<unsigned char>(1)) + ")"),
-        reads("ampRPort1", &SdkUlkPowerControl::ampRPort1, {SdkUlkPowerControl::AmpGain::Gain0},
-              SdkAnswers{static_cast<unsigned char>(1)}, SdkUlkPowerControl::AmpGain::Gain1),
-        writes("setAmpRPort1", &SdkUlkPowerControl::setAmpRPort1, SdkUlkPowerControl::AmpGain::Gain1)
-            .as("setAmpRPort1(" + exactly(static_cast<unsigned char>(1)) + ")"),
-        writes("setLoPowerCodes", &SdkUlkPowerControl::setLoPowerCodes, {1, 0, 255}),
-        writes("setRfPowerCodes", &SdkUlkPowerControl::setRfPowerCodes, {1, 0, 255}),
-        writes("reset", &SdkUlkPowerControl::reset),
-    })),
-    operationName);
+INSTANTIATE_TEST_SUITE_P(SdkUlkPowerControl, ValueAdapter, ::testing::ValuesIn(ulkPowerOperations()), operationName);
 
 TEST_F(SdkUlkPower, HasItsThirteenSignalsInOrder)
 {

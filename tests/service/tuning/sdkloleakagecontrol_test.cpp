@@ -1,16 +1,8 @@
-#include "fakes/fakeloleakagecontrol.h"
-#include "service/tuning/sdkloleakagecontrol.h"
+#include "operations/operations.h"
 #include "service/valueadaptercontract.h"
 
 namespace tov::testing {
 
-using devices::service::SdkLoLeakageControl;
-
-INSTANTIATE_TEST_SUITE_P(SdkLoLeakageControl, ValueAdapter,
-                         (operations<SdkLoLeakageControl, sdk::service::ILoLeakageControl, FakeLoLeakageControl>({
-                             reads("isEnabled", &SdkLoLeakageControl::isEnabled, {false}, {true}),
-                             writes("setEnabled", &SdkLoLeakageControl::setEnabled, true),
-                         })),
-                         operationName);
+INSTANTIATE_TEST_SUITE_P(SdkLoLeakageControl, ValueAdapter, ::testing::ValuesIn(loLeakageOperations()), operationName);
 
 } // namespace tov::testing

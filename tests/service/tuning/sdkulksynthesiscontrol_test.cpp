@@ -1,4 +1,5 @@
 #include "fakes/fakeulksynthesiscontrol.h"
+#include "operations/operations.h"
 #include "service/tuning/sdkulksynthesiscontrol.h"
 #include "service/valueadaptercontract.h"
 
@@ -20,8 +21,6 @@ using ::testing::ElementsAre;
 
 namespace {
 
-constexpr std::array frequencies = {7.5e6, 10.7e6, 2.5e6};
-
 class SdkUlkSynthesis : public ::testing::Test
 {
 protected:
@@ -32,27 +31,7 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(SdkUlkSynthesisControl, ValueAdapter,
-                         (operations<SdkUlkSynthesisControl, IUlkSynthesisControl, FakeUlkSynthesisControl>({
-                             reads("loLeakageMode", &SdkUlkSynthesisControl::loLeakageMode, {false}, {true}),
-                             writes("setLoLeakageMode", &SdkUlkSynthesisControl::setLoLeakageMode, true),
-                             reads("manualIfEnabled", &SdkUlkSynthesisControl::manualIfEnabled, {false}, {true}),
-                             writes("enableManualIf", &SdkUlkSynthesisControl::enableManualIf, true),
-                             reads("selectedIf", &SdkUlkSynthesisControl::selectedIf, {0}, {3}),
-                             writes("setSelectedIf", &SdkUlkSynthesisControl::setSelectedIf, -7),
-                             reads("supportedIfs", &SdkUlkSynthesisControl::supportedIfs, {{}},
-                                   SdkAnswers{std::span<const double>(frequencies)}, {7.5e6, 10.7e6, 2.5e6}),
-                             reads("filter1Frequency", &SdkUlkSynthesisControl::filter1Frequency, {0.0}, {2.5e9}),
-                             writes("setFilter1Frequency", &SdkUlkSynthesisControl::setFilter1Frequency, -0.125),
-                             reads("manualRefEnabled", &SdkUlkSynthesisControl::manualRefEnabled, {false}, {true}),
-                             writes("enableManualRef", &SdkUlkSynthesisControl::enableManualRef, true),
-                             reads("selectedRef", &SdkUlkSynthesisControl::selectedRef, {0}, {2}),
-                             writes("setSelectedRef", &SdkUlkSynthesisControl::setSelectedRef,
-                                    std::numeric_limits<int>::max()),
-                             reads("supportedRefs", &SdkUlkSynthesisControl::supportedRefs, {{}},
-                                   SdkAnswers{std::span<const double>(frequencies)}, {7.5e6, 10.7e6, 2.5e6}),
-                             writes("reset", &SdkUlkSynthesisControl::reset),
-                         })),
+INSTANTIATE_TEST_SUITE_P(SdkUlkSynthesisControl, ValueAdapter, ::testing::ValuesIn(ulkSynthesisOperations()),
                          operationName);
 
 TEST_F(SdkUlkSynthesis, GivesCopiesOfTheListsThatDoNotFollowTheInstrument)

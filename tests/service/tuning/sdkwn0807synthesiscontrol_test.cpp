@@ -1,4 +1,5 @@
 #include "fakes/fakewn0807synthesiscontrol.h"
+#include "operations/operations.h"
 #include "service/enumerationwalk.h"
 #include "service/tuning/sdkwn0807synthesiscontrol.h"
 #include "service/valueadaptercontract.h"
@@ -27,28 +28,6 @@ using ::testing::ElementsAre;
 
 namespace {
 
-constexpr std::array frequencies = {7.5e6, 10.7e6, 2.5e6};
-
-constexpr std::array<IWn0807SynthesisControl::PowerSyntEntry, 2> entries = {{{1e9, 17}, {2e9, 255}}};
-
-// Frequencies and powers one after the other.
-using Table = std::vector<double>;
-
-auto tableOf(std::vector<SdkWn0807SynthesisControl::PowerSyntEntry> (SdkWn0807SynthesisControl::*getter)() const)
-{
-    return [getter](const SdkWn0807SynthesisControl& adapter) {
-        Table table;
-        for (const auto& entry : (adapter.*getter)())
-            table.insert(table.end(), {entry.frequency, static_cast<double>(entry.power)});
-        return table;
-    };
-}
-
-Table boundsOf(const std::optional<utils::Range<double>>& range)
-{
-    return range ? Table{range->first, range->second} : Table{};
-}
-
 class SdkWn0807Synthesis : public ::testing::Test
 {
 protected:
@@ -59,81 +38,8 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(
-    SdkWn0807SynthesisControl, ValueAdapter,
-    (operations<SdkWn0807SynthesisControl, IWn0807SynthesisControl, FakeWn0807SynthesisControl>({
-        reads("loPower", &SdkWn0807SynthesisControl::loPower, {0}, {200}),
-        writes("setLoPower", &SdkWn0807SynthesisControl::setLoPower, 255),
-        reads("rfPower", &SdkWn0807SynthesisControl::rfPower, {0}, {7}),
-        writes("setRfPower", &SdkWn0807SynthesisControl::setRfPower, 8),
-        reads("rfPowerMode", &SdkWn0807SynthesisControl::rfPowerMode, {SdkWn0807SynthesisControl::RfPowerMode::Mode0},
-              SdkAnswers{2}, SdkWn0807SynthesisControl::RfPowerMode::Mode2),
-        writes("setRfPowerMode", &SdkWn0807SynthesisControl::setRfPowerMode,
-               SdkWn0807SynthesisControl::RfPowerMode::Mode2)
-            .as("setRfPowerMode(2)"),
-        readsBy<SdkWn0807SynthesisControl>(
-            "rfPowerRangeTable", tableOf(&SdkWn0807SynthesisControl::rfPowerRangeTable), Table{},
-            SdkAnswers{std::span<const IWn0807SynthesisControl::PowerSyntEntry>(entries)},
-            Table{1e9, 17.0, 2e9, 255.0}),
-        readsBy<SdkWn0807SynthesisControl>(
-            "rfPowerDefaultRangeTable", tableOf(&SdkWn0807SynthesisControl::rfPowerDefaultRangeTable), Table{},
-            SdkAnswers{std::span<const IWn0807SynthesisControl::PowerSyntEntry>(entries)},
-            Table{1e9, 17.0, 2e9, 255.0}),
-        writes("setRfPowerRangeFrequency", &SdkWn0807SynthesisControl::setRfPowerRangeFrequency, -3, 1.5e9),
-        writes("setRfPowerRangePower", &SdkWn0807SynthesisControl::setRfPowerRangePower, 1000000,
-               static_cast<unsigned char>(255)),
-        reads("ifMode", &SdkWn0807SynthesisControl::ifMode, {SdkWn0807SynthesisControl::IfMode::Mode0}, SdkAnswers{1},
-              SdkWn0807SynthesisControl::IfMode::Mode1),
-        writes("setIfMode", &SdkWn0807SynthesisControl::setIfMode, SdkWn0807SynthesisControl::IfMode::Mode1)
-            .as("setIfMode(1)"),
-        reads("selectedIf", &SdkWn0807SynthesisControl::selectedIf, {0}, {3}),
-        writes("setSelectedIf", &SdkWn0807SynthesisControl::setSelectedIf, -7),
-        reads("supportedIfs", &SdkWn0807SynthesisControl::supportedIfs, {{}},
-              SdkAnswers{std::span<const double>(frequencies)}, {7.5e6, 10.7e6, 2.5e6}),
-        readsBy<SdkWn0807SynthesisControl>(
-            "capacitanceMode",
-            [](const SdkWn0807SynthesisControl& adapter) { return adapter.capacitanceMode(Capacitor::Capacitor2); },
-            CapacitorMode::Mode0, SdkAnswers{2}, CapacitorMode::Mode2)
-            .as("capacitanceMode(1)"),
-        writes("setCapacitanceMode", &SdkWn0807SynthesisControl::setCapacitanceMode, Capacitor::Capacitor2,
-               CapacitorMode::Mode3)
-            .as("setCapacitanceMode(1, 3)"),
-        readsBy<SdkWn0807SynthesisControl>(
-            "capacitanceRange",
-            [](const SdkWn0807SynthesisControl&
-                   adapter) { return boundsOf(adapter.capacitanceRange(Capacitor::Capacitor1)); },
-            Table{}, SdkAnswers{std::optional(IWn0807SynthesisControl::Range{5.0, -1.5})}, Table{5.0, -1.5})
-            .as("capacitanceRange(0)"),
-        writes("setCapacitanceRange", &SdkWn0807SynthesisControl::setCapacitanceRange, Capacitor::Capacitor2,
-               utils::Range<double>{2.5, 0.1})
-            .as("setCapacitanceRange(1, 2.5, 0.1)"),
-        reads("rfFilterMode", &SdkWn0807SynthesisControl::rfFilterMode, {SdkWn0807SynthesisControl::FilterMode::Mode0},
-              SdkAnswers{1}, SdkWn0807SynthesisControl::FilterMode::Mode1),
-        writes("setRfFilterMode", &SdkWn0807SynthesisControl::setRfFilterMode,
-               SdkWn0807SynthesisControl::FilterMode::Mode1)
-            .as("setRfFilterMode(1)"),
-        reads("selectedRfFilter", &SdkWn0807SynthesisControl::selectedRfFilter, {std::nullopt},
-              SdkAnswers{std::optional(2)}, RfFilter::Filter3),
-        writes("setSelectedRfFilter", &SdkWn0807SynthesisControl::setSelectedRfFilter, RfFilter::Filter2)
-            .as("setSelectedRfFilter(1)"),
-        readsBy<SdkWn0807SynthesisControl>(
-            "rfFilterFrom",
-            [](const SdkWn0807SynthesisControl& adapter) { return adapter.rfFilterFrom(RfFilter::Filter4); },
-            std::optional<double>(), SdkAnswers{std::optional(1.5e9)}, std::optional(1.5e9))
-            .as("rfFilterFrom(3)"),
-        writes("setRfFilterFrom", &SdkWn0807SynthesisControl::setRfFilterFrom, RfFilter::Filter3, 0.1)
-            .as("setRfFilterFrom(2, 0.1)"),
-        reads("ddsSwitchFreq", &SdkWn0807SynthesisControl::ddsSwitchFreq, {0.0}, {1e8}),
-        writes("setDdsSwitchFreq", &SdkWn0807SynthesisControl::setDdsSwitchFreq, -1e-9),
-        reads("delayMode", &SdkWn0807SynthesisControl::delayMode, {SdkWn0807SynthesisControl::DelayMode::Mode0},
-              SdkAnswers{1}, SdkWn0807SynthesisControl::DelayMode::Mode1),
-        writes("setDelayMode", &SdkWn0807SynthesisControl::setDelayMode, SdkWn0807SynthesisControl::DelayMode::Mode1)
-            .as("setDelayMode(1)"),
-        reads("measureDelay", &SdkWn0807SynthesisControl::measureDelay, {0.0},
-              SdkAnswers{IWn0807SynthesisControl::Duration(2.5e-6)}, 2.5e-6),
-        writes("setMeasureDelay", &SdkWn0807SynthesisControl::setMeasureDelay, 0.1),
-    })),
-    operationName);
+INSTANTIATE_TEST_SUITE_P(SdkWn0807SynthesisControl, ValueAdapter, ::testing::ValuesIn(wn0807SynthesisOperations()),
+                         operationName);
 
 TEST_F(SdkWn0807Synthesis, FoldsUnknownNumbers)
 {

@@ -1,4 +1,5 @@
 #include "fakes/fakeyqsynthesiscontrol.h"
+#include "operations/operations.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
 #include "service/valueadaptercontract.h"
 
@@ -18,8 +19,6 @@ using ::testing::ElementsAre;
 
 namespace {
 
-constexpr std::array ifs = {7.5e6, 10.7e6, 2.5e6};
-
 class SdkYqSynthesis : public ::testing::Test
 {
 protected:
@@ -30,15 +29,7 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(SdkYqSynthesisControl, ValueAdapter,
-                         (operations<SdkYqSynthesisControl, IYqSynthesisControl, FakeYqSynthesisControl>({
-                             reads("manualIfEnabled", &SdkYqSynthesisControl::manualIfEnabled, {false}, {true}),
-                             writes("enableManualIf", &SdkYqSynthesisControl::enableManualIf, true),
-                             reads("selectedIf", &SdkYqSynthesisControl::selectedIf, {-1}, {3}),
-                             writes("setSelectedIf", &SdkYqSynthesisControl::setSelectedIf, -7),
-                             reads("supportedIfs", &SdkYqSynthesisControl::supportedIfs, {{}},
-                                   SdkAnswers{std::span<const double>(ifs)}, {7.5e6, 10.7e6, 2.5e6}),
-                         })),
+INSTANTIATE_TEST_SUITE_P(SdkYqSynthesisControl, ValueAdapter, ::testing::ValuesIn(yqSynthesisOperations()),
                          operationName);
 
 TEST_F(SdkYqSynthesis, PassesAnyIndexOnUnchecked)
