@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fakes/undisturbed.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -16,6 +18,7 @@ namespace tov::testing {
 template <typename Value>
 std::string exactly(const Value& value)
 {
+    const Undisturbed undisturbed;
     if constexpr (std::is_floating_point_v<Value>) {
         std::array<char, 64> text{};
         return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
@@ -29,6 +32,7 @@ std::string exactly(const Value& value)
 template <typename Element>
 std::string exactly(const std::vector<Element>& values)
 {
+    const Undisturbed undisturbed;
     std::string text;
     for (const Element& value : values)
         text += (text.empty() ? "" : ", ") + exactly(value);

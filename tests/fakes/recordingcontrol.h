@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/exactly.h"
+#include "fakes/undisturbed.h"
 
 #include <any>
 #include <functional>
@@ -67,6 +68,7 @@ protected:
     template <typename Result = void, typename... Arguments>
     Result called(const std::string& operation, const Arguments&... arguments)
     {
+        const Undisturbed undisturbed;
         std::string call = operation + "(";
         ((call += (call.back() == '(' ? "" : ", ") + exactly(arguments)), ...);
         m_journal->record(call + ")");
