@@ -1,7 +1,7 @@
 #include "fakes/fakekz515powercontrol.h"
 #include "fakes/fakekz515synthesiscontrol.h"
 #include "operations/operations.h"
-#include "operations/row.h"
+#include "operations/valuerows.h"
 #include "service/tuning/sdkkz515powercontrol.h"
 #include "service/tuning/sdkkz515synthesiscontrol.h"
 
@@ -11,9 +11,9 @@ using namespace devices::service;
 using namespace sdk::service;
 using ControlMode = SdkKz515PowerControl::ControlMode;
 
-Operations kz515PowerOperations()
+Rows<SdkKz515PowerControl> kz515PowerRows()
 {
-    return operations<SdkKz515PowerControl, IKZ515PowerControl, FakeKz515PowerControl>({
+    return {
         reads("maxPowerValue", &SdkKz515PowerControl::maxPowerValue, {0}, {255}),
         reads("powerControlMode", &SdkKz515PowerControl::powerControlMode, {ControlMode::Mode0},
               SdkAnswers{IKZ515PowerControl::ControlMode::Mode1}, ControlMode::Mode1),
@@ -43,17 +43,28 @@ Operations kz515PowerOperations()
         writes("setSignalGain", &SdkKz515PowerControl::setSignalGain, 2),
         writes("assignReceiverCorrectionTable", &SdkKz515PowerControl::assignReceiverCorrectionTable, {1, 0, 255}),
         writes("assignPowerCalibrationTable", &SdkKz515PowerControl::assignPowerCalibrationTable, {}),
-    });
+    };
 }
 
-Operations kz515SynthesisOperations()
+Operations kz515PowerOperations()
 {
-    return operations<SdkKz515SynthesisControl, IKZ515SynthesisControl, FakeKz515SynthesisControl>({
+    return operations<SdkKz515PowerControl, IKZ515PowerControl, FakeKz515PowerControl>(kz515PowerRows());
+}
+
+Rows<SdkKz515SynthesisControl> kz515SynthesisRows()
+{
+    return {
         reads("availableReferenceFrequencies", &SdkKz515SynthesisControl::availableReferenceFrequencies, {{}},
               {{1e7, 5e6}}),
         reads("currentReferenceFrequency", &SdkKz515SynthesisControl::currentReferenceFrequency, {0.0}, {1e7}),
         writes("setReferenceFrequency", &SdkKz515SynthesisControl::setReferenceFrequency, 0.1),
-    });
+    };
+}
+
+Operations kz515SynthesisOperations()
+{
+    return operations<SdkKz515SynthesisControl, IKZ515SynthesisControl, FakeKz515SynthesisControl>(
+        kz515SynthesisRows());
 }
 
 } // namespace tov::testing

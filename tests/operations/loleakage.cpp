@@ -1,6 +1,6 @@
 #include "fakes/fakeloleakagecontrol.h"
 #include "operations/operations.h"
-#include "operations/row.h"
+#include "operations/valuerows.h"
 #include "service/tuning/sdkloleakagecontrol.h"
 
 namespace tov::testing {
@@ -8,12 +8,17 @@ namespace tov::testing {
 using devices::service::SdkLoLeakageControl;
 using sdk::service::ILoLeakageControl;
 
-Operations loLeakageOperations()
+Rows<SdkLoLeakageControl> loLeakageRows()
 {
-    return operations<SdkLoLeakageControl, ILoLeakageControl, FakeLoLeakageControl>({
+    return {
         reads("isEnabled", &SdkLoLeakageControl::isEnabled, {false}, {true}),
         writes("setEnabled", &SdkLoLeakageControl::setEnabled, true),
-    });
+    };
+}
+
+Operations loLeakageOperations()
+{
+    return operations<SdkLoLeakageControl, ILoLeakageControl, FakeLoLeakageControl>(loLeakageRows());
 }
 
 } // namespace tov::testing

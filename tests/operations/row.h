@@ -92,6 +92,10 @@ struct Row
     }
 };
 
+/// An adapter's table.
+template <typename Adapter>
+using Rows = std::vector<Row<Adapter>>;
+
 /// A getter, as anything that can be called with the adapter, that gives `result` for the SDK's answer.
 template <typename Adapter, typename Getter, typename Answer, typename Result>
 Row<Adapter> readsBy(const std::string& name, Getter getter, const Result& whenAbsent, const SdkAnswers<Answer>& answer,
@@ -157,7 +161,7 @@ Row<Adapter> requests(const std::string& name, const std::string& sdkCall, const
 
 /// The two lifecycle operations of an adapter that is itself an observer of the SDK's.
 template <typename Adapter>
-std::vector<Row<Adapter>> lifecycle(const std::vector<std::string>& furtherCallsWhenAvailable = {})
+Rows<Adapter> lifecycle(const std::vector<std::string>& furtherCallsWhenAvailable = {})
 {
     std::vector<std::string> whenAvailable = {"addObserver()"};
     whenAvailable.insert(whenAvailable.end(), furtherCallsWhenAvailable.begin(), furtherCallsWhenAvailable.end());
@@ -250,7 +254,7 @@ private:
 
 /// Makes operations of an adapter's rows.
 template <typename Adapter, typename SdkIface, typename Fake>
-Operations operations(const std::vector<Row<Adapter>>& rows)
+Operations operations(const Rows<Adapter>& rows)
 {
     Operations all;
     for (const auto& row : rows) {
@@ -266,7 +270,7 @@ Operations operations(const std::vector<Row<Adapter>>& rows)
 
 /// Two parts of one table.
 template <typename Adapter>
-std::vector<Row<Adapter>> operator+(std::vector<Row<Adapter>> rows, const std::vector<Row<Adapter>>& more)
+Rows<Adapter> operator+(Rows<Adapter> rows, const Rows<Adapter>& more)
 {
     rows.insert(rows.end(), more.begin(), more.end());
     return rows;

@@ -1,7 +1,7 @@
 #include "fakes/fakeulkpowercontrol.h"
 #include "fakes/fakeulksynthesiscontrol.h"
 #include "operations/operations.h"
-#include "operations/row.h"
+#include "operations/valuerows.h"
 #include "service/tuning/sdkulkpowercontrol.h"
 #include "service/tuning/sdkulksynthesiscontrol.h"
 
@@ -20,9 +20,9 @@ constexpr std::array frequencies = {7.5e6, 10.7e6, 2.5e6};
 
 } // namespace
 
-Operations ulkSynthesisOperations()
+Rows<SdkUlkSynthesisControl> ulkSynthesisRows()
 {
-    return operations<SdkUlkSynthesisControl, IUlkSynthesisControl, FakeUlkSynthesisControl>({
+    return {
         reads("loLeakageMode", &SdkUlkSynthesisControl::loLeakageMode, {false}, {true}),
         writes("setLoLeakageMode", &SdkUlkSynthesisControl::setLoLeakageMode, true),
         reads("manualIfEnabled", &SdkUlkSynthesisControl::manualIfEnabled, {false}, {true}),
@@ -40,12 +40,17 @@ Operations ulkSynthesisOperations()
         reads("supportedRefs", &SdkUlkSynthesisControl::supportedRefs, {{}},
               SdkAnswers{std::span<const double>(frequencies)}, {7.5e6, 10.7e6, 2.5e6}),
         writes("reset", &SdkUlkSynthesisControl::reset),
-    });
+    };
 }
 
-Operations ulkPowerOperations()
+Operations ulkSynthesisOperations()
 {
-    return operations<SdkUlkPowerControl, IUlkPowerControl, FakeUlkPowerControl>({
+    return operations<SdkUlkSynthesisControl, IUlkSynthesisControl, FakeUlkSynthesisControl>(ulkSynthesisRows());
+}
+
+Rows<SdkUlkPowerControl> ulkPowerRows()
+{
+    return {
         reads("loPower", &SdkUlkPowerControl::loPower, {0}, {200}),
         writes("setLoPower", &SdkUlkPowerControl::setLoPower, 255),
         reads("rfPower", &SdkUlkPowerControl::rfPower, {0}, {7}),
@@ -101,7 +106,12 @@ Operations ulkPowerOperations()
         writes("setLoPowerCodes", &SdkUlkPowerControl::setLoPowerCodes, {1, 0, 255}),
         writes("setRfPowerCodes", &SdkUlkPowerControl::setRfPowerCodes, {1, 0, 255}),
         writes("reset", &SdkUlkPowerControl::reset),
-    });
+    };
+}
+
+Operations ulkPowerOperations()
+{
+    return operations<SdkUlkPowerControl, IUlkPowerControl, FakeUlkPowerControl>(ulkPowerRows());
 }
 
 } // namespace tov::testing

@@ -1,7 +1,7 @@
 #include "fakes/fakewn0807powermodulecontrol.h"
 #include "fakes/fakewn0807synthesiscontrol.h"
 #include "operations/operations.h"
-#include "operations/row.h"
+#include "operations/valuerows.h"
 #include "service/tuning/sdkwn0807powercontrol.h"
 #include "service/tuning/sdkwn0807synthesiscontrol.h"
 
@@ -44,9 +44,9 @@ Table boundsOf(const std::optional<utils::Range<double>>& range)
 
 } // namespace
 
-Operations wn0807PowerOperations()
+Rows<SdkWn0807PowerControl> wn0807PowerRows()
 {
-    return operations<SdkWn0807PowerControl, IWn0807PowerModuleControl, FakeWn0807PowerModuleControl>({
+    return {
         reads("dacMode", &SdkWn0807PowerControl::dacMode, {SdkWn0807PowerControl::DacMode::Mode0}, SdkAnswers{2},
               SdkWn0807PowerControl::DacMode::Mode2),
         writes("setDacMode", &SdkWn0807PowerControl::setDacMode, SdkWn0807PowerControl::DacMode::Mode2)
@@ -95,12 +95,18 @@ Operations wn0807PowerOperations()
         reads("ddsCorrectionEnabled", &SdkWn0807PowerControl::ddsCorrectionEnabled, {false}, {true}),
         writes("enableDdsCorrection", &SdkWn0807PowerControl::enableDdsCorrection, true),
         writes("assignPowerCalibrationTable", &SdkWn0807PowerControl::assignPowerCalibrationTable, {1, 0, 255}),
-    });
+    };
 }
 
-Operations wn0807SynthesisOperations()
+Operations wn0807PowerOperations()
 {
-    return operations<SdkWn0807SynthesisControl, IWn0807SynthesisControl, FakeWn0807SynthesisControl>({
+    return operations<SdkWn0807PowerControl, IWn0807PowerModuleControl, FakeWn0807PowerModuleControl>(
+        wn0807PowerRows());
+}
+
+Rows<SdkWn0807SynthesisControl> wn0807SynthesisRows()
+{
+    return {
         reads("loPower", &SdkWn0807SynthesisControl::loPower, {0}, {200}),
         writes("setLoPower", &SdkWn0807SynthesisControl::setLoPower, 255),
         reads("rfPower", &SdkWn0807SynthesisControl::rfPower, {0}, {7}),
@@ -172,7 +178,13 @@ Operations wn0807SynthesisOperations()
         reads("measureDelay", &SdkWn0807SynthesisControl::measureDelay, {0.0},
               SdkAnswers{IWn0807SynthesisControl::Duration(2.5e-6)}, 2.5e-6),
         writes("setMeasureDelay", &SdkWn0807SynthesisControl::setMeasureDelay, 0.1),
-    });
+    };
+}
+
+Operations wn0807SynthesisOperations()
+{
+    return operations<SdkWn0807SynthesisControl, IWn0807SynthesisControl, FakeWn0807SynthesisControl>(
+        wn0807SynthesisRows());
 }
 
 } // namespace tov::testing

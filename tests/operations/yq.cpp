@@ -1,6 +1,6 @@
 #include "fakes/fakeyqsynthesiscontrol.h"
 #include "operations/operations.h"
-#include "operations/row.h"
+#include "operations/valuerows.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
 
 #include <array>
@@ -17,16 +17,21 @@ constexpr std::array ifs = {7.5e6, 10.7e6, 2.5e6};
 
 } // namespace
 
-Operations yqSynthesisOperations()
+Rows<SdkYqSynthesisControl> yqSynthesisRows()
 {
-    return operations<SdkYqSynthesisControl, IYqSynthesisControl, FakeYqSynthesisControl>({
+    return {
         reads("manualIfEnabled", &SdkYqSynthesisControl::manualIfEnabled, {false}, {true}),
         writes("enableManualIf", &SdkYqSynthesisControl::enableManualIf, true),
         reads("selectedIf", &SdkYqSynthesisControl::selectedIf, {-1}, {3}),
         writes("setSelectedIf", &SdkYqSynthesisControl::setSelectedIf, -7),
         reads("supportedIfs", &SdkYqSynthesisControl::supportedIfs, {{}}, SdkAnswers{std::span<const double>(ifs)},
               {7.5e6, 10.7e6, 2.5e6}),
-    });
+    };
+}
+
+Operations yqSynthesisOperations()
+{
+    return operations<SdkYqSynthesisControl, IYqSynthesisControl, FakeYqSynthesisControl>(yqSynthesisRows());
 }
 
 } // namespace tov::testing
