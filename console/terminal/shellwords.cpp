@@ -96,6 +96,8 @@ std::vector<std::string> wordsBegun(const std::string& line)
 
 std::string asOneWord(const std::string& word)
 {
+    if (word.empty())
+        return "''";
     std::string written;
     for (const char character : word) {
         if (blanks.contains(character) || character == '"' || character == '\'' || character == '\\'

@@ -32,7 +32,7 @@ TEST(ShellWords, AreQuotedAsInOtherShells)
     EXPECT_THAT(wordsOf("# nothing 'else"), IsEmpty());
     EXPECT_THROW(wordsOf("it's"), console::BadUse);
     EXPECT_THROW(wordsOf("\"it's"), console::BadUse);
-    for (const std::string word : {"a b", "it's", "\"", "\\", "#1", "a\tb"})
+    for (const std::string word : {"", "a b", "it's", "\"", "\\", "#1", "a\tb"})
         EXPECT_THAT(wordsOf(console::asOneWord(word)), ElementsAre(word));
 }
 
