@@ -1,0 +1,17 @@
+#include "readers/memoryfile.h"
+
+#include "console/files/localfile.h"
+
+namespace tov::console {
+
+QByteArray readLocalFile(const std::string& /*path*/, qint64 /*most*/)
+{
+    return testing::memoryFile;
+}
+
+void writeLocalFile(const LocalTarget& /*target*/, const QByteArray& contents)
+{
+    testing::memoryFile = contents;
+}
+
+} // namespace tov::console
