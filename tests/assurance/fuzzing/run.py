@@ -51,12 +51,12 @@ class Target:
 
 
 TARGETS = [
-    Target("operations", 10000, 1000000, 258,
+    Target("operations", 5000, 1000000, 130,
            ("tells-doubles-once", "keeps-released-controls", "tells-removed-observers")),
-    Target("statefile", 4000, 1000000, 2048),
+    Target("statefile", 4000, 1000000, 4096),
     Target("termsfile", 60000, 2000000, 2048),
-    Target("calibrationfiles", 100000, 3000000, 1024),
-    Target("shellwords", 300000, 3000000, 256),
+    Target("calibrationfiles", 20000, 3000000, 1024),
+    Target("shellwords", 100000, 3000000, 256),
 ]
 
 
@@ -122,7 +122,7 @@ def main():
             figures[f"{target.name} seeded bugs"] = len(target.bugs)
             figures[f"{target.name} findings"] = len(wrong)
             figures[f"{target.name} seconds"] = round(found["seconds"], 1)
-            if wanted.long: # what depends on how threads and time went
+            if wanted.long:  # what depends on how threads and time went
                 figures[f"{target.name} executions per second"] = round(rate)
                 figures[f"{target.name} edges covered"] = found["edges"]
                 figures[f"{target.name} features covered"] = found["features"]
