@@ -12,7 +12,7 @@ import tempfile
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
-PROGRAMS = HERE.parents[2] / "build" / "assurance" / "bin"
+PROGRAMS = HERE.parents[2] / "build" / "asan" / "bin"
 MOST_TO_FIND_A_BUG = 30000
 
 

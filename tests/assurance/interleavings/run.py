@@ -110,7 +110,7 @@ def main():
     parser.add_argument("--long", action="store_true")
     parser.add_argument("--json", metavar="FILE", type=pathlib.Path)
     parser.add_argument("--build", metavar="FOLDER", type=pathlib.Path,
-                        default=HERE.parents[2] / "build" / "assurance")
+                        default=HERE.parents[2] / "build" / "asan")
     arguments = parser.parse_args()
     os.environ["ASAN_OPTIONS"] = "quarantine_size_mb=16"
 

@@ -53,7 +53,7 @@ def link(path, target):
 
 def commands():
     """How the library's sources are compiled: what the syntax depends on."""
-    database = PROJECT / "build" / "assurance" / "compile_commands.json"
+    database = PROJECT / "build" / "asan" / "compile_commands.json"
     if not database.exists():
         sys.exit("error: the preset assurance is not configured")
     found = {}

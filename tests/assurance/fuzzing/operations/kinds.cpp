@@ -10,6 +10,7 @@
 #include "fakes/faketemperaturecontrol.h"
 #include "operations/kind.h"
 #include "operations/recorders.h"
+#include "operations/valuerows.h"
 #include "service/calibration/sdkyqfactorypowercalibrationcontrol.h"
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
 #include "service/memory/sdkfilememorycontrol.h"
@@ -18,14 +19,6 @@
 #include "service/memory/sdkpotentiometerscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
-#include "service/tuning/kz515powercontroloperations.h"
-#include "service/tuning/kz515synthesiscontroloperations.h"
-#include "service/tuning/loleakagecontroloperations.h"
-#include "service/tuning/ulkpowercontroloperations.h"
-#include "service/tuning/ulksynthesiscontroloperations.h"
-#include "service/tuning/wn0807powercontroloperations.h"
-#include "service/tuning/wn0807synthesiscontroloperations.h"
-#include "service/tuning/yqsynthesiscontroloperations.h"
 
 #include <QDateTime>
 
@@ -103,11 +96,10 @@ public:
     /// An operation of which `answer` is what the SDK answers to its only call.
     Describing& calls(const Row<Adapter>& row)
     {
-        if (row.sdkAnswer.has_value())
-            m_answers.emplace_back(row.sdkOperation, row.sdkAnswer);
-        return calls({row.name, {row.sdkCall}, row.whenPresent, row.whenAbsent, erased(row.call)});
+        m_answers.insert(m_answers.end(), row.sdkAnswers.begin(), row.sdkAnswers.end());
+        return calls({row.name, row.sdkCalls, row.whenPresent, row.whenAbsent, erased(row.call)});
     }
-    Describing& calls(const std::vector<Row<Adapter>>& rows)
+    Describing& calls(const Rows<Adapter>& rows)
     {
         for (const Row<Adapter>& row : rows)
             calls(row);
@@ -634,14 +626,14 @@ const std::vector<Kind>& kinds()
         usbId(),
         serialNumber(),
         memoryOperations(),
-        valueAdapter<FakeUlkSynthesisControl>(controls::ulkSynthesis, operationsOfUlkSynthesis()),
-        valueAdapter<FakeUlkPowerControl>(controls::ulkPower, operationsOfUlkPower()),
-        valueAdapter<FakeWn0807SynthesisControl>(controls::wn0807Synthesis, operationsOfWn0807Synthesis()),
-        valueAdapter<FakeWn0807PowerModuleControl>(controls::wn0807Power, operationsOfWn0807Power()),
-        valueAdapter<FakeLoLeakageControl>(controls::loLeakage, operationsOfLoLeakage()),
-        valueAdapter<FakeKz515PowerControl>(controls::kz515Power, operationsOfKz515Power()),
-        valueAdapter<FakeKz515SynthesisControl>(controls::kz515Synthesis, operationsOfKz515Synthesis()),
-        valueAdapter<FakeYqSynthesisControl>(controls::yqSynthesis, operationsOfYqSynthesis()),
+        valueAdapter<FakeUlkSynthesisControl>(controls::ulkSynthesis, ulkSynthesisRows()),
+        valueAdapter<FakeUlkPowerControl>(controls::ulkPower, ulkPowerRows()),
+        valueAdapter<FakeWn0807SynthesisControl>(controls::wn0807Synthesis, wn0807SynthesisRows()),
+        valueAdapter<FakeWn0807PowerModuleControl>(controls::wn0807Power, wn0807PowerRows()),
+        valueAdapter<FakeLoLeakageControl>(controls::loLeakage, loLeakageRows()),
+        valueAdapter<FakeKz515PowerControl>(controls::kz515Power, kz515PowerRows()),
+        valueAdapter<FakeKz515SynthesisControl>(controls::kz515Synthesis, kz515SynthesisRows()),
+        valueAdapter<FakeYqSynthesisControl>(controls::yqSynthesis, yqSynthesisRows()),
         systemTerms(),
         calibration<FakeYqIfswCalibrationControl>(
             controls::ifswCalibration, {"saveCalibrationData",
