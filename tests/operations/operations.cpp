@@ -1,5 +1,6 @@
 #include "operations/operations.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace tov::testing {
