@@ -154,7 +154,7 @@ void judge(Findings& findings, std::uint64_t told)
     if (findings.fairness < 0.1)
         complain("a thread did less than a tenth of what the others did");
     if (findings.costRatio() > mostCostRatio)
-        complain("a call costs " + std::to_string(findings.costRatio()) + " of what it costs with one instrument");
+        complain("a call costs " + std::to_string(findings.costRatio()) + " times what it costs with one instrument");
 }
 
 } // namespace

@@ -12,9 +12,9 @@ namespace tov::testing {
 struct Plan
 {
     std::size_t instruments = 200;
-    int rounds = 20;                 ///< unless there is a time
+    int rounds = 100;                ///< unless there is a time
     std::chrono::seconds time{0};    ///< how long, whatever the rounds; 0: as the rounds say
-    int actions = 10000;             ///< of each thread in a round, at least
+    int actions = 30000;             ///< of each thread in a round, at least
     bool leaks = false;              ///< loses memory
     bool losesNotifications = false; ///< counts some as told that are not
 };
