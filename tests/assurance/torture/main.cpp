@@ -103,7 +103,7 @@ int run(const CommandLine& commandLine)
     Figures figures;
     long long wrong = 0;
     const auto tryPart = [&](const std::string& part, const std::vector<Scenario>& scenarios) {
-        const Tally tally = tryAll(scenarios, commandLine.isLong ? 200 : 10, &std::cout);
+        const Tally tally = tryAll(scenarios, commandLine.isLong ? 40 : 10, &std::cout);
         wrong += tally.wrong;
         figures.add(part + ": scenarios", static_cast<long long>(scenarios.size()));
         figures.add(part + ": failing allocations tried", tally.failingPoints);
