@@ -33,7 +33,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[2]
 BUILD = PROJECT / "build" / "mutation"
 TREE = BUILD / "tree"
-SAMPLE = 120  # that are tried in the short form
+SAMPLE = 100  # that are tried in the short form
 
 
 # The copy.
