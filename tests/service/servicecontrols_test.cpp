@@ -181,7 +181,8 @@ TEST(ServiceControls, AreFoundByTheirNames)
     for (std::size_t i = 0; i < table.size(); ++i) {
         const devices::ControlName* const found = devices::controls::find(spelledByTheConsole(table[i].name));
         ASSERT_EQ(found, &devices::controls::all[i]) << table[i].name;
-        EXPECT_EQ(found->keys, (devices::ControlKeys{table[i].registryKey, table[i].sdkKey}));
+        EXPECT_EQ(found->keys.registry, table[i].registryKey);
+        EXPECT_EQ(found->keys.sdk, table[i].sdkKey);
     }
     EXPECT_EQ(devices::controls::find("no-such-control"), nullptr);
 }
