@@ -15,6 +15,7 @@
 #include <mutex>
 #include <optional>
 #include <ranges>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -197,8 +198,10 @@ void InstrumentSession::passOnNotices()
 
 bool InstrumentSession::waitForCalls(std::chrono::milliseconds patience)
 {
-    constexpr std::chrono::milliseconds most(std::numeric_limits<int>::max());
-    return m_calls.waitForDone(static_cast<int>(std::min(patience, most).count()));
+    using std::chrono::milliseconds;
+    constexpr milliseconds withoutLimit(-1);
+    constexpr milliseconds most(std::numeric_limits<int>::max());
+    return m_calls.waitForDone(static_cast<int>(std::clamp(patience, withoutLimit, most).count()));
 }
 
 bool InstrumentSession::isPresent(const ControlName& kind) const

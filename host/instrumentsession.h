@@ -17,7 +17,6 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
-#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -62,7 +61,7 @@ public:
     InstrumentSession& operator=(const InstrumentSession&) = delete;
 
     /// Takes back the calls that have not begun, waits for the one that is under way, and on a connection tells the
-    /// adapters that the controls go, and closes it.
+    /// adapters that the controls go, and closes it. Not inside such a call, which would wait for itself.
     ~InstrumentSession();
 
     /// The connection that the session is on; null when there is none.
@@ -79,8 +78,9 @@ public:
     template <typename Exposed>
     std::shared_ptr<Exposed> control(const Control<Exposed>& kind);
 
-    /// Calls `function` with the adapter of this kind on the instrument's own thread, one call after the other in the
-    /// order in which they were asked for, and returns at once: a call may take as long as the instrument likes.
+    /// Calls `function`, which must be copyable, with the adapter of this kind on a thread of the session's own, one
+    /// call after the other in the order in which they were asked for, and returns at once: a call may take as long as
+    /// the instrument likes.
     ///
     /// The future gives what `function` returns, or throws what it throws; `ControlAbsent` when `control()` gives null.
     /// Cancelling it takes a call back that has not begun, and changes nothing of one that has.
@@ -90,7 +90,7 @@ public:
     auto run(const Control<Exposed>& kind, Function function) -> QFuture<std::invoke_result_t<Function&, Exposed&>>;
 
     /// Whether all that was asked for by `run()` is done; for that this waits so long, and without a limit when the
-    /// time is negative.
+    /// time is negative. Not inside such a call.
     bool waitForCalls(std::chrono::milliseconds patience = std::chrono::milliseconds(-1));
 
     /// Whether the instrument offers the control now; creates nothing.
@@ -137,7 +137,7 @@ private:
     std::vector<Kept> m_kept;
     bool m_released = false;            // the adapters have heard that the controls of the connection go
     std::unique_ptr<Notices> m_notices; // those that wait hold the controls until the adapters have heard
-    QThreadPool m_calls;                // of one thread; last, so that calls end before all that they use
+    QThreadPool m_calls;                // of one thread
 };
 
 template <typename Exposed>
@@ -166,7 +166,8 @@ auto InstrumentSession::run(const Control<Exposed>& kind, Function function)
 
     const auto promise = std::make_shared<QPromise<Result>>();
     promise->start(); // already here: who waits for the future waits for the call's turn too
-    auto call = [=, adapter = control(kind), name = static_cast<ControlName>(kind)]() mutable {
+    auto call = [promise, function = std::move(function), adapter = control(kind),
+                 name = static_cast<ControlName>(kind)]() mutable {
         if (promise->isCanceled())
             return promise->finish();
         try {

@@ -56,7 +56,7 @@ Interruption::Interruption(Signals which)
     : m_interrupt((prepareToWake(), std::signal(SIGINT, interrupt)))
     , m_terminate(which == Signals::CtrlC ? std::nullopt : std::optional(std::signal(SIGTERM, interrupt)))
 {
-    interrupted = false;
+    came(); // one that came before is nobody's
 }
 
 Interruption::~Interruption()

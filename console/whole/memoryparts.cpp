@@ -3,7 +3,6 @@
 #include "console/text/values.h"
 #include "console/whole/part.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <expected>
 

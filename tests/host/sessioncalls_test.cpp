@@ -1,11 +1,14 @@
 #include "host/instrumentsession.h"
+#include "patience.h"
 #include "simulator/simulatedinstrument.h"
 
 #include <QEventLoop>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
 #include <expected>
 #include <future>
 #include <memory>
@@ -122,6 +125,7 @@ TEST_F(SessionCalls, LeaveTheOwnersThreadFreeAndAnswerThere)
     occupy();
     session.run(controls::serialNumber, [](auto& control) { return control.serialNumber(); })
         .then(&window, [&](const Number& number) { window.show(number); });
+    QTimer::singleShot(std::chrono::minutes(5), &window.events, &QEventLoop::quit); // then it is a failure
 
     begun.get_future().wait(); // and this thread is here
     go.set_value();
@@ -137,7 +141,8 @@ TEST_F(SessionCalls, EndBeforeTheSessionDoesAndAreTakenBackIfTheyHaveNotBegun)
     auto second = session.run(serialNumber, [&](const auto& /*control*/) { called = true; });
     begun.get_future().wait();
     std::thread watching([&] {
-        while (!second.isFinished()) // which the session sees to before it waits
+        const Patience patience("the call that has not begun is taken back"); // before the session waits
+        while (!second.isFinished() && patience.lasts())
             std::this_thread::yield();
         EXPECT_TRUE(second.isCanceled());
         EXPECT_FALSE(first.isFinished());

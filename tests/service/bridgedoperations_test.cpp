@@ -9,7 +9,8 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <functional>
+#include <cstdlib>
+#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>

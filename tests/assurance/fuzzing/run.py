@@ -93,9 +93,12 @@ def try_target(target, is_long, renews):
             merged = target.run(scratch / "merged", folder, "-merge=1", "-set_cover_merge=1", "-use_counters=0")
             if merged.returncode != 0:
                 wrong.append(f"{target.name}: {merged.stdout}")
-            target.pack(scratch / "merged")
+            else:
+                target.pack(scratch / "merged")
     done = re.findall(r"^#(\d+)\s+DONE\s+cov: (\d+) ft: (\d+)", run.stdout, re.MULTILINE)
     executions, edges, features = (int(number) for number in done[-1]) if done else (0, 0, 0)
+    if run.returncode == 0 and executions < (target.long if is_long else target.short):
+        wrong.append(f"{target.name}: only {executions} executions:\n{shown(run.stdout)}")
     return {"executions": executions, "edges": edges, "features": features, "kept": kept, "seconds": seconds}, wrong
 
 
@@ -104,7 +107,7 @@ def main():
     arguments.add_argument("--long", action="store_true", help="ten million executions instead of a minute")
     arguments.add_argument("--json", type=pathlib.Path, help="where to write the figures")
     arguments.add_argument("--renew", action="store_true", help="put what was found on the way into the corpora")
-    arguments.add_argument("targets", nargs="*", help="instead of all")
+    arguments.add_argument("targets", nargs="*", help="instead of all", choices=[[], *(each.name for each in TARGETS)])
     wanted = arguments.parse_args()
     targets = [each for each in TARGETS if not wanted.targets or each.name in wanted.targets]
 

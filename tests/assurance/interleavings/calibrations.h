@@ -8,8 +8,6 @@
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
 #include "service/support/observertable.h"
 
-#include <stdexcept>
-
 namespace tov::assurance {
 
 /// The instrument's side of a calibration. Its registrations run `afterwards` when they have done it.

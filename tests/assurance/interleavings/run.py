@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""Tries every order in which threads can take turns in the library's shared parts, and every state of their models.
+"""Tries every order with a bounded number of interruptions in which threads can take turns in the library's shared
+parts, and every state of their models.
 
-Each program explores its scenarios, each model is verified by Spin; then each of them has to find what is broken in its
+Each program explores its scenarios, each model is verified by a model checker; then each of them has to find what is broken in its
 mutants. --long has each scenario interrupt its threads once more, and the handle's control go and come once more.
 """
 

@@ -14,15 +14,19 @@ namespace {
 
 using devices::service::SdkTemperatureControl;
 
-/// Every module has the temperature of the instrument, so a torn reading shows.
+/// Every module has the temperature of the instrument, and there are two of them at even degrees and one at others, so
+/// a torn reading shows.
 class Thermometer final : public sdk::ITemperatureControl
 {
 public:
     Thermometer()
     {
-        for (std::size_t degrees = 0; degrees < m_modules.size(); ++degrees)
-            for (const char* module : {"a module", "the other module"})
-                m_modules.at(degrees)[module] = static_cast<float>(degrees + 1);
+        for (std::size_t i = 0; i < m_modules.size(); ++i) {
+            const auto degrees = static_cast<float>(i + 1);
+            m_modules.at(i)["a module"] = degrees;
+            if (i % 2 != 0)
+                m_modules.at(i)["the other module"] = degrees;
+        }
     }
 
     float temperature() override
@@ -127,8 +131,9 @@ private:
             const PausesAtAllocations pauses;
             modules = m_asReceiversKnowIt->modulesTemperature();
         }
-        expect(modules.size() == 2 && modules[0].temperature == modules[1].temperature && modules[0].temperature >= 1.0
-                   && modules[0].name == QLatin1String("a module"),
+        expect(!modules.empty() && modules[0].temperature >= 1.0 && modules[0].name == QLatin1String("a module")
+                   && modules.size() == 2 - static_cast<std::size_t>(modules[0].temperature) % 2
+                   && modules.back().temperature == modules[0].temperature,
                "a reading is torn");
         return modules[0].temperature;
     }

@@ -4,6 +4,7 @@
 #include "neveranswered.h"
 #include "sleepingthread.h"
 
+#include <array>
 #include <exception>
 #include <future>
 #include <memory>

@@ -25,6 +25,7 @@
 #include <QObject>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <map>

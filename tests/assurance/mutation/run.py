@@ -7,8 +7,8 @@ A mutant is killed when a test fails, crashes or hangs with it. Each is given th
 fastest first, by a program of the library's own tests that is built once, of a copy that holds all mutants. Who
 survives must stand in explained.json with the reason why nobody can notice; who stands there must survive.
 
-The short form tries the mutants of what changed since the branch left main, and fills up with others, chosen by the
-commit. --long tries all, and those that do not lock by the tests of threads under the thread sanitizer too.
+The short form tries the mutants of what changed since the branch left main, and fills up with others, the same each
+time. --long tries all, and those that do not lock by the tests of threads under the thread sanitizer too.
 --prepare only writes and builds the copy, in build/mutation; it needs the preset assurance to be configured.
 """
 
@@ -161,12 +161,11 @@ def output_of(*command):
 
 
 def sample(all_):
-    """Those of the files that changed, and others."""
+    """Those of the files that changed, and others, the same each time."""
     all_ = [each for each in all_ if each.operator != "no lock"]
     base = output_of("git", "merge-base", "HEAD", "origin/main") or output_of("git", "merge-base", "HEAD", "main")
     changed = set(output_of("git", "diff", "--name-only", *base)) if base else set()
-    order = random.Random("".join(output_of("git", "rev-parse", "HEAD")))
-    order.shuffle(all_)
+    random.Random(1).shuffle(all_)
     all_.sort(key=lambda each: each.file not in changed)
     return all_[:SAMPLE]
 

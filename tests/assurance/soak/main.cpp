@@ -7,8 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <charconv>
-#include <cstring>
+#include <cstdlib>
 #include <iostream>
 #include <span>
 #include <string>

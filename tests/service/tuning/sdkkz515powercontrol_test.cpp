@@ -5,13 +5,8 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-#include <limits>
 #include <memory>
-#include <optional>
-#include <span>
 #include <string>
-#include <vector>
 
 namespace tov::testing {
 

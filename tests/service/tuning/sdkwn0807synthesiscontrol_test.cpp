@@ -6,11 +6,9 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <span>

@@ -5,11 +5,9 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <cstring>
 #include <limits>
 #include <span>
-#include <stdexcept>
 
 namespace tov::testing {
 

@@ -14,7 +14,6 @@
 
 #include <QObject>
 
-#include <memory>
 #include <string>
 
 namespace tov::testing {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <semaphore>
 #include <thread>
+#include <utility>
 
 namespace tov::testing {
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <future>
 #include <iostream>
 #include <map>
 #include <stdexcept>

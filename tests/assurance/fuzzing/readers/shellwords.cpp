@@ -5,6 +5,9 @@
 #include "readers/check.h"
 
 #include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tov::testing {
 
