@@ -104,7 +104,7 @@ def show(rooms):
         found = results[room]
         print(f"{room} ({found.pop('date')}, commit {found.pop('commit')[:10]})")
         for figure, value in found.items():
-            print(f"  {figure:40} {value:,}" if isinstance(value, int) else f"  {figure:40} {value}")
+            print(f"{value:>14,}  {figure}" if isinstance(value, int) else f"{value:>14}  {figure}")
 
 
 def main(arguments):
