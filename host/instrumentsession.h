@@ -30,6 +30,7 @@ devices::ControlRegistry registeredControls();
 class ControlAbsent : public std::runtime_error
 {
 public:
+    /// Names `kind` in words.
     explicit ControlAbsent(const ControlName& kind);
 };
 
