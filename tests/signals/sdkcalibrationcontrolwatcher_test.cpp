@@ -273,12 +273,12 @@ TEST_F(SdkCalibrationController, WatcherIsAttachedInItsOwnThreadWhenTheHandleIsI
     handle->moveToThread(&thread);
     thread.start();
     {
-        SdkCalibrationControlWatcher watcher(*handle);
         QThread* announcing = nullptr;
+        QThread* registering = nullptr; // also by the watcher's end
+        SdkCalibrationControlWatcher watcher(*handle);
         QObject::connect(&watcher, &SdkCalibrationControlWatcher::configurationChanged,
                          [&] { announcing = QThread::currentThread(); });
         QSignalSpy announced(&watcher, &SdkCalibrationControlWatcher::configurationChanged);
-        QThread* registering = nullptr;
 
         const auto lastOfMany = [&] {
             const auto inThread = [&](auto action) {
