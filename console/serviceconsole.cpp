@@ -4,8 +4,8 @@
 #include "console/commandline/failure.h"
 #include "console/commandline/manual.h"
 #include "console/commands/commands.h"
-#include "console/errors.h"
 #include "console/terminal/terminal.h"
+#include "tools/errors.h"
 
 #include <algorithm>
 #include <chrono>
@@ -77,7 +77,7 @@ ExitStatus runServiceConsole(int argc, char** argv)
         }
         return run(arguments);
     } catch (...) {
-        return failAsCaught({.json = wantsJson(arguments)});
+        return failAsCaught({.json = wantsJson(arguments), .place = {}});
     }
 }
 
