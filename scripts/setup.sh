@@ -11,6 +11,13 @@ set -euo pipefail
 project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$project_dir"
 
+# What this user's compilers have compiled before, in whichever clone, is taken from there.
+if [ -x /usr/bin/ccache ]; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=/usr/bin/ccache
+    export CCACHE_BASEDIR="$project_dir" CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+fi
+
 # Prints the packages of these groups, each once.
 packages_of() {
     awk -v groups="$*" '
