@@ -1,5 +1,8 @@
 #pragma once
 
+#include "assurance/commandline.h"
+
+#include <chrono>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -14,13 +17,25 @@ class Figures
 public:
     void add(const std::string& name, long long value) { m_rows.emplace_back(name, std::to_string(value)); }
 
-    void show() const
+    /// Adds the seconds since `begin`, shows all under `title`, and writes them where the command line says. Gives the
+    /// program's status.
+    int finish(const CommandLine& commandLine, std::chrono::steady_clock::time_point begin, const char* title,
+               bool isWell)
     {
+        using namespace std::chrono;
+
+        add("seconds", duration_cast<seconds>(steady_clock::now() - begin).count());
+        std::cout << title << ":\n";
         for (const auto& [name, value] : m_rows)
             std::cout << "  " << name << ": " << value << '\n';
+        if (!commandLine.json.empty() && !write(commandLine.json)) {
+            std::cerr << "cannot write " << commandLine.json << '\n';
+            return 2;
+        }
+        return isWell ? 0 : 1;
     }
 
-    /// False when the file cannot be written.
+private:
     bool write(const std::string& path) const
     {
         std::ofstream file(path);
@@ -32,7 +47,6 @@ public:
         return static_cast<bool>(file);
     }
 
-private:
     std::vector<std::pair<std::string, std::string>> m_rows;
 };
 

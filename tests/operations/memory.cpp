@@ -7,6 +7,7 @@
 #include "fakes/fakesystemtermscontrol.h"
 #include "operations/operations.h"
 #include "operations/row.h"
+#include "operations/shown.h"
 #include "service/memory/sdkfilememorycontrol.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkmemoryusbid.h"
@@ -27,30 +28,6 @@ namespace tov::testing {
 using namespace devices::service;
 
 namespace {
-
-std::string reason(const QString& text)
-{
-    return text.toStdString();
-}
-
-template <typename Error>
-    requires std::is_enum_v<Error>
-std::string reason(Error error)
-{
-    return std::to_string(static_cast<unsigned int>(error));
-}
-
-template <typename Value, typename Error, typename Show>
-std::string shown(const std::expected<Value, Error>& result, Show show)
-{
-    return result ? show(*result) : "failed: " + reason(result.error());
-}
-
-template <typename Error>
-std::string shown(const std::expected<void, Error>& result)
-{
-    return result ? "done" : "failed: " + reason(result.error());
-}
 
 std::string shown(bool result)
 {

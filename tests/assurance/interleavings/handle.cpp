@@ -99,29 +99,21 @@ enum class Do {
     Go,
 };
 
-class HandleScene final : public Scene
+class HandleScene final : public SceneOf<Do>
 {
 public:
     explicit HandleScene(std::vector<Do> deeds, bool goneBefore = false)
-        : m_deeds(std::move(deeds))
+        : SceneOf(std::move(deeds))
     {
         m_offers.offer();
         m_handle.emplace([this] { return ask(); });
-        if (std::ranges::find(m_deeds, Do::LockMovedFrom) != m_deeds.end())
+        if (doing(Do::LockMovedFrom))
             m_moved.emplace(std::move(*m_handle));
         if (goneBefore) {
             m_offers.release();
             m_offers.offer();
         }
         m_offers.lookups = 0;
-    }
-
-    std::vector<std::function<void()>> operations() override
-    {
-        std::vector<std::function<void()>> all;
-        for (const Do deed : m_deeds)
-            all.emplace_back([this, deed] { perform(deed); });
-        return all;
     }
 
     void lookAtTheEnd() override
@@ -137,8 +129,7 @@ public:
         expect(m_offers.lookups == lookups, "the last answer was not kept");
         m_handle.reset();
         m_moved.reset();
-        m_offers.release();
-        expect(m_offers.living().empty(), "a control was not let go of");
+        m_offers.end();
     }
 
 private:
@@ -153,7 +144,7 @@ private:
         return {m_offers.now};
     }
 
-    void perform(Do deed)
+    void perform(Do deed) override
     {
         switch (deed) {
         case Do::LockTwice:
@@ -206,7 +197,6 @@ private:
 
     inline static thread_local bool s_fails = false;
 
-    const std::vector<Do> m_deeds;
     Offers<Probe> m_offers;
     bool m_goes = false;
     std::optional<Handle> m_handle;

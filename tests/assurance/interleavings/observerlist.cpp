@@ -116,13 +116,13 @@ enum class Do {
 };
 
 template <typename Part>
-class ListScene final : public Scene
+class ListScene final : public SceneOf<Do>
 {
     using Control = typename Part::Control;
 
 public:
     explicit ListScene(std::vector<Do> deeds)
-        : m_deeds(std::move(deeds))
+        : SceneOf(std::move(deeds))
     {
         m_offers.offer();
         m_adapter = std::make_unique<typename Part::Adapter>(m_offers.template reached<typename Part::Sdk>());
@@ -130,19 +130,7 @@ public:
             add(*listener);
     }
 
-    std::vector<std::function<void()>> operations() override
-    {
-        std::vector<std::function<void()>> all;
-        for (const Do deed : m_deeds)
-            all.emplace_back([this, deed] { perform(deed); });
-        return all;
-    }
-
-    void look() override
-    {
-        for (const Control* control : m_offers.living())
-            control->observers.expectAllAlive();
-    }
+    void look() override { m_offers.expectObserversAlive(); }
 
     void lookAtTheEnd() override
     {
@@ -165,14 +153,11 @@ public:
         }
         if (m_offers.now)
             expect(m_offers.now->observers.all().empty(), "a destroyed adapter is still registered");
-        m_offers.release();
-        expect(m_offers.living().empty(), "a control was not let go of");
+        m_offers.end();
     }
 
 private:
     using Listener = typename Part::Listener;
-
-    bool doing(Do deed) const { return std::ranges::find(m_deeds, deed) != m_deeds.end(); }
 
     void add(Listener& listener)
     {
@@ -192,15 +177,14 @@ private:
         if (!control)
             return;
         pause("begins to notify");
-        const bool hears =
-            !control->observers.all().empty() && !doing(Do::Add) && std::ranges::count(m_deeds, Do::Notify) == 1;
+        const bool hears = !control->observers.all().empty() && !doing(Do::Add) && howManyDo(Do::Notify) == 1;
         const int told = m_last.ear.told;
         control->observers.notify(Part::notify);
         if (hears)
             expect(m_last.ear.told == told + 1, "an observer does not hear a notification once");
     }
 
-    void perform(Do deed)
+    void perform(Do deed) override
     {
         switch (deed) {
         case Do::Add:
@@ -216,9 +200,7 @@ private:
             return notify();
         case Do::Reconnect:
             m_adapter->onControlsAboutToBeReleased();
-            m_offers.releaseAndWait();
-            pause("has let the control go");
-            m_offers.offer();
+            m_offers.replace();
             return m_adapter->onControlsAvailable();
         case Do::Vanish:
             return m_offers.release();
@@ -227,7 +209,6 @@ private:
         }
     }
 
-    const std::vector<Do> m_deeds;
     Offers<Control> m_offers;
     Listener m_first;
     Listener m_other;

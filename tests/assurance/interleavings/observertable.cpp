@@ -27,43 +27,26 @@ enum class Do {
     RemoveAndAddAnew, ///< the observer is added again inside the removal of its registration
 };
 
-struct Plan
-{
-    std::vector<Do> deeds;
-    bool addedBefore = false;
-};
-
 template <typename Calibration>
-class TableScene final : public Scene
+class TableScene final : public SceneOf<Do>
 {
     using Adapter = typename Calibration::Adapter;
     using Sdk = typename Calibration::Sdk;
     using Control = typename Calibration::Control;
 
 public:
-    explicit TableScene(Plan plan)
-        : m_plan(std::move(plan))
+    TableScene(std::vector<Do> deeds, bool addedBefore)
+        : SceneOf(std::move(deeds))
+        , m_addedBefore(addedBefore)
     {
         m_offers.offer();
         m_adapter = std::make_unique<Adapter>(m_offers.template reached<Sdk>());
-        if (m_plan.addedBefore)
+        if (m_addedBefore)
             add(m_first);
         m_first.removesItself = doing(Do::NotifyAndRemove);
     }
 
-    std::vector<std::function<void()>> operations() override
-    {
-        std::vector<std::function<void()>> all;
-        for (const Do deed : m_plan.deeds)
-            all.emplace_back([this, deed] { perform(deed); });
-        return all;
-    }
-
-    void look() override
-    {
-        for (const Control* control : m_offers.living())
-            control->observers.expectAllAlive();
-    }
+    void look() override { m_offers.expectObserversAlive(); }
 
     void lookAtTheEnd() override
     {
@@ -84,14 +67,13 @@ public:
         for (Listener* listener : {&m_first, &m_other})
             listener->ear.told = 0;
         m_offers.now->observers.notify([](auto& observer) { observer.onFirstEvent(); });
-        expectTold(m_first, m_plan.addedBefore || adding(), removing());
+        expectTold(m_first, m_addedBefore || adding(), removing());
         expectTold(m_other, doing(Do::AddOther), doing(Do::RemoveOther));
         for (Listener* listener : {&m_first, &m_other})
             remove(*listener);
         expect(registered() == 0, "an observer was not removed");
         m_adapter.reset();
-        m_offers.release();
-        expect(m_offers.living().empty(), "a control was not let go of");
+        m_offers.end();
     }
 
 private:
@@ -140,7 +122,6 @@ private:
         TableScene& m_scene;
     };
 
-    bool doing(Do deed) const { return std::ranges::find(m_plan.deeds, deed) != m_plan.deeds.end(); }
     bool adding() const
     {
         return doing(Do::Add) || doing(Do::AddAndNotify) || doing(Do::AddAndDetach) || doing(Do::AddAndRemove)
@@ -195,9 +176,7 @@ private:
     {
         const Change change(*this);
         detach();
-        m_offers.releaseAndWait();
-        pause("has let the control go");
-        m_offers.offer();
+        m_offers.replace();
         attach();
     }
     void replace()
@@ -235,7 +214,7 @@ private:
         Control::s_afterwards = nullptr;
     }
 
-    void perform(Do deed)
+    void perform(Do deed) override
     {
         switch (deed) {
         case Do::Add:
@@ -272,7 +251,7 @@ private:
         }
     }
 
-    const Plan m_plan;
+    const bool m_addedBefore; // the first observer is there already
     Offers<Control> m_offers;
     bool m_heldOver = false; // a call that was under way kept the old control when it went
     int m_changing = 0;
@@ -287,11 +266,10 @@ void addScenarios(std::vector<Scenario>& all, int preemptionsOfTwo, int preempti
 {
     const auto add = [&](const char* name, const std::vector<Do>& deeds) {
         for (const bool addedBefore : {false, true}) {
-            const Plan plan{.deeds = deeds, .addedBefore = addedBefore};
             all.push_back({.name = std::string(Calibration::name) + ": " + name
                                    + (addedBefore ? ", the observer being there" : ""),
                            .preemptions = deeds.size() < 3 ? preemptionsOfTwo : preemptionsOfThree,
-                           .makeScene = [=] { return std::make_unique<TableScene<Calibration>>(plan); }});
+                           .makeScene = [=] { return std::make_unique<TableScene<Calibration>>(deeds, addedBefore); }});
         }
     };
     add("added and removed", {Do::Add, Do::Remove});

@@ -112,6 +112,27 @@ public:
         waitUntil([this] { return m_living.empty(); });
     }
 
+    /// Lets go of the present one, and offers a new one when nobody uses it.
+    void replace()
+    {
+        releaseAndWait();
+        pause("has let the control go");
+        offer();
+    }
+
+    /// Lets go of the present one, which nobody may hold besides.
+    void end()
+    {
+        release();
+        expect(m_living.empty(), "a control was not let go of");
+    }
+
+    void expectObserversAlive() const
+    {
+        for (const Control* control : m_living)
+            control->observers.expectAllAlive();
+    }
+
     /// How an adapter reaches what is offered.
     template <typename SdkControl>
     devices::ReacquiringControl<SdkControl> reached()

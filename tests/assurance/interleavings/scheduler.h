@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tov::assurance {
@@ -22,6 +24,34 @@ public:
     /// Wherever threads can take turns.
     virtual void look() {}
     virtual void lookAtTheEnd() = 0;
+};
+
+/// A scene of threads that do one deed each.
+template <typename Deed>
+class SceneOf : public Scene
+{
+public:
+    explicit SceneOf(std::vector<Deed> deeds)
+        : m_deeds(std::move(deeds))
+    {
+    }
+
+    std::vector<std::function<void()>> operations() final
+    {
+        std::vector<std::function<void()>> all;
+        for (const Deed deed : m_deeds)
+            all.emplace_back([this, deed] { perform(deed); });
+        return all;
+    }
+
+protected:
+    auto howManyDo(Deed deed) const { return std::ranges::count(m_deeds, deed); }
+    bool doing(Deed deed) const { return howManyDo(deed) > 0; }
+
+    virtual void perform(Deed deed) = 0;
+
+private:
+    const std::vector<Deed> m_deeds;
 };
 
 /// What is tried in every order in which its threads can take turns, if no more than `preemptions` of these turns take

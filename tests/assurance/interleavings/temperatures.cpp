@@ -66,11 +66,11 @@ enum class Do {
     Destroy,   ///< the owner destroys the adapter
 };
 
-class TemperatureScene final : public Scene
+class TemperatureScene final : public SceneOf<Do>
 {
 public:
     explicit TemperatureScene(std::vector<Do> deeds)
-        : m_deeds(std::move(deeds))
+        : SceneOf(std::move(deeds))
     {
         m_offers.offer();
         m_temperatures = std::make_unique<SdkTemperatureControl>(m_offers.reached<sdk::ITemperatureControl>());
@@ -78,19 +78,7 @@ public:
         QObject::connect(m_temperatures.get(), &SdkTemperatureControl::temperaturesChanged, [this] { hear(); });
     }
 
-    std::vector<std::function<void()>> operations() override
-    {
-        std::vector<std::function<void()>> all;
-        for (const Do deed : m_deeds)
-            all.emplace_back([this, deed] { perform(deed); });
-        return all;
-    }
-
-    void look() override
-    {
-        for (const Thermometer* control : m_offers.living())
-            control->observers.expectAllAlive();
-    }
+    void look() override { m_offers.expectObserversAlive(); }
 
     void lookAtTheEnd() override
     {
@@ -110,8 +98,7 @@ public:
         }
         if (m_offers.now)
             expect(m_offers.now->observers.all().empty(), "a destroyed adapter is still registered");
-        m_offers.release();
-        expect(m_offers.living().empty(), "a control was not let go of");
+        m_offers.end();
     }
 
 private:
@@ -144,7 +131,7 @@ private:
         m_destroyed = true;
     }
 
-    void perform(Do deed)
+    void perform(Do deed) override
     {
         switch (deed) {
         case Do::Read:
@@ -159,9 +146,7 @@ private:
             return;
         case Do::Reconnect:
             m_temperatures->onControlsAboutToBeReleased();
-            m_offers.releaseAndWait();
-            pause("has let the control go");
-            m_offers.offer();
+            m_offers.replace();
             return m_temperatures->onControlsAvailable();
         case Do::Vanish:
             return m_offers.release();
@@ -170,7 +155,6 @@ private:
         }
     }
 
-    const std::vector<Do> m_deeds;
     Offers<Thermometer> m_offers;
     int m_heard = 0;
     bool m_destroyed = false;

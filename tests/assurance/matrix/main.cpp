@@ -95,16 +95,8 @@ int run(const CommandLine& commandLine)
     for (const auto& [reason, count] : sum.notApplicable)
         figures.add("not applicable: " + reason, count);
     const int missed = unnoticed(table, figures);
-    figures.add("seconds",
-                std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begin).count());
-
-    std::cout << "Every operation in every state of its control, answered in every way:\n";
-    figures.show();
-    if (!commandLine.json.empty() && !figures.write(commandLine.json)) {
-        std::cerr << "cannot write " << commandLine.json << '\n';
-        return 2;
-    }
-    return sum.failed == 0 && missed == 0 && completeness.problems.empty() ? 0 : 1;
+    return figures.finish(commandLine, begin, "Every operation in every state of its control, answered in every way",
+                          sum.failed == 0 && missed == 0 && completeness.problems.empty());
 }
 
 } // namespace

@@ -2,17 +2,24 @@
 
 #include <QObject>
 
+#include <algorithm>
+
 namespace tov::testing {
 
 namespace {
 
-constexpr std::size_t serialNumber = 3;
-constexpr std::size_t memoryOperations = 4;
-constexpr std::size_t systemTerms = 13;
-constexpr std::size_t ifswCalibration = 14;
-constexpr std::size_t factoryPowerCalibration = 15;
-constexpr std::size_t factoryCorrections = 16;
-constexpr std::size_t temperature = 17;
+consteval std::size_t indexOf(const devices::ControlName& kind)
+{
+    return static_cast<std::size_t>(std::ranges::find(devices::controls::all, kind) - devices::controls::all.begin());
+}
+
+constexpr std::size_t serialNumber = indexOf(devices::controls::serialNumber);
+constexpr std::size_t memoryOperations = indexOf(devices::controls::memoryOperations);
+constexpr std::size_t systemTerms = indexOf(devices::controls::systemTerms);
+constexpr std::size_t ifswCalibration = indexOf(devices::controls::ifswCalibration);
+constexpr std::size_t factoryPowerCalibration = indexOf(devices::controls::factoryPowerCalibration);
+constexpr std::size_t factoryCorrections = indexOf(devices::controls::factoryCorrections);
+constexpr std::size_t temperature = indexOf(devices::controls::temperature);
 
 } // namespace
 

@@ -1,6 +1,7 @@
 // Many instruments under load for long: memory stays flat, no notification is lost, a call costs what it costs with one
 // instrument, and no thread starves.
 
+#include "devices/controls.h"
 #include "soak.h"
 
 #include <QFile>
@@ -63,7 +64,7 @@ bool isNoticed(const char* bug, const Plan& plan, std::string_view complaint)
 QJsonObject figuresOf(const Wish& wish, const Findings& findings, double seconds)
 {
     QJsonObject figures{{"instruments", static_cast<qint64>(wish.plan.instruments)},
-                        {"adapters", static_cast<qint64>(wish.plan.instruments * 20)},
+                        {"adapters", static_cast<qint64>(wish.plan.instruments * devices::controls::all.size())},
                         {"threads", soakThreads},
                         {"complaints", static_cast<qint64>(findings.complaints.size())},
                         {"cost per call with one instrument in nanoseconds", findings.costAlone},
@@ -97,9 +98,9 @@ int main(int argc, char** argv)
     const auto begin = std::chrono::steady_clock::now();
     const Findings findings = soak(wish.plan);
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-    std::cout << wish.plan.instruments << " instruments with " << wish.plan.instruments * 20 << " adapters, "
-              << soakThreads << " threads, " << findings.rounds << " rounds, " << findings.actions << " actions, "
-              << findings.notifications << " notifications heard\nheap " << findings.heapInTheBeginning
+    std::cout << wish.plan.instruments << " instruments with " << wish.plan.instruments * devices::controls::all.size()
+              << " adapters, " << soakThreads << " threads, " << findings.rounds << " rounds, " << findings.actions
+              << " actions, " << findings.notifications << " notifications heard\nheap " << findings.heapInTheBeginning
               << " bytes, then " << findings.heapInTheEnd << "; a call " << findings.costAlone
               << " ns with one instrument, " << findings.costAmongAll << " ns with all: " << findings.costRatio()
               << " (at most " << mostCostRatio << "); the slowest thread did " << findings.fairness << " of its share; "

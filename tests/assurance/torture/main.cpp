@@ -114,20 +114,14 @@ int run(const CommandLine& commandLine)
     tryPart("registration and conversion", otherScenarios());
     figures.add("wrong", wrong);
     const long long missed = unnoticed(figures);
-    figures.add("seconds",
-                std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begin).count());
-
-    std::cout << "Each allocation failed, and each call of the SDK threw, alone, in pairs and with all later ones:\n";
-    figures.show();
     std::cout
         << "Not tried: SdkCalibrationControlWatcher. QObject::connect() of Qt 6.4.2 leaves a freed connection behind\n"
            "when memory runs out in it, and what the watcher's slots throw would pass through Qt's delivery of a "
            "signal.\n";
-    if (!commandLine.json.empty() && !figures.write(commandLine.json)) {
-        std::cerr << "cannot write " << commandLine.json << '\n';
-        return 2;
-    }
-    return wrong == 0 && missed == 0 ? 0 : 1;
+    return figures.finish(
+        commandLine, begin,
+        "Each allocation failed, and each call of the SDK threw, alone, in pairs and with all later ones",
+        wrong == 0 && missed == 0);
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 #include "fakes/fakeyqsynthesiscontrol.h"
 #include "operations/kind.h"
 #include "operations/recorders.h"
+#include "operations/shown.h"
 #include "operations/valuerows.h"
 #include "service/calibration/sdkyqfactorypowercalibrationcontrol.h"
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
@@ -43,30 +44,6 @@ using namespace devices::service;
 namespace controls = devices::controls;
 
 constexpr const char* unavailable = "failed: File memory control is unavailable";
-
-std::string reason(const QString& text)
-{
-    return text.toStdString();
-}
-
-template <typename Error>
-    requires std::is_enum_v<Error>
-std::string reason(Error error)
-{
-    return std::to_string(static_cast<unsigned int>(error));
-}
-
-template <typename Value, typename Error>
-std::string shown(const std::expected<Value, Error>& result, auto show)
-{
-    return result ? show(*result) : "failed: " + reason(result.error());
-}
-
-template <typename Error>
-std::string shown(const std::expected<void, Error>& result)
-{
-    return result ? "done" : "failed: " + reason(result.error());
-}
 
 // A fake that gives the answers of its kind.
 template <typename Fake>
