@@ -165,7 +165,6 @@ InstrumentSession::InstrumentSession(std::shared_ptr<sdk::IVna> instrument, devi
     : m_instrument(std::move(instrument))
     , m_registry(std::move(registry))
 {
-    m_calls.setMaxThreadCount(1);
 }
 
 InstrumentSession::InstrumentSession(std::unique_ptr<provider::IConnection> connection,
@@ -175,7 +174,6 @@ InstrumentSession::InstrumentSession(std::unique_ptr<provider::IConnection> conn
     , m_registry(std::move(registry))
     , m_notices(std::make_unique<Notices>(*this))
 {
-    m_calls.setMaxThreadCount(1);
 }
 
 InstrumentSession::~InstrumentSession()

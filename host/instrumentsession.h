@@ -115,6 +115,11 @@ public:
 private:
     class Notices;
 
+    struct OneThread : QThreadPool
+    {
+        OneThread() { setMaxThreadCount(1); }
+    };
+
     struct Kept
     {
         std::uint64_t key;
@@ -138,7 +143,7 @@ private:
     std::vector<Kept> m_kept;
     bool m_released = false;            // the adapters have heard that the controls of the connection go
     std::unique_ptr<Notices> m_notices; // those that wait hold the controls until the adapters have heard
-    QThreadPool m_calls;                // of one thread
+    OneThread m_calls;
 };
 
 template <typename Exposed>
