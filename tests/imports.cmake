@@ -1,5 +1,5 @@
-# Checks that imports run one way: console, conformance -> host -> (service, provider) -> devices -> platform/sdk. The
-# simulator stands behind provider.
+# Checks that imports run one way: console -> tools -> host, conformance -> host -> (service, provider) -> devices
+# -> platform/sdk. The simulator stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
 
@@ -36,15 +36,17 @@ endforeach()
 may_import(simulator/plugin simulator provider devices sdk)
 may_import(host host provider service devices sdk utils vna)
 may_import(conformance conformance host provider service devices sdk)
-may_import(console console host provider service devices sdk utils vna)
+may_import(console console tools host provider service devices sdk utils vna)
 
 # The rooms of the console, each of which may import those above it.
-set(above console/errors.h)
-foreach(room IN ITEMS text files terminal session tuning whole commandline notifications commands)
+set(above "")
+foreach(room IN ITEMS terminal session whole commandline notifications commands)
     list(APPEND above console/${room})
-    may_import(console/${room} ${above} host provider service devices sdk utils vna)
+    may_import(console/${room} ${above} tools host provider service devices sdk utils vna)
 endforeach()
 
-# What is no console's own, so that another program can have it: the settings of the modules, and the files.
-may_import(console/tuning console/tuning console/text console/errors.h console/session/controls.h host service utils)
-may_import(console/files console/files console/text console/errors.h service vna)
+# What the programs for people share.
+may_import(tools tools host provider service devices sdk utils vna)
+may_import(tools/text tools/text tools/errors.h service/calibration)
+may_import(tools/files tools/files tools/text tools/errors.h service vna)
+may_import(tools/tuning tools/tuning tools/text tools/controls.h host service utils)

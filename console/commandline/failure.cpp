@@ -1,8 +1,8 @@
 #include "console/commandline/failure.h"
 
-#include "console/errors.h"
 #include "console/terminal/terminal.h"
-#include "console/text/display.h"
+#include "tools/errors.h"
+#include "tools/text/display.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

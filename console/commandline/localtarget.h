@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/commandline/command.h"
-#include "console/files/localfile.h"
+#include "tools/files/localfile.h"
 
 namespace tov::console {
 

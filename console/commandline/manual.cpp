@@ -1,6 +1,6 @@
 #include "console/commandline/manual.h"
 
-#include "console/files/localfile.h"
+#include "tools/files/localfile.h"
 
 #include <QByteArray>
 

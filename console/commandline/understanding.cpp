@@ -1,9 +1,9 @@
 #include "console/commandline/command.h"
 
-#include "console/errors.h"
 #include "console/session/consolesession.h"
-#include "console/text/number.h"
-#include "console/text/suggestions.h"
+#include "tools/errors.h"
+#include "tools/text/number.h"
+#include "tools/text/suggestions.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,9 +1,9 @@
 #include "console/commands/commands.h"
 
 #include "console/commandline/localtarget.h"
-#include "console/files/localfile.h"
 #include "console/whole/changes.h"
 #include "console/whole/document.h"
+#include "tools/files/localfile.h"
 
 #include <QJsonDocument>
 

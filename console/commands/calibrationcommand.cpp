@@ -4,8 +4,8 @@
 #include "console/notifications/watching.h"
 #include "console/terminal/progress.h"
 #include "console/terminal/terminal.h"
-#include "console/text/number.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
+#include "tools/text/number.h"
 
 #include <algorithm>
 #include <memory>

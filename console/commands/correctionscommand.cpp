@@ -1,7 +1,7 @@
 #include "console/commands/commands.h"
 
-#include "console/text/correctionname.h"
-#include "console/text/number.h"
+#include "tools/text/correctionname.h"
+#include "tools/text/number.h"
 
 namespace tov::console {
 

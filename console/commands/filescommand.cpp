@@ -1,10 +1,10 @@
 #include "console/commands/commands.h"
 
 #include "console/commandline/localtarget.h"
-#include "console/files/localfile.h"
 #include "console/session/results.h"
-#include "console/text/display.h"
-#include "console/text/suggestions.h"
+#include "tools/files/localfile.h"
+#include "tools/text/display.h"
+#include "tools/text/suggestions.h"
 
 #include <QList>
 

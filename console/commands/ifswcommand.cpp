@@ -1,6 +1,6 @@
 #include "console/commands/plancommand.h"
 
-#include "console/files/calibrationfiles.h"
+#include "tools/files/calibrationfiles.h"
 
 namespace tov::console {
 

@@ -1,8 +1,8 @@
 #include "console/commands/commands.h"
 
-#include "console/text/values.h"
 #include "host/loadedlibrary.h"
 #include "service/version.h"
+#include "tools/text/values.h"
 
 #include <algorithm>
 

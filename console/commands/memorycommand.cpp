@@ -1,9 +1,9 @@
 #include "console/commands/commands.h"
 
 #include "console/commandline/localtarget.h"
-#include "console/files/localfile.h"
 #include "console/terminal/progress.h"
-#include "console/text/bytes.h"
+#include "tools/files/localfile.h"
+#include "tools/text/bytes.h"
 
 #include <type_traits>
 

@@ -3,8 +3,8 @@
 #include "console/commands/commands.h"
 
 #include "console/commandline/localtarget.h"
-#include "console/files/csvfile.h"
-#include "console/text/values.h"
+#include "tools/files/csvfile.h"
+#include "tools/text/values.h"
 
 namespace tov::console {
 

@@ -1,6 +1,6 @@
 #include "console/commands/commands.h"
 
-#include "console/text/number.h"
+#include "tools/text/number.h"
 
 namespace tov::console {
 

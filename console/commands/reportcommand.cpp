@@ -1,8 +1,8 @@
 #include "console/commands/commands.h"
 
-#include "console/files/localfile.h"
 #include "console/terminal/terminal.h"
 #include "console/whole/document.h"
+#include "tools/files/localfile.h"
 
 namespace tov::console {
 

@@ -5,7 +5,7 @@
 #include "console/terminal/interruption.h"
 #include "console/terminal/prompt.h"
 #include "console/terminal/shellwords.h"
-#include "console/text/number.h"
+#include "tools/text/number.h"
 
 #include <algorithm>
 #include <chrono>

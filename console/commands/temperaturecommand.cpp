@@ -1,11 +1,11 @@
 #include "console/commands/commands.h"
 
-#include "console/files/csvlog.h"
 #include "console/notifications/watching.h"
 #include "console/terminal/terminal.h"
-#include "console/text/display.h"
-#include "console/text/number.h"
-#include "console/text/values.h"
+#include "tools/files/csvlog.h"
+#include "tools/text/display.h"
+#include "tools/text/number.h"
+#include "tools/text/values.h"
 
 #include <QJsonDocument>
 
@@ -238,23 +238,16 @@ private:
 class Readings
 {
 public:
-    Readings(ConsoleSession& console, const SdkTemperatureControl& control, std::optional<double> most)
+    /// The rows of the log have the modules that there are now.
+    Readings(ConsoleSession& console, const SdkTemperatureControl& control, std::optional<double> most,
+             const LocalTarget& log)
         : m_console(console)
         , m_control(control)
+        , m_logged(namesOf(control.modulesTemperature()))
+        , m_log(log, headingsOf(m_logged))
         , m_lines(console)
         , m_excesses(most)
     {
-    }
-
-    /// The rows have the modules that there are now.
-    void logTo(const LocalTarget& target)
-    {
-        std::vector<std::string> headings{"time", "overall"};
-        for (const auto& module : m_control.modulesTemperature()) {
-            m_logged.push_back(module.name);
-            headings.push_back(module.name.toStdString());
-        }
-        m_log.emplace(target, headings);
     }
 
     void take()
@@ -264,16 +257,11 @@ public:
         const Reading reading = readingOf(m_control);
         m_excesses.look(time, reading);
         m_lines.show(time, reading);
-        if (m_log)
-            m_log->add(rowOf(time, reading));
+        m_log.add(rowOf(time, reading));
     }
 
     /// Throws `Failure` when a row could not be written.
-    void requireWritten()
-    {
-        if (m_log)
-            m_log->requireWritten();
-    }
+    void requireWritten() { m_log.requireWritten(); }
 
     void judge() const
     {
@@ -282,6 +270,22 @@ public:
     }
 
 private:
+    static std::vector<QString> namesOf(const auto& modules)
+    {
+        std::vector<QString> names;
+        for (const auto& module : modules)
+            names.push_back(module.name);
+        return names;
+    }
+
+    static std::vector<std::string> headingsOf(const std::vector<QString>& modules)
+    {
+        std::vector<std::string> headings{"time", "overall"};
+        for (const QString& module : modules)
+            headings.push_back(module.toStdString());
+        return headings;
+    }
+
     std::vector<std::string> rowOf(const std::string& time, const Reading& reading) const
     {
         std::vector<std::string> row{time, toText(reading.overall)};
@@ -295,9 +299,9 @@ private:
 
     ConsoleSession& m_console;
     const SdkTemperatureControl& m_control;
-    std::optional<CsvLog> m_log;
-    std::vector<QString> m_logged; // the modules in its columns
-    mutable std::mutex m_mutex;    // guards all below
+    const std::vector<QString> m_logged; // the modules in the columns of the log
+    CsvLog m_log;
+    mutable std::mutex m_mutex; // guards all below
     ReadingLines m_lines;
     Excesses m_excesses;
 };
@@ -322,9 +326,7 @@ void watchTemperatures(ConsoleSession& console, const Arguments& arguments)
     const auto interval = arguments.interval ? requireSeconds("--interval", *arguments.interval) : seconds(1);
     const Watch watch(console, arguments);
     const auto control = console.require(host::controls::temperature);
-    const auto readings = std::make_shared<Readings>(console, *control, most);
-    if (!arguments.csv.path.empty())
-        readings->logTo(arguments.csv);
+    const auto readings = std::make_shared<Readings>(console, *control, most, arguments.csv);
     readings->take();
     const QObject here; // the connection ends with it; a slot that still runs then has the readings
     if (!arguments.interval)

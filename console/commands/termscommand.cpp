@@ -1,7 +1,7 @@
 #include "console/commands/commands.h"
 
-#include "console/files/termsfile.h"
-#include "console/text/values.h"
+#include "tools/files/termsfile.h"
+#include "tools/text/values.h"
 
 namespace tov::console {
 

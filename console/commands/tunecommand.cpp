@@ -1,7 +1,7 @@
 #include "console/commands/commands.h"
 
-#include "console/files/localfile.h"
-#include "console/tuning/tuning.h"
+#include "tools/files/localfile.h"
+#include "tools/tuning/tuning.h"
 
 #include <algorithm>
 #include <iterator>

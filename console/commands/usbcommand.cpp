@@ -1,7 +1,7 @@
 #include "console/commands/commands.h"
 
-#include "console/text/number.h"
-#include "console/text/values.h"
+#include "tools/text/number.h"
+#include "tools/text/values.h"
 
 #include <cstdint>
 #include <tuple>

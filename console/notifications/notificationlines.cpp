@@ -1,7 +1,7 @@
 #include "console/notifications/notificationlines.h"
 
 #include "console/session/consolesession.h"
-#include "console/text/values.h"
+#include "tools/text/values.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

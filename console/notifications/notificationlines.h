@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/files/csvlog.h"
+#include "tools/files/csvlog.h"
 
 #include <initializer_list>
 #include <memory>

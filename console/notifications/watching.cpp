@@ -2,7 +2,7 @@
 
 #include "console/commandline/command.h"
 #include "console/session/consolesession.h"
-#include "console/text/number.h"
+#include "tools/text/number.h"
 
 #include <algorithm>
 #include <cmath>

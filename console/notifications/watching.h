@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/files/localfile.h"
 #include "console/terminal/interruption.h"
 #include "host/controls.h"
+#include "tools/files/localfile.h"
 
 #include <chrono>
 #include <functional>

@@ -3,8 +3,8 @@
 #include "console/terminal/confirmation.h"
 #include "console/terminal/spinner.h"
 #include "console/terminal/terminal.h"
-#include "console/text/display.h"
-#include "console/text/suggestions.h"
+#include "tools/text/display.h"
+#include "tools/text/suggestions.h"
 
 #include <QDateTime>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "console/session/controls.h"
 #include "console/terminal/following.h"
 #include "console/terminal/output.h"
 #include "host/instrumentsession.h"
 #include "host/providers.h"
+#include "tools/controls.h"
 
 #include <atomic>
 #include <chrono>

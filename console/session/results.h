@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/errors.h"
+#include "tools/errors.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
 #include "console/terminal/confirmation.h"
 
-#include "console/errors.h"
 #include "console/terminal/interruption.h"
 #include "console/terminal/terminal.h"
-#include "console/text/display.h"
+#include "tools/errors.h"
+#include "tools/text/display.h"
 
 #include <iostream>
 

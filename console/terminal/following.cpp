@@ -1,7 +1,7 @@
 #include "console/terminal/following.h"
 
-#include "console/errors.h"
 #include "console/terminal/terminal.h"
+#include "tools/errors.h"
 
 #include <iostream>
 

@@ -1,6 +1,6 @@
 #include "console/terminal/shellwords.h"
 
-#include "console/errors.h"
+#include "tools/errors.h"
 
 #include <optional>
 #include <string_view>

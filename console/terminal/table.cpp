@@ -1,7 +1,7 @@
 #include "console/terminal/table.h"
 
-#include "console/text/display.h"
-#include "console/text/named.h"
+#include "tools/text/display.h"
+#include "tools/text/named.h"
 
 #include <QJsonObject>
 #include <QString>

@@ -1,9 +1,9 @@
 #include "console/whole/document.h"
 
-#include "console/files/localfile.h"
 #include "console/terminal/spinner.h"
 #include "host/loadedlibrary.h"
 #include "service/version.h"
+#include "tools/files/localfile.h"
 
 #include <QJsonDocument>
 #include <QJsonParseError>

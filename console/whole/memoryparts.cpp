@@ -1,7 +1,7 @@
 #include "console/session/results.h"
-#include "console/text/bytes.h"
-#include "console/text/values.h"
 #include "console/whole/part.h"
+#include "tools/text/bytes.h"
+#include "tools/text/values.h"
 
 #include <cstddef>
 #include <expected>

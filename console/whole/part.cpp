@@ -1,8 +1,8 @@
 #include "console/whole/part.h"
 
-#include "console/text/named.h"
-#include "console/text/values.h"
-#include "console/tuning/tuning.h"
+#include "tools/text/named.h"
+#include "tools/text/values.h"
+#include "tools/tuning/tuning.h"
 
 #include <QJsonDocument>
 

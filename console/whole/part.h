@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/session/controls.h"
 #include "console/whole/savedrow.h"
 #include "host/instrumentsession.h"
+#include "tools/controls.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

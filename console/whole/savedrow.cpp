@@ -1,6 +1,6 @@
 #include "console/whole/savedrow.h"
 
-#include "console/errors.h"
+#include "tools/errors.h"
 
 #include <QCryptographicHash>
 #include <QJsonArray>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/text/number.h"
+#include "tools/text/number.h"
 
 #include <QByteArray>
 #include <QJsonObject>

@@ -1,5 +1,5 @@
-#include "console/tuning/tuning.h"
 #include "console/whole/part.h"
+#include "tools/tuning/tuning.h"
 
 #include <cmath>
 #include <optional>

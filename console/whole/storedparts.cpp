@@ -1,6 +1,6 @@
-#include "console/text/correctionname.h"
-#include "console/text/values.h"
 #include "console/whole/part.h"
+#include "tools/text/correctionname.h"
+#include "tools/text/values.h"
 
 #include <algorithm>
 

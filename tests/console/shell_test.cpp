@@ -1,7 +1,7 @@
 #include "console/consoleprogram.h"
 #include "console/terminal/history.h"
 #include "console/terminal/shellwords.h"
-#include "console/text/suggestions.h"
+#include "tools/text/suggestions.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -30,8 +30,8 @@ TEST(ShellWords, AreQuotedAsInOtherShells)
     EXPECT_THAT(wordsOf("serial get # the number"), ElementsAre("serial", "get"));
     EXPECT_THAT(wordsOf("a#b '# c' \\#"), ElementsAre("a#b", "# c", "#"));
     EXPECT_THAT(wordsOf("# nothing 'else"), IsEmpty());
-    EXPECT_THROW(wordsOf("it's"), console::BadUse);
-    EXPECT_THROW(wordsOf("\"it's"), console::BadUse);
+    EXPECT_THROW(wordsOf("it's"), tools::BadUse);
+    EXPECT_THROW(wordsOf("\"it's"), tools::BadUse);
     for (const std::string word : {"", "a b", "it's", "\"", "\\", "#1", "a\tb"})
         EXPECT_THAT(wordsOf(console::asOneWord(word)), ElementsAre(word));
 }
@@ -46,13 +46,13 @@ TEST(ShellWords, GoOnWhileALineIsTyped)
 TEST(Suggestions, AreWhatIsOneSlipAwayOrAFewInALongWord)
 {
     const std::vector<std::string> known{"serial", "terms", "temperature", "ls"};
-    EXPECT_EQ(console::closest("serail", known), "serial");
-    EXPECT_EQ(console::closest("SERIAL", known), "serial");
-    EXPECT_EQ(console::closest("tempurture", known), "temperature");
-    EXPECT_EQ(console::closest("lss", known), "ls");
-    EXPECT_EQ(console::closest("l", known), "");
-    EXPECT_EQ(console::closest("nonsense", known), "");
-    EXPECT_EQ(console::closest(std::string(100'000, 'x'), known), "");
+    EXPECT_EQ(tools::closest("serail", known), "serial");
+    EXPECT_EQ(tools::closest("SERIAL", known), "serial");
+    EXPECT_EQ(tools::closest("tempurture", known), "temperature");
+    EXPECT_EQ(tools::closest("lss", known), "ls");
+    EXPECT_EQ(tools::closest("l", known), "");
+    EXPECT_EQ(tools::closest("nonsense", known), "");
+    EXPECT_EQ(tools::closest(std::string(100'000, 'x'), known), "");
 }
 
 namespace {

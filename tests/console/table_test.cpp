@@ -1,7 +1,7 @@
-#include "console/errors.h"
 #include "console/terminal/table.h"
-#include "console/text/display.h"
-#include "console/text/values.h"
+#include "tools/errors.h"
+#include "tools/text/display.h"
+#include "tools/text/values.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
 // The data files of the two calibrations: what is read and written again reads back the same.
 
-#include "console/files/calibrationfiles.h"
+#include "tools/files/calibrationfiles.h"
 
-#include "console/files/csvfile.h"
 #include "readers/memoryfile.h"
+#include "tools/files/csvfile.h"
 
 #include <QDateTime>
 
@@ -27,7 +27,7 @@ void write(Rows rows)
 {
     if (isWritingDamaged() && rows.size() > 4)
         rows.pop_back();
-    console::writeCsvFile({"file", true}, rows);
+    tools::writeCsvFile({"file", true}, rows);
 }
 
 Rows rowsOf(const devices::service::SdkYqIfswCalibrationControl::IfswCalibrationData& data)
@@ -43,7 +43,7 @@ Rows rowsOf(const devices::service::SdkYqIfswCalibrationControl::IfswCalibration
     return rows;
 }
 
-Rows rowsOf(const console::PowerFile& file)
+Rows rowsOf(const tools::PowerFile& file)
 {
     const QDateTime time = QDateTime::fromSecsSinceEpoch(file.time.time_since_epoch().count(), Qt::UTC);
     Rows rows{{"time", time.toString(Qt::ISODate).toStdString()},
@@ -77,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     using namespace tov;
     const QByteArray contents(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    testing::readsBackWhatItRead(contents, console::readIfswFile);
-    testing::readsBackWhatItRead(contents, console::readPowerFile);
+    testing::readsBackWhatItRead(contents, tools::readIfswFile);
+    testing::readsBackWhatItRead(contents, tools::readPowerFile);
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "readers/memoryfile.h"
 
-#include "console/files/localfile.h"
+#include "tools/files/localfile.h"
 
 namespace tov::console {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "console/errors.h"
 #include "readers/check.h"
+#include "tools/errors.h"
 
 #include <QByteArray>
 
@@ -10,7 +10,7 @@
 
 namespace tov::testing {
 
-/// The one local file of a program that reads no others; it stands in for console/files/localfile.cpp.
+/// The one local file of a program that reads no others; it stands in for tools/files/localfile.cpp.
 inline QByteArray memoryFile;
 
 /// What `read` makes of `contents`, or nothing when it says what is wrong with it.
@@ -19,7 +19,7 @@ auto readFrom(const QByteArray& contents, auto read) -> std::optional<decltype(r
     memoryFile = contents;
     try {
         return read("file");
-    } catch (const console::Failure& failure) {
+    } catch (const tools::Failure& failure) {
         require(std::string_view(failure.what()).starts_with("file, "), "a failure says where it is");
         require(memoryFile == contents, "a file that is read stays as it is");
         return std::nullopt;

@@ -1,8 +1,8 @@
 // The words of a shell's line: what is written as one word each is read as these words again.
 
 #include "console/terminal/shellwords.h"
-#include "console/errors.h"
 #include "readers/check.h"
+#include "tools/errors.h"
 
 #include <cstdint>
 #include <string>
@@ -18,7 +18,7 @@ std::vector<std::string> wordsIfAny(const std::string& line)
 {
     try {
         return console::wordsOf(line);
-    } catch (const console::BadUse& refused) {
+    } catch (const tools::BadUse& refused) {
         require(std::string_view(refused.what()).ends_with("is not closed"),
                 "a line is refused for an open quote only");
         return {};

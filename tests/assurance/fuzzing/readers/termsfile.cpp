@@ -1,6 +1,6 @@
 // The file of system error terms: what is read and written again reads back the same.
 
-#include "console/files/termsfile.h"
+#include "tools/files/termsfile.h"
 
 #include "readers/memoryfile.h"
 
@@ -24,7 +24,7 @@ QJsonArray written(const vna::ErrorTerms::Values& values)
     return pairs;
 }
 
-QByteArray written(const console::TermsFile& file)
+QByteArray written(const tools::TermsFile& file)
 {
     QJsonArray records;
     for (const auto& record : file.records)
@@ -67,14 +67,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace tov;
     using namespace tov::testing;
     const auto file =
-        readFrom(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)), console::readTermsFile);
+        readFrom(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)), tools::readTermsFile);
     if (!file)
         return 0;
     const QByteArray text = written(*file);
-    console::TermsFile damaged = *file;
+    tools::TermsFile damaged = *file;
     if (isWritingDamaged() && damaged.terms.frequencies.size() == 2)
         damaged.terms.frequencies.front() += 1;
-    const auto again = readFrom(written(damaged), console::readTermsFile);
+    const auto again = readFrom(written(damaged), tools::readTermsFile);
     require(again && written(*again) == text, "terms that are written again read back the same");
     return 0;
 }
