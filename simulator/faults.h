@@ -39,6 +39,36 @@ enum class Operation {
     FactoryPowerSave,  ///< `IYqFactoryPowerCalibrationControl::saveCalibrationData()`
     CorrectionsRead,   ///< the four queries of `IFactoryCorrectionControl`
     CorrectionSwitch,  ///< `IFactoryCorrectionControl::setEnabled()`
+
+    MemoryObserve,                 ///< `IMemoryOperationsControl::addObserver()`
+    SerialNumberObserve,           ///< `IMemorySerialNumberControl::addObserver()`
+    TermsObserve,                  ///< `ISystemTermsControl::addObserver()`
+    IfswObserve,                   ///< `IYqIfswCalibrationControl::addObserver()`
+    FactoryPowerObserve,           ///< `IYqFactoryPowerCalibrationControl::addObserver()`
+    CorrectionsObserve,            ///< `IFactoryCorrectionControl::addObserver()`
+    TemperatureRead,               ///< `ITemperatureControl::temperature()`
+    TemperatureReadModules,        ///< `ITemperatureControl::modulesTemperature()`
+    TemperatureObserve,            ///< `ITemperatureControl::addObserver()`
+    CalibrationController1Observe, ///< `ICalibrationController::addObserver()` of the first controller
+    CalibrationController2Observe, ///< `ICalibrationController::addObserver()` of the second controller
+
+    // Of the modules: reading any setting; changing any, taking them back, and loading a table.
+    UlkSynthesisRead,
+    UlkSynthesisChange,
+    UlkPowerRead,
+    UlkPowerChange,
+    Wn0807SynthesisRead,
+    Wn0807SynthesisChange,
+    Wn0807PowerRead,
+    Wn0807PowerChange,
+    LoLeakageRead,
+    LoLeakageChange,
+    Kz515PowerRead,
+    Kz515PowerChange,
+    Kz515SynthesisRead,
+    Kz515SynthesisChange,
+    YqSynthesisRead,
+    YqSynthesisChange,
 };
 
 /// What is wrong with an operation.

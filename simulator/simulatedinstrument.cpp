@@ -82,22 +82,26 @@ SimulatedInstrument::SimulatedInstrument(const Configuration& configuration)
     addSlot<SimulatedMemoryUsbIdControl>(controls::usbId, std::make_shared<UsbIdState>(), m_machine);
     addSlot<SimulatedSerialNumberControl>(controls::serialNumber, std::make_shared<SerialNumberState>(), m_machine);
     addSlot<SimulatedMemoryOperationsControl>(controls::memoryOperations, m_memory, m_machine);
-    addSlot<SimulatedUlkSynthesisControl>(controls::ulkSynthesis, std::make_shared<UlkSynthesisState>());
-    addSlot<SimulatedUlkPowerControl>(controls::ulkPower, std::make_shared<UlkPowerState>());
-    addSlot<SimulatedWn0807SynthesisControl>(controls::wn0807Synthesis, std::make_shared<Wn0807SynthesisState>());
-    addSlot<SimulatedWn0807PowerModuleControl>(controls::wn0807Power, std::make_shared<Wn0807PowerState>());
-    addSlot<SimulatedLoLeakageControl>(controls::loLeakage, std::make_shared<LoLeakageState>());
-    addSlot<SimulatedKz515PowerControl>(controls::kz515Power, std::make_shared<Kz515PowerState>());
-    addSlot<SimulatedKz515SynthesisControl>(controls::kz515Synthesis, std::make_shared<Kz515SynthesisState>());
-    addSlot<SimulatedYqSynthesisControl>(controls::yqSynthesis, std::make_shared<YqSynthesisState>());
+    addSlot<SimulatedUlkSynthesisControl>(controls::ulkSynthesis, std::make_shared<UlkSynthesisState>(), m_machine);
+    addSlot<SimulatedUlkPowerControl>(controls::ulkPower, std::make_shared<UlkPowerState>(), m_machine);
+    addSlot<SimulatedWn0807SynthesisControl>(controls::wn0807Synthesis, std::make_shared<Wn0807SynthesisState>(),
+                                             m_machine);
+    addSlot<SimulatedWn0807PowerModuleControl>(controls::wn0807Power, std::make_shared<Wn0807PowerState>(), m_machine);
+    addSlot<SimulatedLoLeakageControl>(controls::loLeakage, std::make_shared<LoLeakageState>(), m_machine);
+    addSlot<SimulatedKz515PowerControl>(controls::kz515Power, std::make_shared<Kz515PowerState>(), m_machine);
+    addSlot<SimulatedKz515SynthesisControl>(controls::kz515Synthesis, std::make_shared<Kz515SynthesisState>(),
+                                            m_machine);
+    addSlot<SimulatedYqSynthesisControl>(controls::yqSynthesis, std::make_shared<YqSynthesisState>(), m_machine);
     addSlot<SimulatedSystemTermsControl>(controls::systemTerms, m_terms, m_machine);
     addSlot<SimulatedYqIfswCalibrationControl>(controls::ifswCalibration, m_ifswCalibration, m_machine);
     addSlot<SimulatedYqFactoryPowerCalibrationControl>(controls::factoryPowerCalibration, m_factoryPowerCalibration,
                                                        m_machine);
     addSlot<SimulatedFactoryCorrectionControl>(controls::factoryCorrections, m_factoryCorrections, m_machine);
-    addSlot<SimulatedTemperatureControl>(controls::temperature, m_temperatures);
-    addSlot<SimulatedCalibrationController>(controls::calibrationController1, m_calibrationUnit1);
-    addSlot<SimulatedCalibrationController>(controls::calibrationController2, m_calibrationUnit2);
+    addSlot<SimulatedTemperatureControl>(controls::temperature, m_temperatures, m_machine);
+    addSlot<SimulatedCalibrationController>(controls::calibrationController1, m_calibrationUnit1,
+                                            Operation::CalibrationController1Observe);
+    addSlot<SimulatedCalibrationController>(controls::calibrationController2, m_calibrationUnit2,
+                                            Operation::CalibrationController2Observe);
     offerControls();
 }
 

@@ -42,8 +42,8 @@ private:
 class SimulatedCalibrationController final : public ObservedControl<sdk::service::calibrations::ICalibrationController>
 {
 public:
-    explicit SimulatedCalibrationController(const std::shared_ptr<CalibrationUnitState>& unit)
-        : ObservedControl(unit->observers)
+    SimulatedCalibrationController(Operation observing, const std::shared_ptr<CalibrationUnitState>& unit)
+        : ObservedControl(unit->observers, observing)
     {
     }
 };

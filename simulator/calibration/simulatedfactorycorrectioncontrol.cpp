@@ -86,7 +86,7 @@ void FactoryCorrectionState::restore(const QCborMap& saved)
 
 SimulatedFactoryCorrectionControl::SimulatedFactoryCorrectionControl(std::shared_ptr<Machine> machine,
                                                                      std::shared_ptr<FactoryCorrectionState> state)
-    : ObservedControl(state->observers)
+    : ObservedControl(state->observers, Operation::CorrectionsObserve)
     , m_machine(std::move(machine))
     , m_state(std::move(state))
 {

@@ -18,8 +18,8 @@ class SimulatedYqCalibration : public ObservedControl<SdkIface>
 public:
     using Observer = typename SdkIface::Observer;
 
-    SimulatedYqCalibration(std::shared_ptr<Machine> machine, Operation plan)
-        : ObservedControl<SdkIface>(Observers<Observer>(machine))
+    SimulatedYqCalibration(std::shared_ptr<Machine> machine, Operation plan, Operation observing)
+        : ObservedControl<SdkIface>(Observers<Observer>(machine), observing)
         , m_machine(std::move(machine))
         , m_plan(plan)
     {

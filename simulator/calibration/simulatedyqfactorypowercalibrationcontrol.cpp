@@ -44,7 +44,7 @@ void fromCbor(const QCborMap& saved, StoredFactoryPowerCalibration& stored)
 
 SimulatedYqFactoryPowerCalibrationControl::SimulatedYqFactoryPowerCalibrationControl(
     std::shared_ptr<Machine> machine, std::shared_ptr<FactoryPowerCalibrationState> state)
-    : SimulatedYqCalibration(std::move(machine), Operation::FactoryPowerPlan)
+    : SimulatedYqCalibration(std::move(machine), Operation::FactoryPowerPlan, Operation::FactoryPowerObserve)
     , m_state(std::move(state))
 {
 }

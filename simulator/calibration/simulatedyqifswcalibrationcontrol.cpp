@@ -60,7 +60,7 @@ void fromCbor(const QCborMap& saved, StoredIfswCalibration& stored)
 
 SimulatedYqIfswCalibrationControl::SimulatedYqIfswCalibrationControl(std::shared_ptr<Machine> machine,
                                                                      std::shared_ptr<IfswCalibrationState> state)
-    : SimulatedYqCalibration(std::move(machine), Operation::IfswPlan)
+    : SimulatedYqCalibration(std::move(machine), Operation::IfswPlan, Operation::IfswObserve)
     , m_state(std::move(state))
 {
 }

@@ -79,7 +79,7 @@ void MemoryState::restore(const QCborMap& saved)
 
 SimulatedMemoryOperationsControl::SimulatedMemoryOperationsControl(std::shared_ptr<Machine> machine,
                                                                    std::shared_ptr<MemoryState> state)
-    : ObservedControl(Observers<IObserver>(machine))
+    : ObservedControl(Observers<IObserver>(machine), Operation::MemoryObserve)
     , m_machine(std::move(machine))
     , m_state(std::move(state))
 {

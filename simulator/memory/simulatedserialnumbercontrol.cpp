@@ -18,7 +18,7 @@ void SerialNumberState::restore(const QCborMap& saved)
 
 SimulatedSerialNumberControl::SimulatedSerialNumberControl(std::shared_ptr<Machine> machine,
                                                            std::shared_ptr<SerialNumberState> state)
-    : ObservedControl(Observers<Observer>(machine))
+    : ObservedControl(Observers<Observer>(machine), Operation::SerialNumberObserve)
     , m_machine(std::move(machine))
     , m_state(std::move(state))
 {

@@ -92,7 +92,7 @@ void fromCbor(const QCborMap& saved, StoredTerms& stored)
 
 SimulatedSystemTermsControl::SimulatedSystemTermsControl(std::shared_ptr<Machine> machine,
                                                          std::shared_ptr<SystemTermsState> state)
-    : ObservedControl(Observers<Observer>(machine))
+    : ObservedControl(Observers<Observer>(machine), Operation::TermsObserve)
     , m_machine(std::move(machine))
     , m_state(std::move(state))
 {

@@ -89,19 +89,23 @@ void TemperatureState::restore(const QCborMap& saved)
     }
 }
 
-SimulatedTemperatureControl::SimulatedTemperatureControl(std::shared_ptr<TemperatureState> state)
-    : ObservedControl(state->observers)
+SimulatedTemperatureControl::SimulatedTemperatureControl(std::shared_ptr<Machine> machine,
+                                                         std::shared_ptr<TemperatureState> state)
+    : ObservedControl(state->observers, Operation::TemperatureObserve)
+    , m_machine(std::move(machine))
     , m_state(std::move(state))
 {
 }
 
 float SimulatedTemperatureControl::temperature()
 {
+    m_machine->begin(Operation::TemperatureRead);
     return m_state->temperature();
 }
 
 const std::unordered_map<std::string, float>& SimulatedTemperatureControl::modulesTemperature()
 {
+    m_machine->begin(Operation::TemperatureReadModules);
     auto& readings = m_handedOut.own();
     readings = m_state->modules();
     return readings;

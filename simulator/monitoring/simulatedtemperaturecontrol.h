@@ -60,7 +60,7 @@ private:
 class SimulatedTemperatureControl final : public ObservedControl<sdk::ITemperatureControl>
 {
 public:
-    explicit SimulatedTemperatureControl(std::shared_ptr<TemperatureState> state);
+    SimulatedTemperatureControl(std::shared_ptr<Machine> machine, std::shared_ptr<TemperatureState> state);
 
     float temperature() override;
 
@@ -68,6 +68,7 @@ public:
     const std::unordered_map<std::string, float>& modulesTemperature() override;
 
 private:
+    const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<TemperatureState> m_state;
     PerThread<std::unordered_map<std::string, float>> m_handedOut;
 };

@@ -26,7 +26,7 @@ using provider::Result;
 
 namespace {
 
-/// An operation by the names under which its interface has it.
+/// An operation by the names under which its interface has it; "read" and "change" are all of a module's settings.
 struct NamedOperation
 {
     sdk::Key control;
@@ -62,6 +62,33 @@ constexpr auto operations = std::to_array<NamedOperation>({
     {controls::factoryPowerCalibration.keys.sdk, "saveCalibrationData"_L1, Operation::FactoryPowerSave},
     {controls::factoryCorrections.keys.sdk, "supportedCorrections"_L1, Operation::CorrectionsRead},
     {controls::factoryCorrections.keys.sdk, "setEnabled"_L1, Operation::CorrectionSwitch},
+    {controls::memoryOperations.keys.sdk, "addObserver"_L1, Operation::MemoryObserve},
+    {controls::serialNumber.keys.sdk, "addObserver"_L1, Operation::SerialNumberObserve},
+    {controls::systemTerms.keys.sdk, "addObserver"_L1, Operation::TermsObserve},
+    {controls::ifswCalibration.keys.sdk, "addObserver"_L1, Operation::IfswObserve},
+    {controls::factoryPowerCalibration.keys.sdk, "addObserver"_L1, Operation::FactoryPowerObserve},
+    {controls::factoryCorrections.keys.sdk, "addObserver"_L1, Operation::CorrectionsObserve},
+    {controls::temperature.keys.sdk, "temperature"_L1, Operation::TemperatureRead},
+    {controls::temperature.keys.sdk, "modulesTemperature"_L1, Operation::TemperatureReadModules},
+    {controls::temperature.keys.sdk, "addObserver"_L1, Operation::TemperatureObserve},
+    {controls::calibrationController1.keys.sdk, "addObserver"_L1, Operation::CalibrationController1Observe},
+    {controls::calibrationController2.keys.sdk, "addObserver"_L1, Operation::CalibrationController2Observe},
+    {controls::ulkSynthesis.keys.sdk, "read"_L1, Operation::UlkSynthesisRead},
+    {controls::ulkSynthesis.keys.sdk, "change"_L1, Operation::UlkSynthesisChange},
+    {controls::ulkPower.keys.sdk, "read"_L1, Operation::UlkPowerRead},
+    {controls::ulkPower.keys.sdk, "change"_L1, Operation::UlkPowerChange},
+    {controls::wn0807Synthesis.keys.sdk, "read"_L1, Operation::Wn0807SynthesisRead},
+    {controls::wn0807Synthesis.keys.sdk, "change"_L1, Operation::Wn0807SynthesisChange},
+    {controls::wn0807Power.keys.sdk, "read"_L1, Operation::Wn0807PowerRead},
+    {controls::wn0807Power.keys.sdk, "change"_L1, Operation::Wn0807PowerChange},
+    {controls::loLeakage.keys.sdk, "read"_L1, Operation::LoLeakageRead},
+    {controls::loLeakage.keys.sdk, "change"_L1, Operation::LoLeakageChange},
+    {controls::kz515Power.keys.sdk, "read"_L1, Operation::Kz515PowerRead},
+    {controls::kz515Power.keys.sdk, "change"_L1, Operation::Kz515PowerChange},
+    {controls::kz515Synthesis.keys.sdk, "read"_L1, Operation::Kz515SynthesisRead},
+    {controls::kz515Synthesis.keys.sdk, "change"_L1, Operation::Kz515SynthesisChange},
+    {controls::yqSynthesis.keys.sdk, "read"_L1, Operation::YqSynthesisRead},
+    {controls::yqSynthesis.keys.sdk, "change"_L1, Operation::YqSynthesisChange},
 });
 
 /// The control of this kind as the instrument offers it; null when it does not.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/support/controlstate.h"
+#include "simulator/support/machine.h"
 
 #include <QCborMap>
 #include <QString>
@@ -147,17 +148,33 @@ private:
     std::deque<Setting<Value>> m_settings; // never moves them
 };
 
-/// A control that does nothing but keep the settings of its module.
+/// A control that does nothing but keep the settings of its module. What it does may be made to throw, as `State` says:
+/// `reading` a setting, and `changing` any.
 template <typename SdkIface, typename State>
 class ModuleControl : public SdkIface
 {
 public:
-    explicit ModuleControl(std::shared_ptr<State> state)
-        : m_state(std::move(state))
+    ModuleControl(std::shared_ptr<Machine> machine, std::shared_ptr<State> state)
+        : m_machine(std::move(machine))
+        , m_state(std::move(state))
     {
     }
 
 protected:
+    /// The module, once for each operation of the SDK.
+    const State& read() const
+    {
+        m_machine->begin(State::reading);
+        return *m_state;
+    }
+    State& change() const
+    {
+        m_machine->begin(State::changing);
+        return *m_state;
+    }
+
+private:
+    const std::shared_ptr<Machine> m_machine;
     const std::shared_ptr<State> m_state;
 };
 

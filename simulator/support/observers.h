@@ -30,9 +30,11 @@ public:
     {
     }
 
-    /// Registers `observer`, which is not owned and must not be null, with `control`; again: does nothing.
-    void add(const void* control, Observer* observer) const
+    /// Registers `observer`, which is not owned and must not be null, with `control`; again: does nothing. Throws if
+    /// `observing` was told to.
+    void add(const void* control, Observer* observer, Operation observing) const
     {
+        m_machine->begin(observing);
         const std::lock_guard guard(m_list->mutex);
         if (!m_list->has({control, observer}))
             m_list->registered.push_back({control, observer});
@@ -107,17 +109,21 @@ public:
     ObservedControl& operator=(const ObservedControl&) = delete;
     ~ObservedControl() override { m_observers.close(this); }
 
-    void addObserver(Observer* observer) final { m_observers.add(this, observer); }
+    void addObserver(Observer* observer) final { m_observers.add(this, observer, m_observing); }
     void removeObserver(Observer* observer) final { m_observers.remove(this, observer); }
 
 protected:
     /// `observers` are those of this control, or those whom it shares with others of its kind.
-    explicit ObservedControl(Observers<Observer> observers)
+    ObservedControl(Observers<Observer> observers, Operation observing)
         : m_observers(std::move(observers))
+        , m_observing(observing)
     {
     }
 
     const Observers<Observer> m_observers;
+
+private:
+    const Operation m_observing;
 };
 
 } // namespace tov::simulator

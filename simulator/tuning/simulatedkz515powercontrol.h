@@ -13,6 +13,9 @@ namespace tov::simulator {
 class Kz515PowerState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::Kz515PowerRead;
+    static constexpr Operation changing = Operation::Kz515PowerChange;
+
     using ControlMode = sdk::service::IKZ515PowerControl::ControlMode;
 
     static constexpr unsigned char mostPower = 100;
@@ -39,42 +42,42 @@ public:
     using ModuleControl::ModuleControl;
 
     unsigned char maxPowerValue() override { return Kz515PowerState::mostPower; }
-    ControlMode powerControlMode() override { return m_state->powerControlMode.value(); }
-    void setPowerControlMode(ControlMode mode) override { m_state->powerControlMode.set(mode); }
-    unsigned char loPower() override { return m_state->loPower.value(); }
-    void setLoPower(unsigned char power) override { m_state->loPower.set(power); }
-    unsigned char rfPower() override { return m_state->rfPower.value(); }
-    void setRfPower(unsigned char power) override { m_state->rfPower.set(power); }
+    ControlMode powerControlMode() override { return read().powerControlMode.value(); }
+    void setPowerControlMode(ControlMode mode) override { change().powerControlMode.set(mode); }
+    unsigned char loPower() override { return read().loPower.value(); }
+    void setLoPower(unsigned char power) override { change().loPower.set(power); }
+    unsigned char rfPower() override { return read().rfPower.value(); }
+    void setRfPower(unsigned char power) override { change().rfPower.set(power); }
     unsigned short maxDacValue() override { return Kz515PowerState::mostWord; }
-    ControlMode dacControlMode() override { return m_state->dacControlMode.value(); }
-    void setDacControlMode(ControlMode mode) override { m_state->dacControlMode.set(mode); }
-    int dacMode() override { return m_state->dacMode.value(); }
-    void setDacMode(int mode) override { m_state->dacMode.set(mode); }
+    ControlMode dacControlMode() override { return read().dacControlMode.value(); }
+    void setDacControlMode(ControlMode mode) override { change().dacControlMode.set(mode); }
+    int dacMode() override { return read().dacMode.value(); }
+    void setDacMode(int mode) override { change().dacMode.set(mode); }
     unsigned short unionDac() override { return dacA(); }
     void setUnionDac(unsigned short word) override
     {
         setDacA(word);
         setDacB(word);
     }
-    unsigned short dacA() override { return m_state->dacA.value(); }
-    void setDacA(unsigned short word) override { m_state->dacA.set(word); }
-    unsigned short dacB() override { return m_state->dacB.value(); }
-    void setDacB(unsigned short word) override { m_state->dacB.set(word); }
+    unsigned short dacA() override { return read().dacA.value(); }
+    void setDacA(unsigned short word) override { change().dacA.set(word); }
+    unsigned short dacB() override { return read().dacB.value(); }
+    void setDacB(unsigned short word) override { change().dacB.set(word); }
     std::vector<unsigned char> availableGains() override
     {
         return {Kz515PowerState::gains.begin(), Kz515PowerState::gains.end()};
     }
-    unsigned char referenceGain() override { return m_state->referenceGain.value(); }
-    void setReferenceGain(unsigned char gain) override { m_state->referenceGain.set(gain); }
-    unsigned char signalGain() override { return m_state->signalGain.value(); }
-    void setSignalGain(unsigned char gain) override { m_state->signalGain.set(gain); }
+    unsigned char referenceGain() override { return read().referenceGain.value(); }
+    void setReferenceGain(unsigned char gain) override { change().referenceGain.set(gain); }
+    unsigned char signalGain() override { return read().signalGain.value(); }
+    void setSignalGain(unsigned char gain) override { change().signalGain.set(gain); }
     void assignReceiverCorrectionTable(std::vector<unsigned char> table) override
     {
-        m_state->receiverCorrection.load(table);
+        change().receiverCorrection.load(table);
     }
     void assignPowerCalibrationTable(std::vector<unsigned char> table) override
     {
-        m_state->powerCalibration.load(table);
+        change().powerCalibration.load(table);
     }
 };
 

@@ -12,6 +12,9 @@ namespace tov::simulator {
 class Kz515SynthesisState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::Kz515SynthesisRead;
+    static constexpr Operation changing = Operation::Kz515SynthesisChange;
+
     static constexpr std::array frequencies = {5e6, 10e6, 100e6};
 
     Setting<double> referenceFrequency{*this, "referenceFrequency", 10e6, oneOf(frequencies)};
@@ -28,8 +31,8 @@ public:
     {
         return {Kz515SynthesisState::frequencies.begin(), Kz515SynthesisState::frequencies.end()};
     }
-    double currentReferenceFrequency() override { return m_state->referenceFrequency.value(); }
-    void setReferenceFrequency(double frequency) override { m_state->referenceFrequency.set(frequency); }
+    double currentReferenceFrequency() override { return read().referenceFrequency.value(); }
+    void setReferenceFrequency(double frequency) override { change().referenceFrequency.set(frequency); }
 };
 
 } // namespace tov::simulator

@@ -9,6 +9,9 @@ namespace tov::simulator {
 class LoLeakageState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::LoLeakageRead;
+    static constexpr Operation changing = Operation::LoLeakageChange;
+
     Setting<bool> enabled{*this, "enabled", false};
 
     QCborMap save() const override { return {{enabled.name(), enabled.value()}}; }
@@ -21,8 +24,8 @@ class SimulatedLoLeakageControl final : public ModuleControl<sdk::service::ILoLe
 public:
     using ModuleControl::ModuleControl;
 
-    bool isEnabled() override { return m_state->enabled.value(); }
-    void setEnabled(bool enabled) override { m_state->enabled.set(enabled); }
+    bool isEnabled() override { return read().enabled.value(); }
+    void setEnabled(bool enabled) override { change().enabled.set(enabled); }
 };
 
 } // namespace tov::simulator

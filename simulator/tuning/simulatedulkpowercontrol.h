@@ -12,6 +12,9 @@ namespace tov::simulator {
 class UlkPowerState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::UlkPowerRead;
+    static constexpr Operation changing = Operation::UlkPowerChange;
+
     static constexpr unsigned char leastCode = 0;
     static constexpr unsigned char mostCode = 63;
     static constexpr int defaultStep = 5;
@@ -39,38 +42,38 @@ class SimulatedUlkPowerControl final : public ModuleControl<sdk::service::IUlkPo
 public:
     using ModuleControl::ModuleControl;
 
-    unsigned char loPower() override { return m_state->loPower.value(); }
-    unsigned char rfPower() override { return m_state->rfPower.value(); }
-    void setLoPower(unsigned char code) override { m_state->loPower.set(code); }
-    void setRfPower(unsigned char code) override { m_state->rfPower.set(code); }
+    unsigned char loPower() override { return read().loPower.value(); }
+    unsigned char rfPower() override { return read().rfPower.value(); }
+    void setLoPower(unsigned char code) override { change().loPower.set(code); }
+    void setRfPower(unsigned char code) override { change().rfPower.set(code); }
     unsigned char minPowerCode() override { return UlkPowerState::leastCode; }
     unsigned char maxPowerCode() override { return UlkPowerState::mostCode; }
-    void setSyntPowerMode(int mode) override { m_state->syntPowerMode.set(mode); }
-    int syntPowerMode() override { return m_state->syntPowerMode.value(); }
-    void setAttenuationMode(int mode) override { m_state->attenuationMode.set(mode); }
-    int attenuationMode() override { return m_state->attenuationMode.value(); }
-    void setAttenuationStep(int step) override { m_state->attenuationStep.set(step); }
-    int attenuationStep() override { return m_state->attenuationStep.value(); }
-    void setStepAttenuatorMode(int mode) override { m_state->stepAttenuatorMode.set(mode); }
-    int stepAttenuatorMode() override { return m_state->stepAttenuatorMode.value(); }
+    void setSyntPowerMode(int mode) override { change().syntPowerMode.set(mode); }
+    int syntPowerMode() override { return read().syntPowerMode.value(); }
+    void setAttenuationMode(int mode) override { change().attenuationMode.set(mode); }
+    int attenuationMode() override { return read().attenuationMode.value(); }
+    void setAttenuationStep(int step) override { change().attenuationStep.set(step); }
+    int attenuationStep() override { return read().attenuationStep.value(); }
+    void setStepAttenuatorMode(int mode) override { change().stepAttenuatorMode.set(mode); }
+    int stepAttenuatorMode() override { return read().stepAttenuatorMode.value(); }
     int defaultAttenuationStep() override { return UlkPowerState::defaultStep; }
-    void enableDiscreteAttenuator(bool enabled) override { m_state->discreteAttenuator.set(enabled); }
-    bool discreteAttenuatorEnabled() override { return m_state->discreteAttenuator.value(); }
-    void setDiscreteAttenuatorMode(int mode) override { m_state->discreteAttenuatorMode.set(mode); }
-    int discreteAttenuatorMode() override { return m_state->discreteAttenuatorMode.value(); }
-    void setCommonAttenuationMode(int mode) override { m_state->commonAttenuationMode.set(mode); }
-    int commonAttenuationMode() override { return m_state->commonAttenuationMode.value(); }
-    void setCommonAttenuationStep(int step) override { m_state->commonAttenuationStep.set(step); }
-    int commonAttenuationStep() override { return m_state->commonAttenuationStep.value(); }
-    void setAmpTPort2(unsigned char gain) override { m_state->ampTPort2.set(gain); }
-    unsigned char ampTPort2() override { return m_state->ampTPort2.value(); }
-    void setAmpRPort1(unsigned char gain) override { m_state->ampRPort1.set(gain); }
-    unsigned char ampRPort1() override { return m_state->ampRPort1.value(); }
-    void setAmpTPort1(unsigned char gain) override { m_state->ampTPort1.set(gain); }
-    unsigned char ampTPort1() override { return m_state->ampTPort1.value(); }
-    void setRfPowerCodes(const std::vector<unsigned char>& codes) override { m_state->rfPowerCodes.load(codes); }
-    void setLoPowerCodes(const std::vector<unsigned char>& codes) override { m_state->loPowerCodes.load(codes); }
-    void reset() override { m_state->reset(); }
+    void enableDiscreteAttenuator(bool enabled) override { change().discreteAttenuator.set(enabled); }
+    bool discreteAttenuatorEnabled() override { return read().discreteAttenuator.value(); }
+    void setDiscreteAttenuatorMode(int mode) override { change().discreteAttenuatorMode.set(mode); }
+    int discreteAttenuatorMode() override { return read().discreteAttenuatorMode.value(); }
+    void setCommonAttenuationMode(int mode) override { change().commonAttenuationMode.set(mode); }
+    int commonAttenuationMode() override { return read().commonAttenuationMode.value(); }
+    void setCommonAttenuationStep(int step) override { change().commonAttenuationStep.set(step); }
+    int commonAttenuationStep() override { return read().commonAttenuationStep.value(); }
+    void setAmpTPort2(unsigned char gain) override { change().ampTPort2.set(gain); }
+    unsigned char ampTPort2() override { return read().ampTPort2.value(); }
+    void setAmpRPort1(unsigned char gain) override { change().ampRPort1.set(gain); }
+    unsigned char ampRPort1() override { return read().ampRPort1.value(); }
+    void setAmpTPort1(unsigned char gain) override { change().ampTPort1.set(gain); }
+    unsigned char ampTPort1() override { return read().ampTPort1.value(); }
+    void setRfPowerCodes(const std::vector<unsigned char>& codes) override { change().rfPowerCodes.load(codes); }
+    void setLoPowerCodes(const std::vector<unsigned char>& codes) override { change().loPowerCodes.load(codes); }
+    void reset() override { change().reset(); }
 };
 
 } // namespace tov::simulator

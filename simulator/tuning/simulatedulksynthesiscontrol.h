@@ -13,6 +13,9 @@ namespace tov::simulator {
 class UlkSynthesisState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::UlkSynthesisRead;
+    static constexpr Operation changing = Operation::UlkSynthesisChange;
+
     static constexpr std::array supportedIfs = {2.5e6, 7.5e6, 10.7e6, 21.4e6};
     static constexpr std::array supportedRefs = {5e6, 10e6, 100e6};
 
@@ -30,21 +33,21 @@ class SimulatedUlkSynthesisControl final : public ModuleControl<sdk::service::IU
 public:
     using ModuleControl::ModuleControl;
 
-    void setLoLeakageMode(bool on) override { m_state->loLeakageMode.set(on); }
-    bool loLeakageMode() override { return m_state->loLeakageMode.value(); }
-    void enableManualIf(bool enabled) override { m_state->manualIf.set(enabled); }
-    bool manualIfEnabled() override { return m_state->manualIf.value(); }
-    void setSelectedIf(int index) override { m_state->selectedIf.set(index); }
-    int selectedIf() override { return m_state->selectedIf.value(); }
+    void setLoLeakageMode(bool on) override { change().loLeakageMode.set(on); }
+    bool loLeakageMode() override { return read().loLeakageMode.value(); }
+    void enableManualIf(bool enabled) override { change().manualIf.set(enabled); }
+    bool manualIfEnabled() override { return read().manualIf.value(); }
+    void setSelectedIf(int index) override { change().selectedIf.set(index); }
+    int selectedIf() override { return read().selectedIf.value(); }
     std::span<const double> supportedIfs() override { return UlkSynthesisState::supportedIfs; }
-    void setFilter1Frequency(double frequency) override { m_state->filter1Frequency.set(frequency); }
-    double filter1Frequency() override { return m_state->filter1Frequency.value(); }
-    void enableManualRef(bool enabled) override { m_state->manualRef.set(enabled); }
-    bool manualRefEnabled() override { return m_state->manualRef.value(); }
-    void setSelectedRef(int index) override { m_state->selectedRef.set(index); }
-    int selectedRef() override { return m_state->selectedRef.value(); }
+    void setFilter1Frequency(double frequency) override { change().filter1Frequency.set(frequency); }
+    double filter1Frequency() override { return read().filter1Frequency.value(); }
+    void enableManualRef(bool enabled) override { change().manualRef.set(enabled); }
+    bool manualRefEnabled() override { return read().manualRef.value(); }
+    void setSelectedRef(int index) override { change().selectedRef.set(index); }
+    int selectedRef() override { return read().selectedRef.value(); }
     std::span<const double> supportedRefs() override { return UlkSynthesisState::supportedRefs; }
-    void reset() override { m_state->reset(); }
+    void reset() override { change().reset(); }
 };
 
 } // namespace tov::simulator

@@ -13,6 +13,9 @@ namespace tov::simulator {
 class Wn0807PowerState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::Wn0807PowerRead;
+    static constexpr Operation changing = Operation::Wn0807PowerChange;
+
     static constexpr double dbPerStep = 0.25;
 
     Setting<int> dacMode{*this, "dacMode", 0, within(0, 3)};
@@ -38,40 +41,40 @@ class SimulatedWn0807PowerModuleControl final
 public:
     using ModuleControl::ModuleControl;
 
-    void setDacMode(int mode) override { m_state->dacMode.set(mode); }
-    int dacMode() override { return m_state->dacMode.value(); }
-    void setPowerMode(int mode) override { m_state->powerMode.set(mode); }
-    int powerMode() override { return m_state->powerMode.value(); }
-    void setStepAttenuatorMode(int mode) override { m_state->stepAttenuatorMode.set(mode); }
-    int stepAttenuatorMode() override { return m_state->stepAttenuatorMode.value(); }
-    void setDiscreteAttenuatorMode(int mode) override { m_state->discreteAttenuatorMode.set(mode); }
-    int discreteAttenuatorMode() override { return m_state->discreteAttenuatorMode.value(); }
-    void setPowerConstant(int constant) override { m_state->powerConstant.set(constant); }
-    int powerConstant() override { return m_state->powerConstant.value(); }
-    void setRfDac(unsigned short word) override { m_state->rfDac.set(word); }
-    unsigned short rfDac() override { return m_state->rfDac.value(); }
-    void setSplitDac(unsigned short word) override { m_state->splitDac.set(word); }
-    unsigned short splitDac() override { return m_state->splitDac.value(); }
-    void setSplitDds(unsigned short word) override { m_state->splitDds.set(word); }
-    unsigned short splitDds() override { return m_state->splitDds.value(); }
+    void setDacMode(int mode) override { change().dacMode.set(mode); }
+    int dacMode() override { return read().dacMode.value(); }
+    void setPowerMode(int mode) override { change().powerMode.set(mode); }
+    int powerMode() override { return read().powerMode.value(); }
+    void setStepAttenuatorMode(int mode) override { change().stepAttenuatorMode.set(mode); }
+    int stepAttenuatorMode() override { return read().stepAttenuatorMode.value(); }
+    void setDiscreteAttenuatorMode(int mode) override { change().discreteAttenuatorMode.set(mode); }
+    int discreteAttenuatorMode() override { return read().discreteAttenuatorMode.value(); }
+    void setPowerConstant(int constant) override { change().powerConstant.set(constant); }
+    int powerConstant() override { return read().powerConstant.value(); }
+    void setRfDac(unsigned short word) override { change().rfDac.set(word); }
+    unsigned short rfDac() override { return read().rfDac.value(); }
+    void setSplitDac(unsigned short word) override { change().splitDac.set(word); }
+    unsigned short splitDac() override { return read().splitDac.value(); }
+    void setSplitDds(unsigned short word) override { change().splitDds.set(word); }
+    unsigned short splitDds() override { return read().splitDds.value(); }
     void setAttenuationDb(double attenuation) override
     {
-        m_state->attenuationStep.setNumber(std::round(attenuation / Wn0807PowerState::dbPerStep));
+        change().attenuationStep.setNumber(std::round(attenuation / Wn0807PowerState::dbPerStep));
     }
     double attenuationDb() override { return attenuationStep() * Wn0807PowerState::dbPerStep; }
-    void setAttenuationStep(unsigned short step) override { m_state->attenuationStep.set(step); }
-    unsigned short attenuationStep() override { return m_state->attenuationStep.value(); }
-    void enableDiscreteAttenuator(bool enabled) override { m_state->discreteAttenuator.set(enabled); }
-    bool discreteAttenuatorEnabled() override { return m_state->discreteAttenuator.value(); }
-    void setSquarePatternStep(double step) override { m_state->squarePatternStep.set(step); }
-    double squarePatternStep() override { return m_state->squarePatternStep.value(); }
-    void setDdsCorrectionMode(int mode) override { m_state->ddsCorrectionMode.set(mode); }
-    int ddsCorrectionMode() override { return m_state->ddsCorrectionMode.value(); }
-    void enableDdsCorrection(bool enabled) override { m_state->ddsCorrection.set(enabled); }
-    bool ddsCorrectionEnabled() override { return m_state->ddsCorrection.value(); }
+    void setAttenuationStep(unsigned short step) override { change().attenuationStep.set(step); }
+    unsigned short attenuationStep() override { return read().attenuationStep.value(); }
+    void enableDiscreteAttenuator(bool enabled) override { change().discreteAttenuator.set(enabled); }
+    bool discreteAttenuatorEnabled() override { return read().discreteAttenuator.value(); }
+    void setSquarePatternStep(double step) override { change().squarePatternStep.set(step); }
+    double squarePatternStep() override { return read().squarePatternStep.value(); }
+    void setDdsCorrectionMode(int mode) override { change().ddsCorrectionMode.set(mode); }
+    int ddsCorrectionMode() override { return read().ddsCorrectionMode.value(); }
+    void enableDdsCorrection(bool enabled) override { change().ddsCorrection.set(enabled); }
+    bool ddsCorrectionEnabled() override { return read().ddsCorrection.value(); }
     void assignPowerCalibrationTable(std::vector<unsigned char> table) override
     {
-        m_state->powerCalibration.load(table);
+        change().powerCalibration.load(table);
     }
 };
 

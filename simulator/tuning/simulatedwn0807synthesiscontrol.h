@@ -20,6 +20,9 @@ namespace tov::simulator {
 class Wn0807SynthesisState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::Wn0807SynthesisRead;
+    static constexpr Operation changing = Operation::Wn0807SynthesisChange;
+
     using PowerSyntEntry = sdk::service::IWn0807SynthesisControl::PowerSyntEntry;
 
     static constexpr std::array supportedIfs = {5e6, 10.7e6, 70e6};
@@ -61,56 +64,59 @@ class SimulatedWn0807SynthesisControl final
 public:
     using ModuleControl::ModuleControl;
 
-    unsigned char loPower() override { return m_state->loPower.value(); }
-    unsigned char rfPower() override { return m_state->rfPower.value(); }
-    void setLoPower(unsigned char power) override { m_state->loPower.set(power); }
-    void setRfPower(unsigned char power) override { m_state->rfPower.set(power); }
-    int rfPowerMode() override { return m_state->rfPowerMode.value(); }
-    void setRfPowerMode(int mode) override { m_state->rfPowerMode.set(mode); }
+    unsigned char loPower() override { return read().loPower.value(); }
+    unsigned char rfPower() override { return read().rfPower.value(); }
+    void setLoPower(unsigned char power) override { change().loPower.set(power); }
+    void setRfPower(unsigned char power) override { change().rfPower.set(power); }
+    int rfPowerMode() override { return read().rfPowerMode.value(); }
+    void setRfPowerMode(int mode) override { change().rfPowerMode.set(mode); }
 
     /// What the calling thread sees does not change before it asks again.
     std::span<const PowerSyntEntry> rfPowerRangeTable() override
     {
+        const Wn0807SynthesisState& state = read();
         auto& table = m_handedOut.own();
         table.clear();
         for (int row = 0; std::cmp_less(row, Wn0807SynthesisState::factoryTable.size()); ++row)
-            table.push_back({m_state->rowFrequency.value(row), m_state->rowPower.value(row)});
+            table.push_back({state.rowFrequency.value(row), state.rowPower.value(row)});
         return table;
     }
 
     std::span<const PowerSyntEntry> rfPowerDefaultRangeTable() override { return Wn0807SynthesisState::factoryTable; }
-    void setRfPowerRangeFrequency(int row, double frequency) override { m_state->rowFrequency.set(row, frequency); }
-    void setRfPowerRangePower(int row, unsigned char power) override { m_state->rowPower.set(row, power); }
-    int ifMode() override { return m_state->ifMode.value(); }
-    void setIfMode(int mode) override { m_state->ifMode.set(mode); }
-    void setSelectedIf(int index) override { m_state->selectedIf.set(index); }
-    int selectedIf() override { return m_state->selectedIf.value(); }
+    void setRfPowerRangeFrequency(int row, double frequency) override { change().rowFrequency.set(row, frequency); }
+    void setRfPowerRangePower(int row, unsigned char power) override { change().rowPower.set(row, power); }
+    int ifMode() override { return read().ifMode.value(); }
+    void setIfMode(int mode) override { change().ifMode.set(mode); }
+    void setSelectedIf(int index) override { change().selectedIf.set(index); }
+    int selectedIf() override { return read().selectedIf.value(); }
     std::span<const double> supportedIfs() override { return Wn0807SynthesisState::supportedIfs; }
-    void setCapacitanceMode(int capacitor, int mode) override { m_state->capacitanceMode.set(capacitor, mode); }
+    void setCapacitanceMode(int capacitor, int mode) override { change().capacitanceMode.set(capacitor, mode); }
     void setCapacitanceRange(int capacitor, const Range& range) override
     {
-        m_state->capacitanceFirst.set(capacitor, range.first);
-        m_state->capacitanceSecond.set(capacitor, range.second);
+        Wn0807SynthesisState& state = change();
+        state.capacitanceFirst.set(capacitor, range.first);
+        state.capacitanceSecond.set(capacitor, range.second);
     }
-    int capacitanceMode(int capacitor) override { return m_state->capacitanceMode.value(capacitor); }
+    int capacitanceMode(int capacitor) override { return read().capacitanceMode.value(capacitor); }
     std::optional<Range> capacitanceRange(int capacitor) override
     {
-        const auto first = m_state->capacitanceFirst.value(capacitor);
-        const auto second = m_state->capacitanceSecond.value(capacitor);
+        const Wn0807SynthesisState& state = read();
+        const auto first = state.capacitanceFirst.value(capacitor);
+        const auto second = state.capacitanceSecond.value(capacitor);
         return first && second ? std::optional(Range{*first, *second}) : std::nullopt;
     }
-    void setRfFilterMode(int mode) override { m_state->rfFilterMode.set(mode); }
-    void setRfFilterFrom(int filter, double frequency) override { m_state->filterFrom.set(filter, frequency); }
-    void setSelectedRfFilter(int filter) override { m_state->selectedRfFilter.set(filter); }
-    int rfFilterMode() override { return m_state->rfFilterMode.value(); }
-    std::optional<int> selectedRfFilter() override { return m_state->selectedRfFilter.value(); }
-    std::optional<double> rfFilterFrom(int filter) override { return m_state->filterFrom.value(filter); }
-    void setDdsSwitchFreq(double frequency) override { m_state->ddsSwitchFreq.set(frequency); }
-    double ddsSwitchFreq() override { return m_state->ddsSwitchFreq.value(); }
-    int delayMode() override { return m_state->delayMode.value(); }
-    void setDelayMode(int mode) override { m_state->delayMode.set(mode); }
-    Duration measureDelay() override { return Duration(m_state->measureDelay.value()); }
-    void setMeasureDelay(Duration delay) override { m_state->measureDelay.set(delay.count()); }
+    void setRfFilterMode(int mode) override { change().rfFilterMode.set(mode); }
+    void setRfFilterFrom(int filter, double frequency) override { change().filterFrom.set(filter, frequency); }
+    void setSelectedRfFilter(int filter) override { change().selectedRfFilter.set(filter); }
+    int rfFilterMode() override { return read().rfFilterMode.value(); }
+    std::optional<int> selectedRfFilter() override { return read().selectedRfFilter.value(); }
+    std::optional<double> rfFilterFrom(int filter) override { return read().filterFrom.value(filter); }
+    void setDdsSwitchFreq(double frequency) override { change().ddsSwitchFreq.set(frequency); }
+    double ddsSwitchFreq() override { return read().ddsSwitchFreq.value(); }
+    int delayMode() override { return read().delayMode.value(); }
+    void setDelayMode(int mode) override { change().delayMode.set(mode); }
+    Duration measureDelay() override { return Duration(read().measureDelay.value()); }
+    void setMeasureDelay(Duration delay) override { change().measureDelay.set(delay.count()); }
 
 private:
     PerThread<std::vector<PowerSyntEntry>> m_handedOut;

@@ -13,6 +13,9 @@ namespace tov::simulator {
 class YqSynthesisState final : public ModuleState
 {
 public:
+    static constexpr Operation reading = Operation::YqSynthesisRead;
+    static constexpr Operation changing = Operation::YqSynthesisChange;
+
     static constexpr std::array supportedIfs = {2.5e6, 5.0e6, 7.5e6, 10.7e6, 21.4e6};
 
     Setting<bool> manualIf{*this, "manual IF", false};
@@ -36,10 +39,10 @@ class SimulatedYqSynthesisControl final : public ModuleControl<sdk::service::IYq
 public:
     using ModuleControl::ModuleControl;
 
-    void enableManualIf(bool enabled) override { m_state->manualIf.set(enabled); }
-    bool manualIfEnabled() override { return m_state->manualIf.value(); }
-    void setSelectedIf(int index) override { m_state->selectedIf.set(index); }
-    int selectedIf() override { return m_state->selectedIf.value(); }
+    void enableManualIf(bool enabled) override { change().manualIf.set(enabled); }
+    bool manualIfEnabled() override { return read().manualIf.value(); }
+    void setSelectedIf(int index) override { change().selectedIf.set(index); }
+    int selectedIf() override { return read().selectedIf.value(); }
     std::span<const double> supportedIfs() override { return YqSynthesisState::supportedIfs; }
 };
 

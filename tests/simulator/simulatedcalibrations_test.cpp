@@ -1,6 +1,12 @@
 // The simulated calibration services, used through the library's adapters as an application does.
 
 #include "host/instrumentsession.h"
+#include "sdk/ifactorycorrectioncontrol.h"
+#include "sdk/service/imemoryoperationscontrol.h"
+#include "sdk/service/imemoryserialnumbercontrol.h"
+#include "sdk/service/isystemtermscontrol.h"
+#include "sdk/service/iyqfactorypowercalibrationcontrol.h"
+#include "sdk/service/iyqifswcalibrationcontrol.h"
 #include "simulator/simulatedinstrument.h"
 
 #include <QTemporaryDir>
@@ -18,7 +24,6 @@ namespace tov::testing {
 
 namespace {
 
-namespace controls = host::controls;
 namespace controls = devices::controls;
 using namespace devices::service;
 using devices::FactoryCorrection;
@@ -329,6 +334,38 @@ TEST_F(SimulatedCalibrations, ThrowWhenToldTo)
     instrument->faults().heal(Operation::CorrectionsRead);
     EXPECT_THROW(corrections->setEnabled(FactoryCorrection::Correction3, true), std::runtime_error);
     EXPECT_FALSE(instrument->storedIfswCalibration());
+}
+
+TEST_F(SimulatedCalibrations, RegisterNobodyWhereObservingWasToldToThrow)
+{
+    const auto throwsAsTold = [this]<typename Control, typename... Types>(
+                                  const devices::ControlKind<Control, Types...>& kind, Operation observing) {
+        const auto control = std::static_pointer_cast<Control>(instrument->findControl(kind.keys.sdk));
+        instrument->faults().throwFrom(observing);
+        EXPECT_THROW(control->addObserver(nullptr), std::runtime_error) << kind.name;
+    };
+    throwsAsTold(controls::memoryOperations, Operation::MemoryObserve);
+    throwsAsTold(controls::serialNumber, Operation::SerialNumberObserve);
+    throwsAsTold(controls::systemTerms, Operation::TermsObserve);
+    throwsAsTold(controls::ifswCalibration, Operation::IfswObserve);
+    throwsAsTold(controls::factoryPowerCalibration, Operation::FactoryPowerObserve);
+    throwsAsTold(controls::factoryCorrections, Operation::CorrectionsObserve);
+    throwsAsTold(controls::calibrationController1, Operation::CalibrationController1Observe);
+
+    const auto controller = std::static_pointer_cast<ICalibrationController>(
+        instrument->findControl(controls::calibrationController2.keys.sdk));
+    UnitStory story;
+    instrument->faults().throwFrom(Operation::CalibrationController2Observe);
+    EXPECT_THROW(controller->addObserver(&story), std::runtime_error);
+    CalibrationUnit& unit = instrument->calibrationUnit(controls::calibrationController2.keys.sdk);
+    unit.setStatus(CalibrationUnit::Status::WarmingUp);
+    instrument->waitUntilQuiet();
+    instrument->faults().heal(Operation::CalibrationController2Observe);
+    controller->addObserver(&story);
+    unit.setStatus(CalibrationUnit::Status::Ready);
+    instrument->waitUntilQuiet();
+    EXPECT_THAT(story.lines, SizeIs(1)) << "only what came after it was registered";
+    controller->removeObserver(&story);
 }
 
 } // namespace tov::testing

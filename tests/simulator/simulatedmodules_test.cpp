@@ -19,10 +19,10 @@ namespace tov::testing {
 
 namespace {
 
-namespace controls = host::controls;
 namespace controls = devices::controls;
 using namespace devices::service;
 
+using simulator::Operation;
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
@@ -49,6 +49,85 @@ std::shared_ptr<sdk::ITemperatureControl> temperatureOf(simulator::SimulatedInst
 }
 
 } // namespace
+
+TEST_F(SimulatedModules, ThrowWhenTheirSettingsAreToldTo)
+{
+    const auto throwsAsTold = [this](Operation reading, Operation changing, const auto& read, const auto& change) {
+        simulator::Faults& faults = instrument->faults();
+        faults.throwFrom(reading);
+        EXPECT_THROW(read(), std::runtime_error);
+        EXPECT_NO_THROW(change());
+        faults.throwFrom(changing);
+        EXPECT_THROW(change(), std::runtime_error);
+        faults.heal(reading);
+        EXPECT_NO_THROW(read());
+        faults.spare(changing, 1);
+        EXPECT_NO_THROW(change());
+        EXPECT_THROW(change(), std::runtime_error);
+        faults.heal(changing);
+        EXPECT_NO_THROW(change());
+    };
+
+    const auto ulkSynthesis = session.control(controls::ulkSynthesis);
+    throwsAsTold(
+        Operation::UlkSynthesisRead, Operation::UlkSynthesisChange, [&] { return ulkSynthesis->filter1Frequency(); },
+        [&] { ulkSynthesis->reset(); });
+    const auto ulkPower = session.control(controls::ulkPower);
+    throwsAsTold(
+        Operation::UlkPowerRead, Operation::UlkPowerChange, [&] { return ulkPower->loPower(); },
+        [&] { ulkPower->setLoPowerCodes({1, 2}); });
+    const auto wn0807Synthesis = session.control(controls::wn0807Synthesis);
+    throwsAsTold(
+        Operation::Wn0807SynthesisRead, Operation::Wn0807SynthesisChange,
+        [&] { return wn0807Synthesis->rfPowerRangeTable(); },
+        [&] { wn0807Synthesis->setCapacitanceRange(SdkWn0807SynthesisControl::Capacitor{}, {1.0, 2.0}); });
+    const auto wn0807Power = session.control(controls::wn0807Power);
+    throwsAsTold(
+        Operation::Wn0807PowerRead, Operation::Wn0807PowerChange, [&] { return wn0807Power->attenuationDb(); },
+        [&] { wn0807Power->setAttenuationDb(5.0); });
+    const auto loLeakage = session.control(controls::loLeakage);
+    throwsAsTold(
+        Operation::LoLeakageRead, Operation::LoLeakageChange, [&] { return loLeakage->isEnabled(); },
+        [&] { loLeakage->setEnabled(true); });
+    const auto kz515Power = session.control(controls::kz515Power);
+    throwsAsTold(
+        Operation::Kz515PowerRead, Operation::Kz515PowerChange, [&] { return kz515Power->dacA(); },
+        [&] { kz515Power->setDacA(1); });
+    const auto kz515Synthesis = session.control(controls::kz515Synthesis);
+    throwsAsTold(
+        Operation::Kz515SynthesisRead, Operation::Kz515SynthesisChange,
+        [&] { return kz515Synthesis->currentReferenceFrequency(); },
+        [&] { kz515Synthesis->setReferenceFrequency(5e6); });
+    const auto yqSynthesis = session.control(controls::yqSynthesis);
+    throwsAsTold(
+        Operation::YqSynthesisRead, Operation::YqSynthesisChange, [&] { return yqSynthesis->selectedIf(); },
+        [&] { yqSynthesis->setSelectedIf(1); });
+}
+
+TEST_F(SimulatedModules, ThrowFromTheTemperaturesWhenTheyAreToldTo)
+{
+    const auto temperature = temperatureOf(*instrument);
+    NotificationCounter counter;
+    simulator::Faults& faults = instrument->faults();
+    for (const Operation operation :
+         {Operation::TemperatureRead, Operation::TemperatureReadModules, Operation::TemperatureObserve})
+        faults.throwFrom(operation);
+    EXPECT_THROW(temperature->temperature(), std::runtime_error);
+    EXPECT_THROW(temperature->modulesTemperature(), std::runtime_error);
+    EXPECT_THROW(temperature->addObserver(&counter), std::runtime_error);
+
+    faults.heal(Operation::TemperatureReadModules);
+    EXPECT_THAT(temperature->modulesTemperature(), SizeIs(9));
+    instrument->passTime(1min);
+    instrument->waitUntilQuiet();
+    EXPECT_EQ(counter.count, 0) << "it was not registered";
+    faults.heal(Operation::TemperatureObserve);
+    temperature->addObserver(&counter);
+    instrument->passTime(1min);
+    instrument->waitUntilQuiet();
+    EXPECT_EQ(counter.count, 1);
+    temperature->removeObserver(&counter);
+}
 
 TEST_F(SimulatedModules, KeepTheUlkSynthesisAndRefuseIndicesTheyDoNotHave)
 {

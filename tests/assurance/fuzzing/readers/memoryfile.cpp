@@ -2,7 +2,7 @@
 
 #include "tools/files/localfile.h"
 
-namespace tov::console {
+namespace tov::inline tools {
 
 QByteArray readLocalFile(const std::string& /*path*/, qint64 /*most*/)
 {
@@ -14,4 +14,4 @@ void writeLocalFile(const LocalTarget& /*target*/, const QByteArray& contents)
     testing::memoryFile = contents;
 }
 
-} // namespace tov::console
+} // namespace tov::inline tools
