@@ -1,7 +1,7 @@
 #include "devices/makecreatefunction.h"
 
 #include "devices/controlregistry.h"
-#include "fakes/fakeinstrument.h"
+#include "testing/fakeinstrument.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "devices/reacquiringcontrol.h"
-#include "fakes/fakeinstrument.h"
 #include "patience.h"
 #include "rendezvous.h"
 #include "service/tuning/sdkloleakagecontrol.h"
+#include "testing/fakeinstrument.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "fakes/fakecalibrationcontrol.h"
 #include "host/instrumentsession.h"
 #include "host/sessiononaconnection.h"
 #include "patience.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
+#include "testing/fakecalibrationcontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 #include "host/instrumentsession.h"
 
 #include "devices/icontrollifecycleobserver.h"
-#include "fakes/fakeinstrument.h"
 #include "host/loadedlibrary.h"
 #include "host/toldadapter.h"
 #include "simulator/simulatedinstrument.h"
+#include "testing/fakeinstrument.h"
 
 #include <QFileInfo>
 

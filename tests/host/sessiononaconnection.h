@@ -1,9 +1,9 @@
 #pragma once
 
-#include "fakes/fakeinstrument.h"
 #include "host/instrumentsession.h"
 #include "host/toldadapter.h"
 #include "provider/iconnection.h"
+#include "testing/fakeinstrument.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
-#include "fakes/countingobserver.h"
-#include "fakes/fakecalibrationcontrol.h"
-#include "fakes/fakecalibrationcontroller.h"
-#include "fakes/fakefactorycorrectioncontrol.h"
+#include "countingobserver.h"
 #include "operations/operations.h"
 #include "operations/row.h"
 #include "service/calibration/sdkcalibrationcontrolhandle.h"
 #include "service/calibration/sdkfactorycorrectioncontrol.h"
 #include "service/calibration/sdkyqfactorypowercalibrationcontrol.h"
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
+#include "testing/fakecalibrationcontrol.h"
+#include "testing/fakecalibrationcontroller.h"
+#include "testing/fakefactorycorrectioncontrol.h"
 
 #include <chrono>
 #include <cstdint>

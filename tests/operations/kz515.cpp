@@ -1,9 +1,9 @@
-#include "fakes/fakekz515powercontrol.h"
-#include "fakes/fakekz515synthesiscontrol.h"
 #include "operations/operations.h"
 #include "operations/valuerows.h"
 #include "service/tuning/sdkkz515powercontrol.h"
 #include "service/tuning/sdkkz515synthesiscontrol.h"
+#include "testing/fakekz515powercontrol.h"
+#include "testing/fakekz515synthesiscontrol.h"
 
 namespace tov::testing {
 

@@ -1,7 +1,7 @@
-#include "fakes/fakeloleakagecontrol.h"
 #include "operations/operations.h"
 #include "operations/valuerows.h"
 #include "service/tuning/sdkloleakagecontrol.h"
+#include "testing/fakeloleakagecontrol.h"
 
 namespace tov::testing {
 

@@ -1,10 +1,4 @@
-#include "fakes/countingobserver.h"
-#include "fakes/fakefilememorycontrol.h"
-#include "fakes/fakememoryoperationscontrol.h"
-#include "fakes/fakememoryserialnumbercontrol.h"
-#include "fakes/fakememoryusbidcontrol.h"
-#include "fakes/fakepotentiometerscontrol.h"
-#include "fakes/fakesystemtermscontrol.h"
+#include "countingobserver.h"
 #include "operations/operations.h"
 #include "operations/row.h"
 #include "operations/shown.h"
@@ -14,6 +8,12 @@
 #include "service/memory/sdkpotentiometerscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
+#include "testing/fakefilememorycontrol.h"
+#include "testing/fakememoryoperationscontrol.h"
+#include "testing/fakememoryserialnumbercontrol.h"
+#include "testing/fakememoryusbidcontrol.h"
+#include "testing/fakepotentiometerscontrol.h"
+#include "testing/fakesystemtermscontrol.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -215,7 +215,7 @@ Operations memoryOperationsOperations()
                                                      });
                                                  }),
             requests<SdkMemoryOperationsControl>(
-                "write", "write({" + ::testing::PrintToString(std::byte{9}) + "})", {}, "done", Tells::Failed,
+                "write", "write({" + exactly(std::byte{9}) + "})", {}, "done", Tells::Failed,
                 [](SdkMemoryOperationsControl& memory) { return shown(memory.write({std::byte{9}})); }),
             requests<SdkMemoryOperationsControl>(
                 "erase", "erase()", {}, "done", Tells::Failed,

@@ -1,7 +1,7 @@
-#include "fakes/faketemperaturecontrol.h"
 #include "operations/operations.h"
 #include "operations/row.h"
 #include "service/monitoring/sdktemperaturecontrol.h"
+#include "testing/faketemperaturecontrol.h"
 
 #include <string>
 #include <vector>

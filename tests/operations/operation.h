@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fakes/answeringcontrol.h"
+#include "testing/answeringcontrol.h"
 
 #include <cstddef>
 #include <functional>

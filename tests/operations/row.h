@@ -12,8 +12,8 @@
 // else by `does`.
 
 #include "devices/reacquiringcontrol.h"
-#include "fakes/exactly.h"
 #include "operations/operation.h"
+#include "testing/exactly.h"
 
 #include <algorithm>
 #include <any>

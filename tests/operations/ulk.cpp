@@ -1,9 +1,9 @@
-#include "fakes/fakeulkpowercontrol.h"
-#include "fakes/fakeulksynthesiscontrol.h"
 #include "operations/operations.h"
 #include "operations/valuerows.h"
 #include "service/tuning/sdkulkpowercontrol.h"
 #include "service/tuning/sdkulksynthesiscontrol.h"
+#include "testing/fakeulkpowercontrol.h"
+#include "testing/fakeulksynthesiscontrol.h"
 
 #include <array>
 #include <limits>

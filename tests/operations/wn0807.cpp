@@ -1,9 +1,9 @@
-#include "fakes/fakewn0807powermodulecontrol.h"
-#include "fakes/fakewn0807synthesiscontrol.h"
 #include "operations/operations.h"
 #include "operations/valuerows.h"
 #include "service/tuning/sdkwn0807powercontrol.h"
 #include "service/tuning/sdkwn0807synthesiscontrol.h"
+#include "testing/fakewn0807powermodulecontrol.h"
+#include "testing/fakewn0807synthesiscontrol.h"
 
 #include <array>
 #include <optional>

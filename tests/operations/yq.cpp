@@ -1,7 +1,7 @@
-#include "fakes/fakeyqsynthesiscontrol.h"
 #include "operations/operations.h"
 #include "operations/valuerows.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
+#include "testing/fakeyqsynthesiscontrol.h"
 
 #include <array>
 #include <span>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fakes/exactly.h"
+#include "testing/exactly.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 // Observers of the application are added, removed and told from different threads.
 
-#include "fakes/fakememoryoperationscontrol.h"
-#include "fakes/fakememoryserialnumbercontrol.h"
-#include "fakes/fakesystemtermscontrol.h"
 #include "patience.h"
 #include "rendezvous.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
+#include "testing/fakememoryoperationscontrol.h"
+#include "testing/fakememoryserialnumbercontrol.h"
+#include "testing/fakesystemtermscontrol.h"
 
 #include <gtest/gtest.h>
 

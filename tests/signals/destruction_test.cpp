@@ -1,16 +1,16 @@
 // The adapters that detach themselves when they are destroyed, when the instrument cannot be asked any more.
 
-#include "fakes/fakecalibrationcontroller.h"
-#include "fakes/fakememoryoperationscontrol.h"
-#include "fakes/fakememoryserialnumbercontrol.h"
-#include "fakes/fakesystemtermscontrol.h"
-#include "fakes/faketemperaturecontrol.h"
 #include "service/calibration/sdkcalibrationcontrolhandle.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
 #include "service/monitoring/sdktemperaturecontrol.h"
+#include "testing/fakecalibrationcontroller.h"
+#include "testing/fakememoryoperationscontrol.h"
+#include "testing/fakememoryserialnumbercontrol.h"
+#include "testing/fakesystemtermscontrol.h"
+#include "testing/faketemperaturecontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
-#include "fakes/fakecalibrationcontroller.h"
 #include "service/calibration/sdkcalibrationcontrolhandle.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
 #include "signals/metaobjects.h"
+#include "testing/fakecalibrationcontroller.h"
 
 #include <QCoreApplication>
 #include <QSignalSpy>

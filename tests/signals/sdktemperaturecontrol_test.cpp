@@ -1,6 +1,6 @@
-#include "fakes/faketemperaturecontrol.h"
 #include "service/monitoring/sdktemperaturecontrol.h"
 #include "signals/metaobjects.h"
+#include "testing/faketemperaturecontrol.h"
 
 #include <QCoreApplication>
 #include <QThread>

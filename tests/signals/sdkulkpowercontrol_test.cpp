@@ -1,10 +1,10 @@
 #include "devices/icontrollifecycleobserver.h"
-#include "fakes/fakeulkpowercontrol.h"
 #include "operations/operations.h"
 #include "service/enumerationwalk.h"
 #include "service/tuning/sdkulkpowercontrol.h"
 #include "service/valueadaptercontract.h"
 #include "signals/metaobjects.h"
+#include "testing/fakeulkpowercontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -35,8 +35,8 @@ TEST_F(CalibrationFiles, HoldSevenVectorsOfIfswData)
 {
     const auto data =
         tools::readIfswFile(write("# measured by hand\nvector, value1,value2,value3\r\n\n1,1e9,,\n1,2e9,,\n"
-                                    "2,0.5,-0.25,1\n3,30,31,32\n4,40,0,0\n5,50,0,0\n6,60,0,0\n"
-                                    "7,1,2,3e-300\n2,0.75,-4,0\n"));
+                                  "2,0.5,-0.25,1\n3,30,31,32\n4,40,0,0\n5,50,0,0\n6,60,0,0\n"
+                                  "7,1,2,3e-300\n2,0.75,-4,0\n"));
     EXPECT_THAT(data.values, ElementsAre(1e9, 2e9));
     ASSERT_THAT(data.groups[0].first, SizeIs(2));
     EXPECT_EQ(data.groups[0].first[0].value1, 0.5);
@@ -71,8 +71,8 @@ TEST_F(CalibrationFiles, MayHoldOneValueOnly)
 TEST_F(CalibrationFiles, HoldPowerPointsWithTheirTime)
 {
     const auto file = tools::readPowerFile(write("time,2026-01-31T13:00:00+01:00\nparameter,1.5\n"
-                                                   "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
-                                                   "1e9,-10.5,0.25,1,0,20,0xFF,0.5,0.125\n2e9,0,0,0,0,0,0,0,0\n"));
+                                                 "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
+                                                 "1e9,-10.5,0.25,1,0,20,0xFF,0.5,0.125\n2e9,0,0,0,0,0,0,0,0\n"));
     EXPECT_EQ(file.time.time_since_epoch(), std::chrono::seconds(1'769'860'800));
     EXPECT_EQ(file.parameter, 1.5);
     ASSERT_THAT(file.points, SizeIs(2));

@@ -1,9 +1,9 @@
 #include "canaries.h"
 
-#include "fakes/fakeloleakagecontrol.h"
-#include "fakes/fakememoryserialnumbercontrol.h"
 #include "operations/operations.h"
 #include "operations/row.h"
+#include "testing/fakeloleakagecontrol.h"
+#include "testing/fakememoryserialnumbercontrol.h"
 
 #include <atomic>
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include "disturbance.h"
 
-#include "fakes/undisturbed.h"
+#include "testing/undisturbed.h"
 
 #include <cstddef>
 #include <new>

@@ -1,8 +1,8 @@
 #include "attempt.h"
-#include "fakes/fakeloleakagecontrol.h"
 #include "operations/operations.h"
 #include "operations/row.h"
 #include "scenario.h"
+#include "testing/fakeloleakagecontrol.h"
 
 #include <new>
 #include <string>

@@ -3,9 +3,9 @@
 // The two calibrations of the Yq module, so that one suite walks what they share.
 
 #include "devices/reacquiringcontrol.h"
-#include "fakes/fakecalibrationcontrol.h"
 #include "service/calibration/sdkyqfactorypowercalibrationcontrol.h"
 #include "service/calibration/sdkyqifswcalibrationcontrol.h"
+#include "testing/fakecalibrationcontrol.h"
 
 #include <gtest/gtest.h>
 

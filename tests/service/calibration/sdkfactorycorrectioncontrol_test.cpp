@@ -1,5 +1,5 @@
-#include "fakes/fakefactorycorrectioncontrol.h"
 #include "service/calibration/sdkfactorycorrectioncontrol.h"
+#include "testing/fakefactorycorrectioncontrol.h"
 
 #include <gmock/gmock.h>
 

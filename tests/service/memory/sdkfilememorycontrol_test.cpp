@@ -1,5 +1,5 @@
-#include "fakes/fakefilememorycontrol.h"
 #include "service/memory/sdkfilememorycontrol.h"
+#include "testing/fakefilememorycontrol.h"
 
 #include <gmock/gmock.h>
 

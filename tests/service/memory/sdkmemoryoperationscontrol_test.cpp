@@ -1,5 +1,5 @@
-#include "fakes/fakememoryoperationscontrol.h"
 #include "service/memory/sdkmemoryoperationscontrol.h"
+#include "testing/fakememoryoperationscontrol.h"
 
 #include <gmock/gmock.h>
 

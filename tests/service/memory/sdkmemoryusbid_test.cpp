@@ -1,6 +1,6 @@
 #include "devices/prettymodelname.h"
-#include "fakes/fakememoryusbidcontrol.h"
 #include "service/memory/sdkmemoryusbid.h"
+#include "testing/fakememoryusbidcontrol.h"
 
 #include <QStringList>
 

@@ -1,5 +1,5 @@
-#include "fakes/fakepotentiometerscontrol.h"
 #include "service/memory/sdkpotentiometerscontrol.h"
+#include "testing/fakepotentiometerscontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "fakes/fakememoryserialnumbercontrol.h"
 #include "service/memory/sdkserialnumbercontrol.h"
+#include "testing/fakememoryserialnumbercontrol.h"
 
 #include <gmock/gmock.h>
 

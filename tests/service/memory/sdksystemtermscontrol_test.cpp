@@ -1,5 +1,5 @@
-#include "fakes/fakesystemtermscontrol.h"
 #include "service/memory/sdksystemtermscontrol.h"
+#include "testing/fakesystemtermscontrol.h"
 
 #include <QTimeZone>
 

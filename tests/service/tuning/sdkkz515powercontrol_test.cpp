@@ -1,7 +1,7 @@
-#include "fakes/fakekz515powercontrol.h"
 #include "operations/operations.h"
 #include "service/tuning/sdkkz515powercontrol.h"
 #include "service/valueadaptercontract.h"
+#include "testing/fakekz515powercontrol.h"
 
 #include <gmock/gmock.h>
 

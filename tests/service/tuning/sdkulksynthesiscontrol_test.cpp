@@ -1,7 +1,7 @@
-#include "fakes/fakeulksynthesiscontrol.h"
 #include "operations/operations.h"
 #include "service/tuning/sdkulksynthesiscontrol.h"
 #include "service/valueadaptercontract.h"
+#include "testing/fakeulksynthesiscontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "fakes/fakewn0807powermodulecontrol.h"
 #include "operations/operations.h"
 #include "service/enumerationwalk.h"
 #include "service/tuning/sdkwn0807powercontrol.h"
 #include "service/valueadaptercontract.h"
+#include "testing/fakewn0807powermodulecontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "fakes/fakewn0807synthesiscontrol.h"
 #include "operations/operations.h"
 #include "service/enumerationwalk.h"
 #include "service/tuning/sdkwn0807synthesiscontrol.h"
 #include "service/valueadaptercontract.h"
+#include "testing/fakewn0807synthesiscontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
-#include "fakes/fakeyqsynthesiscontrol.h"
 #include "operations/operations.h"
 #include "service/tuning/sdkyqsynthesiscontrol.h"
 #include "service/valueadaptercontract.h"
+#include "testing/fakeyqsynthesiscontrol.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 
 #include "devices/controls.h"
 #include "devices/icontrollifecycleobserver.h"
-#include "fakes/answeringcontrol.h"
+#include "testing/answeringcontrol.h"
 
 #include <any>
 #include <cstddef>

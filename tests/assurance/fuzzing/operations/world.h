@@ -1,9 +1,9 @@
 #pragma once
 
 #include "devices/controlregistry.h"
-#include "fakes/fakeinstrument.h"
 #include "operations/kind.h"
 #include "operations/workers.h"
+#include "testing/fakeinstrument.h"
 
 #include <cstdint>
 #include <list>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fakes/recordingcontrol.h"
 #include "sdk/service/iwn0807synthesiscontrol.h"
+#include "testing/recordingcontrol.h"
 
 namespace tov::testing {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fakes/recordingcontrol.h"
 #include "sdk/service/ikz515synthesiscontrol.h"
+#include "testing/recordingcontrol.h"
 
 namespace tov::testing {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fakes/observedcontrol.h"
-#include "fakes/recordingcontrol.h"
 #include "sdk/service/calibrations/icalibrationcontroller.h"
+#include "testing/observedcontrol.h"
+#include "testing/recordingcontrol.h"
 
 #include <functional>
 

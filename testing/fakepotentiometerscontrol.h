@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fakes/answeringcontrol.h"
 #include "sdk/service/ipotentiometerscontrol.h"
+#include "testing/answeringcontrol.h"
 
 namespace tov::testing {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fakes/observedcontrol.h"
-#include "fakes/recordingcontrol.h"
 #include "sdk/itemperaturecontrol.h"
+#include "testing/observedcontrol.h"
+#include "testing/recordingcontrol.h"
 
 #include <string>
 #include <unordered_map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fakes/exactly.h"
-#include "fakes/undisturbed.h"
+#include "testing/exactly.h"
+#include "testing/undisturbed.h"
 
 #include <any>
 #include <functional>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "fakes/observedcontrol.h"
-#include "fakes/recordingcontrol.h"
 #include "sdk/service/iyqfactorypowercalibrationcontrol.h"
 #include "sdk/service/iyqifswcalibrationcontrol.h"
+#include "testing/observedcontrol.h"
+#include "testing/recordingcontrol.h"
 
 #include <chrono>
 #include <functional>

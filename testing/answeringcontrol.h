@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fakes/recordingcontrol.h"
+#include "testing/recordingcontrol.h"
 
 #include <functional>
 #include <future>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fakes/answeringcontrol.h"
-#include "fakes/observedcontrol.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
+#include "testing/answeringcontrol.h"
+#include "testing/observedcontrol.h"
 
 namespace tov::testing {
 
