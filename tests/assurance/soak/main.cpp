@@ -64,7 +64,7 @@ bool isNoticed(const char* bug, const Plan& plan, std::string_view complaint)
 QJsonObject figuresOf(const Wish& wish, const Findings& findings, double seconds)
 {
     QJsonObject figures{{"instruments", static_cast<qint64>(wish.plan.instruments)},
-                        {"adapters", static_cast<qint64>(wish.plan.instruments * devices::controls::all.size())},
+                        {"adapters", static_cast<qint64>(wish.plan.instruments * tov::devices::controls::all.size())},
                         {"threads", soakThreads},
                         {"complaints", static_cast<qint64>(findings.complaints.size())},
                         {"cost per call with one instrument in nanoseconds", findings.costAlone},
@@ -98,9 +98,10 @@ int main(int argc, char** argv)
     const auto begin = std::chrono::steady_clock::now();
     const Findings findings = soak(wish.plan);
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-    std::cout << wish.plan.instruments << " instruments with " << wish.plan.instruments * devices::controls::all.size()
-              << " adapters, " << soakThreads << " threads, " << findings.rounds << " rounds, " << findings.actions
-              << " actions, " << findings.notifications << " notifications heard\nheap " << findings.heapInTheBeginning
+    std::cout << wish.plan.instruments << " instruments with "
+              << wish.plan.instruments * tov::devices::controls::all.size() << " adapters, " << soakThreads
+              << " threads, " << findings.rounds << " rounds, " << findings.actions << " actions, "
+              << findings.notifications << " notifications heard\nheap " << findings.heapInTheBeginning
               << " bytes, then " << findings.heapInTheEnd << "; a call " << findings.costAlone
               << " ns with one instrument, " << findings.costAmongAll << " ns with all: " << findings.costRatio()
               << " (at most " << mostCostRatio << "); the slowest thread did " << findings.fairness << " of its share; "
