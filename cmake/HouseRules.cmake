@@ -20,6 +20,32 @@ if(DEVICESSERVICE_SANITIZE)
     add_link_options(-fsanitize=${DEVICESSERVICE_SANITIZE})
 endif()
 
+# Turns an option off where the package that it needs is missing, and says so.
+macro(build_only_with package version debian_package option)
+    if(${option})
+        find_package(${package} ${version} QUIET)
+        if(NOT ${package}_FOUND)
+            message(STATUS "${option} is off: ${package} ${version} is missing (Debian: ${debian_package})")
+            set(${option} OFF)
+        endif()
+    endif()
+endmacro()
+
+# What the simulated instrument, the host library and the programs include is compiled once for all of them.
+function(share_precompiled_headers target)
+    if(NOT TARGET ${target})
+        return()
+    endif()
+    get_property(first GLOBAL PROPERTY devicesservice_precompiled)
+    if(first)
+        target_precompile_headers(${target} REUSE_FROM ${first})
+    else()
+        target_precompile_headers(${target} PRIVATE
+            <QCborMap> <QJsonObject> <QObject> <QString> <functional> <memory> <mutex> <string> <vector>)
+        set_property(GLOBAL PROPERTY devicesservice_precompiled ${target})
+    endif()
+endfunction()
+
 # Targets that hold code of the library, which its headers bring to whoever includes them, record what of it ran.
 function(record_coverage)
     if(DEVICESSERVICE_COVERAGE)

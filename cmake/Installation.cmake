@@ -1,8 +1,9 @@
-# What is installed, in components:
+# What is installed of what is built, in components:
 #
 #   library        the library and its neighbour's stand-in
 #   development    headers under the paths by which they are included, the CMake package, pkg-config files, examples
 #   simulator      the simulated instrument: library and headers
+#   testing        fakes of the SDK's interfaces: headers
 #   host           the host library: library and headers
 #   tools          service-console and service-conformance with their manual pages, completion for bash, zsh and fish,
 #                  the provider of the simulated instrument
@@ -18,24 +19,28 @@ install(TARGETS Devices DevicesService EXPORT library
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 install(TARGETS sdk_zvl_devices devices_framework devices_provider EXPORT library)
-install(TARGETS devices_simulator EXPORT simulator
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT simulator)
-install(TARGETS devices_host EXPORT host
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
-install(TARGETS service-console service-conformance
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
-install(TARGETS simulated-provider
-    LIBRARY DESTINATION "${DEVICESSERVICE_PROVIDER_INSTALL_DIR}" COMPONENT tools)
-
 install(EXPORT library NAMESPACE DevicesService:: FILE DevicesServiceTargets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
-foreach(component IN ITEMS simulator host)
-    install(EXPORT ${component} NAMESPACE DevicesService:: FILE DevicesService-${component}.cmake
-        DESTINATION "${package_dir}" COMPONENT ${component})
+foreach(component IN ITEMS simulator testing host)
+    if(TARGET devices_${component})
+        install(TARGETS devices_${component} EXPORT ${component}
+            ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${component})
+        install(EXPORT ${component} NAMESPACE DevicesService:: FILE DevicesService-${component}.cmake
+            DESTINATION "${package_dir}" COMPONENT ${component})
+    endif()
 endforeach()
+if(TARGET simulated-provider)
+    install(TARGETS simulated-provider
+        LIBRARY DESTINATION "${DEVICESSERVICE_PROVIDER_INSTALL_DIR}" COMPONENT tools)
+endif()
 
 # Programs find the libraries from where they are.
-set_target_properties(service-console service-conformance PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+foreach(program IN ITEMS service-console service-conformance)
+    if(TARGET ${program})
+        install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
+        set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    endif()
+endforeach()
 set_target_properties(Devices DevicesService PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(WIN32)
     install(FILES ${windows_runtime_dlls} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT library)
@@ -60,10 +65,15 @@ install_headers(development "${PROJECT_SOURCE_DIR}/service"
 foreach(folder IN ITEMS devices service)
     install_headers(development "${DEVICESSERVICE_GENERATED_DIR}/${folder}" PATTERN "*.h")
 endforeach()
-install_headers(host "${PROJECT_SOURCE_DIR}/host" PATTERN "*.h")
-install_headers(simulator "${PROJECT_SOURCE_DIR}/simulator"
-    REGEX "/simulator/[a-z]+$" EXCLUDE # the rooms, which hold what is its own
-    PATTERN "*.h")
+if(TARGET devices_host)
+    install_headers(host "${PROJECT_SOURCE_DIR}/host" PATTERN "*.h")
+endif()
+if(TARGET devices_simulator)
+    install_headers(simulator "${PROJECT_SOURCE_DIR}/simulator"
+        REGEX "/simulator/[a-z]+$" EXCLUDE # the rooms, which hold what is its own
+        PATTERN "*.h")
+    install_headers(testing "${PROJECT_SOURCE_DIR}/testing" PATTERN "*.h")
+endif()
 
 include(CMakePackageConfigHelpers)
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/DevicesServiceConfig.cmake.in"
@@ -81,19 +91,25 @@ function(install_pkgconfig name component description libraries requires)
     install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkgconfig_dir}" COMPONENT ${component})
 endfunction()
 install_pkgconfig(DevicesService development "${PROJECT_DESCRIPTION}" "-lDevicesService -lDevices" "Qt6Core")
-install_pkgconfig(DevicesService-simulator simulator "Simulated instrument for DevicesService"
-    "-ldevices_simulator" "DevicesService")
-install_pkgconfig(DevicesService-host host "What a host program of DevicesService needs"
-    "-ldevices_host" "DevicesService")
+if(TARGET devices_simulator)
+    install_pkgconfig(DevicesService-simulator simulator "Simulated instrument and fakes for DevicesService"
+        "-ldevices_simulator" "DevicesService")
+endif()
+if(TARGET devices_host)
+    install_pkgconfig(DevicesService-host host "What a host program of DevicesService needs"
+        "-ldevices_host" "DevicesService")
+endif()
 
-install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
-install(FILES "${PROJECT_SOURCE_DIR}/console/completion/_service-console"
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" COMPONENT tools)
-install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console.fish"
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tools)
-install(FILES "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
-    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+if(TARGET service-console)
+    install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT tools)
+    install(FILES "${PROJECT_SOURCE_DIR}/console/completion/_service-console"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" COMPONENT tools)
+    install(FILES "${PROJECT_SOURCE_DIR}/console/completion/service-console.fish"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tools)
+    install(FILES "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+endif()
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"
     COMPONENT development

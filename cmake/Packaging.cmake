@@ -40,7 +40,7 @@ else()
     set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} ${this_version}")
     # The simulated instrument and the host library go with the headers.
-    foreach(component IN ITEMS DEVELOPMENT SIMULATOR HOST)
+    foreach(component IN ITEMS DEVELOPMENT SIMULATOR TESTING HOST)
         set(CPACK_COMPONENT_${component}_GROUP development)
     endforeach()
     set(CPACK_COMPONENT_LIBRARY_GROUP library)
@@ -49,7 +49,8 @@ else()
     set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "service controls of vector network analysers
 The plug-in library through which an application reaches the service functions of an instrument.")
     set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "service controls of vector network analysers - development
-Headers, CMake package and pkg-config files, the simulated instrument, the host library and examples.")
+Headers, CMake package and pkg-config files, the simulated instrument, fakes for tests, the host library and
+examples.")
     set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION "service controls of vector network analysers - manual
 The guide and the reference of all public headers, as HTML.")
     set(CPACK_DEBIAN_TOOLS_DESCRIPTION "service controls of vector network analysers - tools

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devices/cxx23.h"
 #include "sdk/key.h"
 
 #include <array>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/cxx23.h"
+
 namespace tov::devices {
 
 /// Told by the application when an instrument's controls go and come.

@@ -17,6 +17,13 @@ expect() { # TEXT COMMAND...
     shown=$("$@") || { echo "error: failed: $*" >&2; exit 1; }
     grep --quiet --fixed-strings "$text" <<<"$shown" || { echo "error: no '$text' in: $shown" >&2; exit 1; }
 }
+expect_failure() { # TEXT COMMAND...
+    local text=$1 shown
+    shift
+    ! shown=$("$@" 2>&1) || { echo "error: succeeded: $*" >&2; exit 1; }
+    shown=$(tr --squeeze-repeats '[:space:]' ' ' <<<"$shown") # lines are wrapped
+    grep --quiet --fixed-strings "$text" <<<"$shown" || { echo "error: no '$text' in: $shown" >&2; exit 1; }
+}
 build_example() { # EXAMPLE NAME OPTION...
     local example=$1 folder=$scratch/$2
     shift 2
@@ -38,6 +45,10 @@ try_prefix() { # NAME FOLDER
     quietly g++ -std=c++23 -fPIC examples/minimal-host/main.cpp $flags "-Wl,-rpath,$libraries" \
         -o "$scratch/by-pkg-config"
     expect "temperature: " timeout 60 "$scratch/by-pkg-config"
+    build_example tests-by-googletest "$name-googletest" -DCMAKE_PREFIX_PATH="$prefix"
+    expect "[  PASSED  ] 6 tests." timeout 60 "$scratch/$name-googletest/tests-by-googletest"
+    build_example tests-by-qttest "$name-qttest" -DCMAKE_PREFIX_PATH="$prefix"
+    expect "Totals: 5 passed, 0 failed" timeout 60 "$scratch/$name-qttest/tests-by-qttest"
     build_example own-provider "$name-own-provider" -DCMAKE_PREFIX_PATH="$prefix"
     expect '"lo-leakage": true' "$prefix/bin/service-console" --json \
         --provider "$scratch/$name-own-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
@@ -60,6 +71,8 @@ if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "
     exit 1
 fi
 try_prefix installed "$scratch/prefix"
+expect_failure "there are simulator, testing, host" \
+    cmake -S tests/package/unknown-component -B "$scratch/unknown" -DCMAKE_PREFIX_PATH="$scratch/prefix"
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
 build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devices/cxx23.h"
 #include "service/devicesservice_export.h"
 
 namespace tov::devices {

@@ -19,6 +19,7 @@ namespace tov::testing {
 class AnsweringControl : public RecordingControl
 {
 public:
+    /// When and where an operation answers.
     enum class When {
         AtOnce,        ///< on the caller's thread, before the operation returns
         ByThread,      ///< on another thread, before the operation returns
@@ -27,6 +28,7 @@ public:
         Never,         ///< the callback is destroyed
     };
 
+    /// When operations answer.
     When when = When::AtOnce;
 
     /// The error code that comes with every answer.
@@ -41,6 +43,7 @@ public:
 protected:
     ~AnsweringControl() = default;
 
+    /// Records the call and answers with the value that the test gave, or a value-initialized one.
     template <typename Value, typename... Arguments>
     void answers(const std::string& operation, std::function<void(Value, std::error_code)> callback,
                  const Arguments&... arguments)
@@ -50,6 +53,7 @@ protected:
         });
     }
 
+    /// The same for an operation without a value.
     template <typename... Arguments>
     void answers(const std::string& operation, std::function<void(std::error_code)> callback,
                  const Arguments&... arguments)

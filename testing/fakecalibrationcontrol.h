@@ -19,11 +19,13 @@ class FakeCalibrationControl : public SdkIface,
                                public ObservedControl<typename SdkIface::Observer>
 {
 public:
+    /// Who observes the calibration.
     using Observer = typename SdkIface::Observer;
 
     /// Runs before and after each registration is changed.
     std::function<void()> aroundRegistration = [] {};
 
+    /// Records the call and registers `observer`.
     void addObserver(Observer* observer) override
     {
         called("addObserver");
@@ -31,6 +33,7 @@ public:
         this->add(observer);
         aroundRegistration();
     }
+    /// Records the call and ends every registration of `observer`.
     void removeObserver(Observer* observer) override
     {
         called("removeObserver");
@@ -38,9 +41,11 @@ public:
         this->remove(observer);
         aroundRegistration();
     }
+    /// Records the call and gives the answer that the test gave.
     sdk::FrequencyPlan frequencyPlan() override { return called<sdk::FrequencyPlan>("frequencyPlan"); }
 };
 
+/// A fake of `sdk::service::IYqIfswCalibrationControl`.
 class FakeYqIfswCalibrationControl final : public FakeCalibrationControl<sdk::service::IYqIfswCalibrationControl>
 {
 public:
@@ -54,6 +59,7 @@ public:
     }
 };
 
+/// A fake of `sdk::service::IYqFactoryPowerCalibrationControl`.
 class FakeYqFactoryPowerCalibrationControl final
     : public FakeCalibrationControl<sdk::service::IYqFactoryPowerCalibrationControl>
 {

@@ -8,6 +8,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::calibrations::ICalibrationController`.
 class FakeCalibrationController final
     : public sdk::service::calibrations::ICalibrationController,
       public RecordingControl,

@@ -8,6 +8,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::IFactoryCorrectionControl`.
 class FakeFactoryCorrectionControl final : public sdk::IFactoryCorrectionControl,
                                            public RecordingControl,
                                            public ObservedControl<sdk::IFactoryCorrectionControl::IObserver>

@@ -5,9 +5,11 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IFileMemoryControl`.
 class FakeFileMemoryControl final : public sdk::service::IFileMemoryControl, public AnsweringControl
 {
 public:
+    /// What `isAvailable()` answers.
     bool available = true;
 
     bool isAvailable() override { return available; }

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IKZ515PowerControl`.
 class FakeKz515PowerControl final : public sdk::service::IKZ515PowerControl, public RecordingControl
 {
 public:

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IKZ515SynthesisControl`.
 class FakeKz515SynthesisControl final : public sdk::service::IKZ515SynthesisControl, public RecordingControl
 {
 public:

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::ILoLeakageControl`.
 class FakeLoLeakageControl final : public sdk::service::ILoLeakageControl, public RecordingControl
 {
 public:

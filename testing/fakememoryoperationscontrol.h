@@ -6,6 +6,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IMemoryOperationsControl`.
 class FakeMemoryOperationsControl final : public sdk::service::IMemoryOperationsControl,
                                           public AnsweringControl,
                                           public ObservedControl<sdk::service::IMemoryOperationsControl::IObserver>

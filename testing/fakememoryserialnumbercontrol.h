@@ -6,6 +6,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IMemorySerialNumberControl`.
 class FakeMemorySerialNumberControl final : public sdk::service::IMemorySerialNumberControl,
                                             public AnsweringControl,
                                             public ObservedControl<sdk::service::IMemorySerialNumberControl::Observer>

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IMemoryUsbIdControl`.
 class FakeMemoryUsbIdControl final : public sdk::service::IMemoryUsbIdControl, public AnsweringControl
 {
 public:

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IPotentiometersControl`.
 class FakePotentiometersControl final : public sdk::service::IPotentiometersControl, public AnsweringControl
 {
 public:

@@ -6,6 +6,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::ISystemTermsControl`.
 class FakeSystemTermsControl final : public sdk::service::ISystemTermsControl,
                                      public RecordingControl,
                                      public ObservedControl<sdk::service::ISystemTermsControl::Observer>
@@ -16,6 +17,7 @@ public:
 
     /// What the last write brought.
     std::vector<TermsRecord> writtenRecords;
+    /// What was written last.
     sdk::corrections::ErrorTerms writtenTerms;
 
     void addObserver(Observer* observer) override

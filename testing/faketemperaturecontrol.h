@@ -9,6 +9,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::ITemperatureControl`.
 class FakeTemperatureControl : public sdk::ITemperatureControl,
                                public RecordingControl,
                                public ObservedControl<sdk::ITemperatureControl::Observer>

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IUlkPowerControl`.
 class FakeUlkPowerControl final : public sdk::service::IUlkPowerControl, public RecordingControl
 {
 public:

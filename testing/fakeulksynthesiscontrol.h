@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IUlkSynthesisControl`.
 class FakeUlkSynthesisControl final : public sdk::service::IUlkSynthesisControl, public RecordingControl
 {
 public:

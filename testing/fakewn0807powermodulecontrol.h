@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IWn0807PowerModuleControl`.
 class FakeWn0807PowerModuleControl final : public sdk::service::IWn0807PowerModuleControl, public RecordingControl
 {
 public:

@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IWn0807SynthesisControl`.
 class FakeWn0807SynthesisControl final : public sdk::service::IWn0807SynthesisControl, public RecordingControl
 {
 public:

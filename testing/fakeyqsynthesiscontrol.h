@@ -5,6 +5,7 @@
 
 namespace tov::testing {
 
+/// A fake of `sdk::service::IYqSynthesisControl`.
 class FakeYqSynthesisControl : public sdk::service::IYqSynthesisControl, public RecordingControl
 {
 public:

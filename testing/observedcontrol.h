@@ -11,6 +11,7 @@ template <typename Observer>
 class ObservedControl
 {
 public:
+    /// Those that are registered now.
     std::vector<Observer*> observers() const
     {
         const std::lock_guard guard(m_mutex);
@@ -20,11 +21,13 @@ public:
 protected:
     ~ObservedControl() = default;
 
+    /// Registers `observer`, once more if it is.
     void add(Observer* observer)
     {
         const std::lock_guard guard(m_mutex);
         m_observers.push_back(observer);
     }
+    /// Ends every registration of `observer`.
     void remove(Observer* observer)
     {
         const std::lock_guard guard(m_mutex);

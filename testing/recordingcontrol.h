@@ -20,12 +20,14 @@ namespace tov::testing {
 class Journal
 {
 public:
+    /// The calls so far.
     std::vector<std::string> calls() const
     {
         const std::lock_guard guard(m_mutex);
         return m_calls;
     }
 
+    /// Adds a call.
     void record(std::string call)
     {
         const std::lock_guard guard(m_mutex);
@@ -65,6 +67,7 @@ public:
 protected:
     ~RecordingControl() = default;
 
+    /// Records the call and gives the answer that the test gave, or a value-initialized one.
     template <typename Result = void, typename... Arguments>
     Result called(const std::string& operation, const Arguments&... arguments)
     {

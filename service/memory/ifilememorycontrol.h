@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/cxx23.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "devices/cxx23.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <expected>

@@ -1,10 +1,10 @@
 // What holds for every operation that waits for an answer.
 
+#include "homemadecategory.h"
 #include "operations/operations.h"
 #include "rendezvous.h"
 #include "service/valueadaptercontract.h"
 #include "sleepingthread.h"
-#include "testing/homemadecategory.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "cell.h"
 
+#include "homemadecategory.h"
 #include "neveranswered.h"
 #include "sleepingthread.h"
-#include "testing/homemadecategory.h"
 
 #include <array>
 #include <exception>
