@@ -1,0 +1,32 @@
+#include "python/instrument.h"
+#include "python/rooms.h"
+
+namespace {
+
+using namespace tov;
+using namespace tov::python;
+
+void bindErrors(py::module_& module)
+{
+    const py::exception<void> error(module, "Error");
+    error.attr("__doc__") = "What an instrument may do to a script.";
+    py::register_exception<OperationFailed>(module, "OperationFailed", error).attr("__doc__") =
+        "The instrument did not do what was asked for; says why, if the instrument does.";
+    py::register_exception<host::ControlAbsent>(module, "ControlAbsent", error).attr("__doc__") =
+        "The instrument does not have the control.";
+}
+
+} // namespace
+
+PYBIND11_MODULE(_devicesservice, module)
+{
+    module.doc() = "Service controls of vector network analysers.";
+    bindErrors(module);
+    bindMemory(module);
+    bindCalibration(module);
+    bindMonitoring(module);
+    bindTuning(module);
+    bindInstruments(module);
+    // Before the interpreter goes nobody is told any more.
+    py::module_::import("atexit").attr("register")(py::cpp_function(&Instrument::closeAll));
+}
