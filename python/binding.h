@@ -84,7 +84,7 @@ public:
                 [setter](const Self& self, Passed<Value> value) {
                     self.call([&](Adapter& adapter) { (adapter.*setter)(static_cast<std::decay_t<Value>>(value)); });
                 },
-                py::is_method(m_class), py::arg("value")),
+                py::name(name.operation->python), py::is_method(m_class), py::arg("value")),
             name.operation->doc);
         return *this;
     }
@@ -123,9 +123,9 @@ public:
 
     /// Further operations, for which there is no word above.
     template <typename Define>
-    Binding& further(Named<Adapter> name, Define define)
+    Binding& further(Named<Adapter> name, Define how)
     {
-        define(m_class, *bound(name));
+        how(m_class, *bound(name));
         return *this;
     }
 

@@ -147,18 +147,6 @@ void bindInstrument(py::module_& module)
     std::apply([&](const auto&... kind) { (defineControl(type, kind), ...); }, host::controls::kinds);
 }
 
-void bindSubscription(py::module_& module)
-{
-    py::class_<Subscription>(module, "Subscription",
-                             "A callable that hears of a notification until this is closed, or the instrument. Letting "
-                             "go of this object changes nothing.")
-        .def_property_readonly("closed", &Subscription::isClosed, "Whether it has ended.")
-        .def("close", &Subscription::close,
-             "Ends it: no call begins any more. Waits for nothing, so that it may be called in the callback too.")
-        .def("__enter__", [](py::object self) { return self; })
-        .def("__exit__", [](Subscription& self, const py::args& /*raised*/) { self.close(); });
-}
-
 } // namespace
 
 void bindInstruments(py::module_& module)
@@ -168,7 +156,6 @@ void bindInstruments(py::module_& module)
     bindDescription<host::RefusedFile>(module);
     bindDescription<host::Providers>(module);
     bindDescription<provider::InstrumentDescription>(module);
-    bindSubscription(module);
     bindInstrument(module);
 
     module.def(

@@ -21,12 +21,18 @@ void bindErrors(py::module_& module)
 PYBIND11_MODULE(_devicesservice, module)
 {
     module.doc() = "Service controls of vector network analysers.";
+    // What scripts see is of the package.
+    const py::object name = module.attr("__name__");
+    module.attr("__name__") = "devicesservice";
     bindErrors(module);
+    bindSubscriptions(module);
     bindMemory(module);
     bindCalibration(module);
     bindMonitoring(module);
     bindTuning(module);
     bindInstruments(module);
+    module.attr("__name__") = name;
+
     // Before the interpreter goes nobody is told any more.
     py::module_::import("atexit").attr("register")(py::cpp_function(&Instrument::closeAll));
 }

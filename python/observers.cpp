@@ -1,5 +1,7 @@
 #include "python/observers.h"
 
+#include "python/rooms.h"
+
 #include <QScopedValueRollback>
 
 #include <exception>
@@ -59,6 +61,18 @@ void Subscriber::call(const std::function<void(const py::function&)>& how)
     } catch (const std::exception& error) {
         reportUnraisable(callable, error);
     }
+}
+
+void bindSubscriptions(py::module_& module)
+{
+    py::class_<Subscription>(module, "Subscription",
+                             "A callable that hears of a notification until this is closed, or the instrument. Letting "
+                             "go of this object changes nothing.")
+        .def_property_readonly("closed", &Subscription::isClosed, "Whether it has ended.")
+        .def("close", &Subscription::close,
+             "Ends it: no call begins any more. Waits for nothing, so that it may be called in the callback too.")
+        .def("__enter__", [](py::object self) { return self; })
+        .def("__exit__", [](Subscription& self, const py::args& /*raised*/) { self.close(); });
 }
 
 } // namespace tov::python

@@ -35,9 +35,8 @@ void bindEnumeration(py::handle scope)
         members.append(py::make_tuple(each.name, static_cast<long>(each.value)));
         doc.append("\n").append(each.name).append(": ").append(each.doc);
     }
-    py::object type =
-        module.attr("IntEnum")(shortName<Enumeration>(), members, py::arg("module") = "devicesservice._devicesservice",
-                               py::arg("qualname") = About<Enumeration>::pythonName);
+    py::object type = module.attr("IntEnum")(shortName<Enumeration>(), members, py::arg("module") = "devicesservice",
+                                             py::arg("qualname") = About<Enumeration>::pythonName);
     type.attr("__doc__") = doc;
     scope.attr(shortName<Enumeration>()) = type;
     enumerationClass<Enumeration> = type.release().ptr();

@@ -10,6 +10,9 @@ void bindCalibration(pybind11::module_& module);
 void bindMonitoring(pybind11::module_& module);
 void bindTuning(pybind11::module_& module);
 
+/// Adds what notifications are subscribed to by.
+void bindSubscriptions(pybind11::module_& module);
+
 /// Adds what opens instruments, and instruments with the controls of all rooms.
 void bindInstruments(pybind11::module_& module);
 
