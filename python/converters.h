@@ -238,22 +238,22 @@ struct type_caster<Enumeration>
     /// A member, or its number; a number that an instrument gave can be given back, whatever it is.
     bool load(handle source, bool /*convert*/)
     {
-        const handle type(tov::python::enumerationClass<Enumeration>);
+        const handle cls(tov::python::enumerationClass<Enumeration>);
         if (!PyLong_Check(source.ptr()))
             return false;
-        const object member = isinstance(source, type) ? reinterpret_borrow<object>(source) : type(source);
+        const object member = isinstance(source, cls) ? reinterpret_borrow<object>(source) : cls(source);
         value = static_cast<Enumeration>(PyLong_AsLong(member.ptr()));
         return true;
     }
 
     static handle cast(Enumeration number, return_value_policy /*policy*/, handle /*parent*/)
     {
-        const handle type(tov::python::enumerationClass<Enumeration>);
+        const handle cls(tov::python::enumerationClass<Enumeration>);
         const auto wanted = static_cast<long>(number);
         for (const auto& each : tov::python::About<Enumeration>::enumerators)
             if (each.value == number)
-                return type(wanted).release();
-        object unlisted = type.attr("__new_member__")(type, wanted);
+                return cls(wanted).release();
+        object unlisted = type::of(int_(wanted)).attr("__new__")(cls, wanted);
         unlisted.attr("_name_") = "NUMBER" + std::to_string(wanted);
         unlisted.attr("_value_") = wanted;
         return unlisted.release();

@@ -16,6 +16,7 @@ _SCOPE = re.compile(r"(class|struct)\s+(?:\w+_EXPORT\s+)?(\w+)(?:\s+final)?(?:\s
 _FUNCTION = re.compile(r"(?:virtual\s+)?[\w:<>,&* ]+?[\s&*](\w+)\((.*)\)(?: const)?(?: noexcept)?(?: override)?(?: = 0)?;")
 _FIELD = re.compile(r"[\w:<>,&* ]+\s(\w+)(?:\s*=\s*[^;]+|\{[^;]*\})?;")
 _OVERLOADS = re.compile(r"TOV_OVERLOADS_IN_SLOT_ORDER\((virtual .*\)) = 0,\s*virtual .*;")
+_ELSEWHERE = {"TestHooks": "Instrument"}  # what instruments do themselves
 _NOT_FOR_SCRIPTS = {"addObserver", "removeObserver", "onControlsAboutToBeReleased", "onControlsAvailable"}
 
 
@@ -56,7 +57,8 @@ class Scope:
     def python_name(self):
         """Below the module, and without what tells interfaces from adapters."""
         classes = [part for part in self.path.split("::") if part[:1].isupper()]
-        return ".".join([re.sub(r"^(?:Sdk|I)(?=[A-Z])", "", classes[0]), *classes[1:]])
+        first = re.sub(r"^(?:Sdk|I)(?=[A-Z])", "", classes[0])
+        return ".".join([_ELSEWHERE.get(first, first), *classes[1:]])
 
 
 class Header:

@@ -15,7 +15,7 @@ _HEADER = '''"""Written by python/stubs.py."""
 
 import datetime
 import enum
-from typing import Callable, ClassVar, List, Optional, Tuple, Union
+from typing import Callable, ClassVar, List, Optional, Sequence, Tuple, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -39,8 +39,9 @@ def split(parameters):
 
 def typed(text, is_parameter):
     """A type as pybind11 names it, for a checker."""
-    text = text.replace("devicesservice.", "")
+    text = re.sub(r"\[\d+\]", "", text.replace("devicesservice.", ""))
     if is_parameter:
+        text = text.replace("List[", "Sequence[")
         text = re.sub(r"numpy\.ndarray\[[\w.]+\]", "npt.ArrayLike", text)
         text = re.sub(r"\bbytes\b", "_Bytes", text)
     if "::" in text:
@@ -103,7 +104,7 @@ def class_stub(cls, indent=""):
             lines += property_stub(name, member, inner)
         elif name == "__hash__":
             lines.append(f"{inner}__hash__: ClassVar[None]  # type: ignore[assignment]")
-        elif name == "__init__" and "args, **kwargs" in (member.__doc__ or ""):
+        elif name == "__init__" and "(" not in member.__doc__.partition(" ")[0]:
             pass  # scripts do not make one
         elif inspect.isroutine(member) and name not in ("__repr__", "__init_subclass__", "__new__"):
             lines += function_stub(name, member, inner, cls.__qualname__)
