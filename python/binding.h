@@ -25,7 +25,7 @@ struct ControlOf
     template <typename Call>
     auto call(const Call& function) const
     {
-        const py::gil_scoped_release unlocked;
+        const WithoutLock unlocked;
         if (instrument->isStrict() && !asFailure([this] { return instrument->offers(kind); }))
             throw host::ControlAbsent(kind);
         const auto forward = [&] { return function(*attached->adapter); };
@@ -49,7 +49,7 @@ public:
         m_class.def_property_readonly(
             "is_present",
             [](const Self& self) {
-                const py::gil_scoped_release unlocked;
+                const WithoutLock unlocked;
                 return asFailure([&] { return self.instrument->offers(self.kind); });
             },
             "Whether the instrument offers the control now.");

@@ -51,7 +51,7 @@ const host::ControlName& kindNamed(const std::string& attribute)
 std::vector<std::string> presentControls(const Instrument& instrument)
 {
     instrument.refuseWhenClosed();
-    const py::gil_scoped_release unlocked;
+    const WithoutLock unlocked;
     std::vector<std::string> present;
     for (const host::ControlName& each : host::controls::all)
         if (asFailure([&] { return instrument.offers(each); }))

@@ -41,7 +41,7 @@ Subscriber::~Subscriber()
         m_callable.release(); // nobody is left to give it to
         return;
     }
-    const py::gil_scoped_acquire locked;
+    const WithLock locked;
     close();
 }
 
@@ -49,7 +49,7 @@ void Subscriber::call(const std::function<void(const py::function&)>& how)
 {
     if (Py_IsInitialized() == 0)
         return;
-    const py::gil_scoped_acquire locked;
+    const WithLock locked;
     const py::function callable = m_callable; // stays if it closes itself
     if (!callable)
         return;

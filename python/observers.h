@@ -3,6 +3,7 @@
 // Callables of Python that hear of notifications, which come on any thread.
 
 #include "python/converters.h"
+#include "python/interpreterlock.h"
 
 #include <QObject>
 
@@ -20,16 +21,6 @@ bool isInCallback();
 
 /// Throws a RuntimeError in a callback: what waits for the instrument there would wait for itself.
 void refuseInCallback();
-
-/// Runs `call` without the interpreter's lock, if this thread has it.
-template <typename Call>
-auto withoutTheLock(Call call) -> std::invoke_result_t<Call&>
-{
-    if (PyGILState_Check() == 0)
-        return call();
-    const py::gil_scoped_release unlocked;
-    return call();
-}
 
 /// A callable that is told until it is closed.
 ///
