@@ -1,7 +1,7 @@
 """What the tests share: a simulated instrument, and waiting for what must happen."""
 
 import threading
-from typing import Callable, Iterator, List
+from typing import Any, Callable, Iterator, List
 
 import pytest
 
@@ -11,7 +11,7 @@ from devicesservice import Instrument
 PATIENCE = 60.0  # for what must happen; nothing waits so long that goes well
 
 
-class Heard(List[object]):
+class Heard(List[Any]):
     """What a callback was told, and from which threads."""
 
     def __init__(self) -> None:

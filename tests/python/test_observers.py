@@ -5,7 +5,7 @@ import gc
 import sys
 import threading
 import weakref
-from typing import Any, List
+from typing import Any, Callable, List
 
 import pytest
 
@@ -49,7 +49,7 @@ def test_every_notification_reaches_its_callables(instrument: Instrument) -> Non
     assert heard["system_terms.on_terms_value"][0] == (1,)
     assert heard["memory_operations.on_notification1"][0] == (MemoryOperationEvent(65536, 16384),)
     assert (CalibrationState.STATE2,) in heard["ifsw_calibration.on_state_changed"]
-    correction, is_on = heard["factory_corrections.on_enabled_changed"][0]  # type: ignore[misc]
+    correction, is_on = heard["factory_corrections.on_enabled_changed"][0]
     assert isinstance(correction, devicesservice.FactoryCorrection) and isinstance(is_on, bool)
     assert (100,) in heard["calibration_controller_1.on_save_progress_changed"]
 
@@ -123,8 +123,9 @@ def test_what_waits_for_the_instrument_is_refused_in_a_callback(instrument: Inst
 
     def use(event: SerialNumberEvent) -> None:
         heard(temperature.temperature)
-        for call in (instrument.serial_number.serial_number, instrument.close, instrument.release_controls,
-                     lambda: instrument.lo_leakage):
+        calls: List[Callable[[], object]] = [instrument.serial_number.serial_number, instrument.close,
+                                             instrument.release_controls, lambda: instrument.lo_leakage]
+        for call in calls:
             try:
                 call()
                 heard("was done")

@@ -1,6 +1,7 @@
 """Instruments are opened by provider and options, as service-console opens them."""
 
 import pathlib
+from typing import Any
 
 import pytest
 
@@ -34,7 +35,7 @@ def test_asks_the_environment_when_none_is_named(monkeypatch: pytest.MonkeyPatch
     ("", {"memory": "old"}, "old"),
     ("", {"memory_size": "many"}, "many"),
 ])
-def test_refuses_what_there_is_not(provider: str, options: "dict[str, devicesservice.Option]", text: str) -> None:
+def test_refuses_what_there_is_not(provider: str, options: "dict[str, Any]", text: str) -> None:
     with pytest.raises(ValueError, match=text):
         devicesservice.open(provider, **options)
 
