@@ -13,7 +13,8 @@ import re
 import sys
 
 _SCOPE = re.compile(r"(class|struct)\s+(?:\w+_EXPORT\s+)?(\w+)(?:\s+final)?(?:\s*:[^:].*)?")
-_FUNCTION = re.compile(r"(?:virtual\s+)?[\w:<>,&* ]+?[\s&*](\w+)\((.*)\)(?: const)?(?: noexcept)?(?: override)?(?: = 0)?;")
+_FUNCTION = re.compile(r"(?:virtual\s+)?[\w:<>,&* ]+?[\s&*](\w+)\((.*)\)"
+                       r"(?: const)?(?: noexcept)?(?: override)?(?: = 0)?;")
 _FIELD = re.compile(r"[\w:<>,&* ]+\s(\w+)(?:\s*=\s*[^;]+|\{[^;]*\})?;")
 _OVERLOADS = re.compile(r"TOV_OVERLOADS_IN_SLOT_ORDER\((virtual .*\)) = 0,\s*virtual .*;")
 _ELSEWHERE = {"TestHooks": "Instrument"}  # what instruments do themselves
@@ -201,7 +202,8 @@ def spoken(doc, names):
                   "What the SDK throws is raised as `OperationFailed`", text)
     text = text.strip()
     text = text.replace("`onControlsAvailable()`", "the next offer of the controls")
-    text = re.sub(r"Throws `std::bad_alloc` or\s+`std::length_error`", "Raises `MemoryError` or `OperationFailed`", text)
+    text = re.sub(r"Throws `std::bad_alloc` or\s+`std::length_error`", "Raises `MemoryError` or `OperationFailed`",
+                  text)
     text = text.replace("`Failed`", "`OperationFailed`")
     text = re.sub(r"`([A-Z][a-z]+\d)`", lambda match: f"`{match[1].upper()}`", text)
     return re.sub(r"\b[a-z]+[A-Z]\w*", lambda match: names.get(match[0], match[0]), text)
@@ -237,11 +239,15 @@ def written(scope, names):
 def main(output, *headers):
     scopes = [scope for header in headers for scope in Header(pathlib.Path(header)).scopes]
     for scope in scopes:
+        for each in scope.enumerators:
+            if not each.doc:
+                sys.exit(f"{scope.path}: {each.name} has no comment")
         pair(scope)
     names = {member.name: member.python for scope in scopes for member in scope.members if not member.parameters}
     with_facts = [scope for scope in scopes
                   if scope.members or scope.fields or scope.enumerators and not scope.path.endswith("::Error")]
-    includes = sorted({re.search(r"(?:.*/)?((?:service|provider|host|devices|vna)/.*)", header)[1] for header in headers})
+    folders = re.compile(r"(?:.*/)?((?:service|provider|host|devices|vna)/.*)")
+    includes = sorted({folders.search(header)[1] for header in headers})
     pathlib.Path(output).write_text("\n".join([
         "#pragma once", "", "// Written by python/headerfacts.py.", "", '#include "python/about.h"', "",
         *(f'#include "{include}"' for include in includes), "", "namespace tov::python {", "",

@@ -82,7 +82,8 @@ def function_stub(name, function, indent, owner=None):
 
 def property_stub(name, member, indent):
     result = signature_of(member.fget)[1]
-    lines = [f"{indent}@property", f"{indent}def {name}(self) -> {result}:", documented(member.__doc__, indent + "    ")]
+    lines = [f"{indent}@property", f"{indent}def {name}(self) -> {result}:",
+             documented(member.__doc__, indent + "    ")]
     if member.fset:
         value = signature_of(member.fset)[0][1][1]
         lines += [f"{indent}@{name}.setter", f"{indent}def {name}(self, value: {value}) -> None: ..."]

@@ -85,7 +85,8 @@ def write_csv(findings: List[Finding], output: TextIO) -> None:
 
 
 def write_json(findings: List[Finding], output: TextIO) -> None:
-    report = {"passed": all(finding.passed for finding in findings), "findings": list(map(dataclasses.asdict, findings))}
+    report = {"passed": all(finding.passed for finding in findings),
+              "findings": list(map(dataclasses.asdict, findings))}
     print(json.dumps(report, indent=4), file=output)
 
 

@@ -78,9 +78,8 @@ def test_a_loss_without_a_word_is_heard_of_by_itself(heard: Heard) -> None:
         assert heard == [()], "the adapter was told that the controls are there"
 
 
-@pytest.mark.parametrize("answer, reason", [
-    (Instrument.Answer.WITH_ERROR, "answered with an error"), (Instrument.Answer.THROWING, "readSerialNumber|fault")])
-def test_what_the_instrument_fails_with_is_raised(instrument: Instrument, answer: Instrument.Answer, reason: str) -> None:
+@pytest.mark.parametrize("answer", [Instrument.Answer.WITH_ERROR, Instrument.Answer.THROWING])
+def test_what_the_instrument_fails_with_is_raised(instrument: Instrument, answer: Instrument.Answer) -> None:
     instrument.set_answer("serial_number", "readSerialNumber", answer)
     with pytest.raises(OperationFailed):
         instrument.serial_number.serial_number()

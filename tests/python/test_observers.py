@@ -105,7 +105,8 @@ def test_a_callable_ends_itself_and_others_while_it_is_told(instrument: Instrume
 def test_what_a_callable_raises_is_reported_and_others_are_told(
         instrument: Instrument, heard: Heard, monkeypatch: pytest.MonkeyPatch) -> None:
     reported: List[Any] = []
-    monkeypatch.setattr(sys, "unraisablehook", lambda args: reported.append((args.exc_type, str(args.exc_value), args.object)))
+    monkeypatch.setattr(sys, "unraisablehook",
+                        lambda args: reported.append((args.exc_type, str(args.exc_value), args.object)))
 
     def failing(event: SerialNumberEvent) -> None:
         raise LookupError("not in the list")

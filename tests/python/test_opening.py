@@ -16,7 +16,8 @@ def test_opens_the_simulated_instrument_when_none_is_named() -> None:
 
 
 def test_takes_options_by_name_and_behind_the_provider() -> None:
-    with devicesservice.open("simulated:missing=usb-id", missing=["lo-leakage", "ulk-power"], memory_size=512) as instrument:
+    missing = ["lo-leakage", "ulk-power"]
+    with devicesservice.open("simulated:missing=usb-id", missing=missing, memory_size=512) as instrument:
         assert {"usb_id", "lo_leakage", "ulk_power"}.isdisjoint(instrument.present_controls)
         assert len(instrument.present_controls) == 17
         assert len(instrument.memory_operations.read()) == 512
