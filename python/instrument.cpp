@@ -17,7 +17,11 @@ std::vector<std::weak_ptr<Instrument>>& opened()
 }
 
 // Providers are called one at a time.
-std::mutex openingMutex;
+std::mutex& openingMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
 
 template <typename Element>
 void remember(std::vector<std::weak_ptr<Element>>& all, const std::shared_ptr<Element>& one)
@@ -115,13 +119,13 @@ std::shared_ptr<Instrument> Instrument::open(const host::ProviderChoice& choice,
 
 std::vector<provider::InstrumentDescription> Instrument::find(const host::ProviderDescription& provider)
 {
-    const std::lock_guard guard(openingMutex);
+    const std::lock_guard guard(openingMutex());
     return valueOf(host::findInstruments(provider));
 }
 
 void Instrument::openInSession(const host::ProviderChoice& choice)
 {
-    const std::lock_guard guard(openingMutex);
+    const std::lock_guard guard(openingMutex());
     host::OpenInstrument open = valueOf(host::openInstrument(choice));
     m_description = std::move(open.description);
     m_provider = choice.provider;
