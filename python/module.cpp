@@ -9,7 +9,7 @@ using namespace tov::python;
 void bindErrors(py::module_& module)
 {
     const py::exception<void> error(module, "Error");
-    error.attr("__doc__") = "What an instrument may do to a script.";
+    error.attr("__doc__") = "The instrument lacks a control, or did not do what was asked for.";
     py::register_exception<OperationFailed>(module, "OperationFailed", error).attr("__doc__") =
         "The instrument did not do what was asked for; says why, if the instrument does.";
     py::register_exception<host::ControlAbsent>(module, "ControlAbsent", error).attr("__doc__") =
