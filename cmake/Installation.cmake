@@ -7,6 +7,7 @@
 #   host           the host library: library and headers
 #   tools          service-console and service-conformance with their manual pages, completion for bash, zsh and fish,
 #                  the provider of the simulated instrument
+#   python         the Python module with its types, where it is built, and the example of a production test
 #   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.

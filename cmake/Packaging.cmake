@@ -39,12 +39,25 @@ else()
     set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME devicesservice-tools)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} ${this_version}")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-devicesservice)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+    # An extension module is for one version of the interpreter.
+    if(TARGET devicesservice-python)
+        get_property(python_version DIRECTORY "${PROJECT_SOURCE_DIR}/python" PROPERTY PYTHON_VERSION)
+        get_property(next_python_version DIRECTORY "${PROJECT_SOURCE_DIR}/python" PROPERTY NEXT_PYTHON_VERSION)
+        set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${library_package} ${this_version}, python3 (>= ${python_version}), python3 (<< ${next_python_version}), python3-numpy")
+        set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "devicesservice-tools ${this_version}") # with the simulated instrument
+        set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+            "${PROJECT_SOURCE_DIR}/cmake/python3-devicesservice/postinst"
+            "${PROJECT_SOURCE_DIR}/cmake/python3-devicesservice/prerm")
+    endif()
     # The simulated instrument and the host library go with the headers.
     foreach(component IN ITEMS DEVELOPMENT SIMULATOR TESTING HOST)
         set(CPACK_COMPONENT_${component}_GROUP development)
     endforeach()
     set(CPACK_COMPONENT_LIBRARY_GROUP library)
     set(CPACK_COMPONENT_TOOLS_GROUP tools)
+    set(CPACK_COMPONENT_PYTHON_GROUP python)
     set(CPACK_COMPONENT_DOCUMENTATION_GROUP documentation)
     set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "service controls of vector network analysers
 The plug-in library through which an application reaches the service functions of an instrument.")
@@ -56,6 +69,8 @@ The guide and the reference of all public headers, as HTML.")
     set(CPACK_DEBIAN_TOOLS_DESCRIPTION "service controls of vector network analysers - tools
 service-console, a program for production and service engineers, and service-conformance,
 which looks whether an implementation of the instrument SDK keeps to the rules.")
+    set(CPACK_DEBIAN_PYTHON_DESCRIPTION "service controls of vector network analysers - Python 3
+The module devicesservice, with the controls of an instrument for scripts.")
 endif()
 
 include(CPack)

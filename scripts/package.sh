@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs build/release into an empty prefix and builds and runs the examples by find_package and by pkg-config, moves
 # the prefix and does it again, and builds one by add_subdirectory; then installs the Debian packages into a clean root,
-# runs the console there, does what the guide's first page shows, and removes them.
+# runs the console and the Python module there, does what the guide's first page shows, and removes them.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 if [ "$(id -u)" -ne 0 ]; then
@@ -24,6 +24,9 @@ expect_failure() { # TEXT COMMAND...
     shown=$(tr --squeeze-repeats '[:space:]' ' ' <<<"$shown") # lines are wrapped
     grep --quiet --fixed-strings "$text" <<<"$shown" || { echo "error: no '$text' in: $shown" >&2; exit 1; }
 }
+python_example="import devicesservice
+with devicesservice.open() as instrument:
+    print(instrument.serial_number.serial_number())"
 build_example() { # EXAMPLE NAME OPTION...
     local example=$1 folder=$scratch/$2
     shift 2
@@ -56,6 +59,7 @@ try_prefix() { # NAME FOLDER
         --provider "$scratch/$name-own-provider/own-provider.so"
     expect "looked in: $libraries/DevicesService/providers" "$prefix/bin/service-console" providers
     expect "4711" "$prefix/bin/service-console" serial set 4711 --yes
+    expect "100001" env PYTHONPATH="$prefix/lib/python3/dist-packages" /usr/bin/python3 -B -c "$python_example"
     quietly man --local-file "$prefix"/share/man/man1/*.1
     # Without a date, which would be another one each day.
     if mandoc -T lint -W warning "$prefix"/share/man/man1/*.1 | grep --invert-match "missing date"; then
@@ -101,6 +105,11 @@ quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
 expect " rules: " in_root service-conformance
 expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" in_root service-console --version
+
+quietly in_root apt-get install --yes --no-install-recommends \
+    "$(cd "$root" && ls packages/python3-devicesservice*.deb | sed 's|^|/|')"
+expect "100001" in_root /usr/bin/python3 -c "$python_example"
+expect "PASS" in_root /usr/share/DevicesService/examples/production-test/production_test.py
 
 # The guide's first page, on this machine that has only the packages.
 papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash

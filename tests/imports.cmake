@@ -1,4 +1,4 @@
-# Checks that imports run one way: console -> tools -> host, conformance -> host -> (service, provider) -> devices
+# Checks that imports run one way: console -> tools -> host, conformance, python -> host -> (service, provider) -> devices
 # -> platform/sdk. The simulator stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
@@ -37,6 +37,7 @@ may_import(simulator/plugin simulator provider devices sdk)
 may_import(testing testing sdk)
 may_import(host host provider service devices sdk utils vna)
 may_import(conformance conformance host provider service devices sdk)
+may_import(python python host provider service devices sdk utils vna)
 may_import(console console tools host provider service devices sdk utils vna)
 
 # The rooms of the console, each of which may import those above it.

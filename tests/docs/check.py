@@ -22,6 +22,9 @@ _CI = pages.PROJECT / ".ci" / "run"
 _CHECK = pages.PROJECT / "check"
 # Pages with commands that another check runs, where there is what they need, and the file that has it do so.
 _RUN_ELSEWHERE = {"index.md": pages.PROJECT / "scripts" / "package.sh", "windows.md": _CHECK}
+# Pages with commands that need the Python module, and where the debug build has that.
+_ABOUT_SCRIPTS = {"scripts.md"}
+_PYTHON_PATH = pages.PROJECT / "build" / "dev" / "lib" / "python"
 # The commands of these pages run in the source tree, those of the others in an empty folder.
 _ABOUT_SOURCES = {"README.md", "CONTRIBUTING.md", "windows.md", "binary-contract.md", "adding-an-adapter.md",
                   "assurance.md"}
@@ -49,11 +52,14 @@ def _is_left_to_ci(command):
 
 
 def environment():
-    """The user's, with the console of the debug build first in the path, and without what would change its answers."""
+    """The user's, with the programs of the debug build and the scripts first in the path, and without what would change
+    their answers."""
     others = ("LC_", "LANG", "DEVICESSERVICE_PROVIDER")
     environment = {name: value for name, value in os.environ.items() if not name.startswith(others)}
     environment["LC_ALL"] = "C.UTF-8"
-    environment["PATH"] = f"{pages.PROJECT / 'build' / 'dev' / 'bin'}:{environment['PATH']}"
+    programs = [pages.PROJECT / "build" / "dev" / "bin", pages.PROJECT / "examples" / "production-test"]
+    environment["PATH"] = ":".join([*map(str, programs), environment["PATH"]])
+    environment["PYTHONPATH"] = str(_PYTHON_PATH)
     return environment
 
 
@@ -90,14 +96,14 @@ def quote_findings(page, sources):
     """Code that stands in no file of the project, word for word: it would not be compiled."""
     for fence in pages.fences(page):
         place = f"{pages.name(page)}:{fence.line}"
-        if fence.language in ("cpp", "cmake"):
+        if fence.language in ("cpp", "cmake", "python"):
             if not fence.text.strip() or not any("\n" + fence.text in source for source in sources[fence.language]):
                 yield f"{place}: this code stands in no file of the project"
         elif fence.language == "text":
             if re.search(r"^[$#] ", fence.text, re.MULTILINE):
                 yield f"{place}: commands are shown in a block of the language console"
         elif fence.language != "console":
-            yield f"{place}: a block of code is cpp, cmake, console or text"
+            yield f"{place}: a block of code is cpp, cmake, python, console or text"
 
 
 def _files():
@@ -110,7 +116,7 @@ def _files():
 def _sources(files):
     def texts(*endings):
         return ["\n" + (pages.PROJECT / file).read_text() for file in files if file.endswith(endings)]
-    return {"cpp": texts(".cpp", ".h"), "cmake": texts("CMakeLists.txt", ".cmake")}
+    return {"cpp": texts(".cpp", ".h"), "cmake": texts("CMakeLists.txt", ".cmake"), "python": texts(".py")}
 
 
 def link_findings(page):
@@ -203,7 +209,9 @@ def everything():
         yield from path_findings(page, files)
         if page in pages.GUIDE:
             yield from guide_findings(page)
-        if page.name not in _RUN_ELSEWHERE:
+        if page.name in _ABOUT_SCRIPTS and not _PYTHON_PATH.is_dir():
+            print(f"{pages.name(page)}: not run, because there is no Python module in build/dev")
+        elif page.name not in _RUN_ELSEWHERE:
             yield from transcript_findings(page)
     for name, runner in _RUN_ELSEWHERE.items():
         yield from elsewhere_findings(name, runner)
