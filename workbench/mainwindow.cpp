@@ -136,7 +136,7 @@ void MainWindow::showState()
     case State::NotOpen:
         m_stateLabel->setText(tr("not open"));
         m_notice->show(tr("The instrument could not be opened: %1.").arg(m_instrument.openingError()));
-        m_notice->offer(QStringLiteral("again"), tr("&Try again"), [this] { open(); });
+        m_notice->offer(QStringLiteral("again"), tr("T&ry again"), [this] { open(); });
         break;
     case State::Open:
         m_stateLabel->setText(tr("%1 is open").arg(m_instrument.description().id));
@@ -169,8 +169,8 @@ void MainWindow::showCall()
 void MainWindow::askWhetherToWait(const QString& what)
 {
     m_notice->show(tr("Still waiting to %1. The window closes when that is done.").arg(what));
-    m_notice->offer(QStringLiteral("leave"), tr("&Leave without the answer"), [this] { leave(); });
-    m_notice->offer(QStringLiteral("go-on"), tr("Go on &working"), [this] { goOn(); });
+    m_notice->offer(QStringLiteral("leave"), tr("Lea&ve without the answer"), [this] { leave(); });
+    m_notice->offer(QStringLiteral("go-on"), tr("&Stay"), [this] { goOn(); });
 }
 
 void MainWindow::goOn()

@@ -123,6 +123,9 @@ public:
     /// The call that the instrument has; opening and closing are such calls too.
     std::optional<Call> underWay() const;
 
+    /// Whether all that was asked for has ended.
+    bool isIdle() const { return m_ways.empty(); }
+
     /// Takes back what has not begun and closes the instrument after what is under way. `stateChanged()` tells.
     void close();
 
