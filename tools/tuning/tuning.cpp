@@ -141,8 +141,19 @@ class Module
 {
 public:
     explicit Module(const host::Control<Adapter>& kind)
-        : m_kind(&kind)
-        , m_module{&kind, {}, {}, nullptr}
+        : m_module{.control = &kind,
+                   .settings = {},
+                   .tables = {},
+                   .reset = nullptr,
+                   .adapter = [&kind](host::InstrumentSession& session) -> TunedAdapter {
+                       return {requireFrom(session, kind).get()};
+                   },
+                   .run =
+                       [&kind](host::InstrumentSession& session, std::function<void(TunedAdapter)> function) {
+                           session.run(kind, [function = std::move(function)](Adapter& adapter) {
+                               function(TunedAdapter{&adapter});
+                           });
+                       }}
     {
     }
 
@@ -157,13 +168,16 @@ public:
         m_module.settings.push_back({.name = name,
                                      .meaning = meaning,
                                      .unit = {},
+                                     .kind = TuneSetting::Kind::Other,
+                                     .plot = TuneSetting::Plot::None,
+                                     .least = 0,
+                                     .most = 0,
                                      .type = "read-only",
                                      .typeInWords = {},
                                      .allowed = nullptr,
                                      .choices = {},
-                                     .read = [kind = m_kind, getter](host::InstrumentSession& session) -> QJsonValue {
-                                         return toJson(
-                                             std::invoke(getter, std::as_const(*requireFrom(session, *kind))));
+                                     .read = [getter](TunedAdapter tuned) -> QJsonValue {
+                                         return toJson(std::invoke(getter, std::as_const(adapterOf(tuned))));
                                      },
                                      .parse = nullptr,
                                      .write = nullptr});
@@ -184,16 +198,18 @@ public:
     Module& tunesBy(const std::string& name, const std::string& meaning, Getter getter, Setter setter, int count = 0)
     {
         auto& setting = shows(name, meaning, getter).m_module.settings.back();
-        setting.write = [kind = m_kind, setter](host::InstrumentSession& session, const QJsonValue& value) {
-            setter(*requireFrom(session, *kind), fromJson<Value>(value));
+        setting.write = [setter](TunedAdapter tuned, const QJsonValue& value) {
+            setter(adapterOf(tuned), fromJson<Value>(value));
         };
         if constexpr (std::is_same_v<Value, bool>) {
+            setting.kind = TuneSetting::Kind::Switch;
             setting.type = "on|off";
             setting.typeInWords = "on or off";
             setting.choices = {"on", "off"};
             setting.parse = parseOnOff;
         } else if constexpr (std::is_enum_v<Value>) {
             const auto numbers = TakenNumbers::range(0, count - 1);
+            setting.kind = TuneSetting::Kind::Choice;
             setting.type = numbers.inColumn();
             setting.typeInWords = numbers.inWords();
             for (int i = 0; i < count; ++i)
@@ -203,6 +219,9 @@ public:
                 return number && *number >= 0 && *number < count ? std::optional<QJsonValue>(*number) : std::nullopt;
             };
         } else {
+            setting.kind = std::is_integral_v<Value> ? TuneSetting::Kind::WholeNumber : TuneSetting::Kind::Number;
+            setting.least = static_cast<double>(std::numeric_limits<Value>::lowest());
+            setting.most = static_cast<double>(std::numeric_limits<Value>::max());
             setting.type = typeOf<Value>();
             setting.typeInWords = typeInWordsOf<Value>();
             setting.parse = parseNumberOf<Value>;
@@ -215,11 +234,12 @@ public:
     Module& tunesRange(const std::string& name, const std::string& meaning, Getter getter, Setter setter)
     {
         auto& setting = shows(name, meaning, getter).m_module.settings.back();
+        setting.kind = TuneSetting::Kind::Range;
         setting.type = "FIRST..SECOND";
         setting.typeInWords = "two numbers, written as FIRST..SECOND";
         setting.parse = parseRange;
-        setting.write = [kind = m_kind, setter](host::InstrumentSession& session, const QJsonValue& value) {
-            setter(*requireFrom(session, *kind), utils::Range<double>{value[0].toDouble(), value[1].toDouble()});
+        setting.write = [setter](TunedAdapter tuned, const QJsonValue& value) {
+            setter(adapterOf(tuned), utils::Range<double>{value[0].toDouble(), value[1].toDouble()});
         };
         return *this;
     }
@@ -228,8 +248,8 @@ public:
     template <typename Allowed>
     Module& within(Allowed allowed)
     {
-        m_module.settings.back().allowed = [kind = m_kind, allowed](host::InstrumentSession& session) -> TakenNumbers {
-            return allowed(std::as_const(*requireFrom(session, *kind)));
+        m_module.settings.back().allowed = [allowed](TunedAdapter tuned) -> TakenNumbers {
+            return allowed(std::as_const(adapterOf(tuned)));
         };
         return *this;
     }
@@ -241,24 +261,31 @@ public:
         return *this;
     }
 
+    /// Says how a plot shows the last setting.
+    Module& plotted(TuneSetting::Plot plot)
+    {
+        m_module.settings.back().plot = plot;
+        return *this;
+    }
+
     template <typename Loader>
     Module& loads(const std::string& table, Loader loader)
     {
-        m_module.tables.push_back(
-            {table, [kind = m_kind, loader](host::InstrumentSession& session, const std::vector<unsigned char>& bytes) {
-                 std::invoke(loader, *requireFrom(session, *kind), bytes);
-             }});
+        m_module.tables.push_back({table, [loader](TunedAdapter tuned, const std::vector<unsigned char>& bytes) {
+                                       std::invoke(loader, adapterOf(tuned), bytes);
+                                   }});
         return *this;
     }
 
     Module& resets()
     {
-        m_module.reset = [kind = m_kind](host::InstrumentSession& session) { requireFrom(session, *kind)->reset(); };
+        m_module.reset = [](TunedAdapter tuned) { adapterOf(tuned).reset(); };
         return *this;
     }
 
 private:
-    const host::Control<Adapter>* m_kind;
+    static Adapter& adapterOf(TunedAdapter tuned) { return *static_cast<Adapter*>(tuned.adapter); }
+
     TuneModule m_module;
 };
 
@@ -328,8 +355,10 @@ TuneModule wn0807Synthesis()
             .tunes("rf-power-mode", "RF power mode", &A::rfPowerMode, &A::setRfPowerMode, 3)
             .shows("rf-power-table", "rows of frequency and power code",
                    [](const A& adapter) { return toJson(adapter.rfPowerRangeTable()); })
+            .plotted(TuneSetting::Plot::PowerCodes)
             .shows("rf-power-default-table", "the same as the module left the factory",
                    [](const A& adapter) { return toJson(adapter.rfPowerDefaultRangeTable()); })
+            .plotted(TuneSetting::Plot::PowerCodes)
             .tunes("if-mode", "IF mode", &A::ifMode, &A::setIfMode, 2)
             .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
             .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedIfs().size()); })
@@ -380,7 +409,8 @@ TuneModule wn0807Synthesis()
                 "rf-filter" + std::to_string(number) + "-from", "frequency from which this RF filter is used",
                 [filter](const A& adapter) { return adapter.rfFilterFrom(filter); },
                 [filter](A& adapter, double frequency) { adapter.setRfFilterFrom(filter, frequency); })
-            .in("Hz");
+            .in("Hz")
+            .plotted(TuneSetting::Plot::BandFrom);
     }
     return module
         .tunes("dds-switch-frequency", "frequency at which the DDS switches", &A::ddsSwitchFreq, &A::setDdsSwitchFreq)

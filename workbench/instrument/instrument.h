@@ -111,6 +111,12 @@ public:
     auto call(const host::Control<Exposed>& kind, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, Exposed&>>;
 
+    /// The same with an adapter of which only a table knows the type. `run` is called in the session's owner's thread:
+    /// it has what it is given called with the adapter, on the session's thread for calls.
+    template <typename Adapter, typename Function, typename Run>
+    auto callBy(const host::ControlName& kind, Run run, const QString& what, Function function)
+        -> QFuture<std::invoke_result_t<Function&, Adapter>>;
+
     /// The same with the session, in its owner's thread: for what tells of the controls (`connection()->testHooks()`),
     /// and does not wait.
     template <typename Function>
@@ -228,26 +234,39 @@ void Instrument::make(const Way& way, QPromise<Answer>& promise, Act act)
     promise.finish();
 }
 
+template <typename Adapter, typename Function, typename Run>
+auto Instrument::callBy(const host::ControlName& kind, Run run, const QString& what, Function function)
+    -> QFuture<std::invoke_result_t<Function&, Adapter>>
+{
+    using Answer = std::invoke_result_t<Function&, Adapter>;
+    const auto [way, promise] = ask<Answer>(QString::fromUtf8(kind.name), what);
+    inRoom(
+        [this, way = way, promise = promise, kind, run = std::move(run), function = std::move(function)](Room& room) {
+            try {
+                host::InstrumentSession& session = sessionOf(room);
+                // An adapter that was made before would be there even while its control is not.
+                if (!session.isPresent(kind))
+                    throw host::ControlAbsent(kind);
+                run(session, [this, way, promise, function](Adapter adapter) mutable {
+                    make(way, *promise, [&] { return function(adapter); });
+                });
+            } catch (...) {
+                make(way, *promise, [&]() -> Answer { throw; });
+            }
+        });
+    return promise->future();
+}
+
 template <typename Exposed, typename Function>
 auto Instrument::call(const host::Control<Exposed>& kind, const QString& what, Function function)
     -> QFuture<std::invoke_result_t<Function&, Exposed&>>
 {
-    using Answer = std::invoke_result_t<Function&, Exposed&>;
-    const auto [way, promise] = ask<Answer>(QString::fromUtf8(kind.name), what);
-    inRoom([this, way = way, promise = promise, kind, function = std::move(function)](Room& room) {
-        try {
-            host::InstrumentSession& session = sessionOf(room);
-            // An adapter that was made before would be there even while its control is not.
-            if (!session.isPresent(kind) || !session.control(kind))
-                throw host::ControlAbsent(kind);
-            session.run(kind, [this, way, promise, function](Exposed& control) mutable {
-                make(way, *promise, [&] { return function(control); });
-            });
-        } catch (...) {
-            make(way, *promise, [&]() -> Answer { throw; });
-        }
-    });
-    return promise->future();
+    const auto run = [kind]<typename Act>(host::InstrumentSession& session, Act act) {
+        if (!session.control(kind))
+            throw host::ControlAbsent(kind);
+        session.run(kind, std::move(act));
+    };
+    return callBy<Exposed&>(kind, run, what, std::move(function));
 }
 
 template <typename Function>
