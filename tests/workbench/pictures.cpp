@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QListWidget>
 #include <QPalette>
 #include <QSettings>
 #include <QStyle>
@@ -16,7 +17,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -60,6 +60,18 @@ workbench::Instrument::Opener simulated()
     };
 }
 
+// Until what was asked for is answered and shown.
+bool settle(const workbench::Instrument& instrument)
+{
+    constexpr int untilLayoutsAreDone = 10;
+    for (int i = 0; i < untilLayoutsAreDone; ++i)
+        QCoreApplication::processEvents();
+    const bool isIdle = QTest::qWaitFor([&] { return instrument.isIdle(); }, 60'000);
+    for (int i = 0; i < untilLayoutsAreDone; ++i)
+        QCoreApplication::processEvents();
+    return isIdle;
+}
+
 bool take(const QString& suffix, const QDir& folder)
 {
     workbench::Instrument instrument;
@@ -70,12 +82,17 @@ bool take(const QString& suffix, const QDir& folder)
         return false;
     for (const workbench::PanelKind& panel : workbench::panelKinds()) {
         window.bringUp(panel.name);
-        QCoreApplication::processEvents();
-        if (!QTest::qWaitFor([&] { return instrument.isIdle(); }, 60'000))
+        const auto picture = [&](const QString& name) {
+            return settle(instrument) && window.grab().save(folder.filePath(name + suffix + QStringLiteral(".png")));
+        };
+        if (!picture(panel.name))
             return false;
-        QCoreApplication::processEvents();
-        if (!window.grab().save(folder.filePath(panel.name + suffix + QStringLiteral(".png"))))
-            return false;
+        auto* const pages = window.findChild<QWidget*>(panel.name)->findChild<QListWidget*>();
+        for (int row = 0; pages != nullptr && row < pages->count(); ++row) {
+            pages->setCurrentRow(row);
+            if (!picture(panel.name + '-' + pages->item(row)->text()))
+                return false;
+        }
     }
     return true;
 }

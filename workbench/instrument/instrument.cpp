@@ -145,36 +145,33 @@ void Instrument::open(Opener opener)
 {
     setState(State::Opening);
     m_openingError.clear();
-    const auto [way, promise] = ask<provider::Result<void>>({}, tr("open the instrument"));
-    inRoom([this, way = way, promise = promise, opener = std::move(opener)](Room& room) {
-        make(way, *promise, [&]() -> provider::Result<void> {
+    const auto [way, promise] = ask<provider::Result<Facts>>({}, tr("open the instrument"));
+    inRoomSoon([this, way = way, promise = promise, opener = std::move(opener)](Room& room) {
+        make(way, *promise, [&]() -> provider::Result<Facts> {
             auto opened = opener();
             if (!opened)
                 return std::unexpected(opened.error());
-            const auto description = opened->instrument.description;
-            std::vector<provider::ITestHooks::Ability> abilities;
+            Facts facts{opened->provider, opened->instrument.description, {}};
             if (auto* const hooks = opened->instrument.connection->testHooks())
-                abilities = hooks->abilities();
+                facts.abilities = hooks->abilities();
             room.open(std::move(opened->instrument.connection));
-            room.tellOwner([provider = opened->provider, description, abilities](Instrument& owner) {
-                owner.m_provider = provider;
-                owner.m_description = description;
-                owner.m_abilities = abilities;
-            });
-            return {};
+            return facts;
         });
     });
+    const auto fail = [this](const QString& why) {
+        m_openingError = why;
+        setState(State::NotOpen);
+    };
     promise->future()
         .then(this,
-              [this](const QFuture<provider::Result<void>>& answer) {
-                  const auto& result = answer.result(); // an exception was told of as the end of the call
-                  m_openingError = result ? QString() : result.error();
-                  setState(result ? State::Open : State::NotOpen);
+              [this, fail](const provider::Result<Facts>& facts) {
+                  if (!facts)
+                      return fail(facts.error());
+                  m_facts = *facts;
+                  setState(State::Open);
               })
-        .onFailed(this, [this](const std::exception& error) {
-            m_openingError = QString::fromUtf8(error.what());
-            setState(State::NotOpen);
-        });
+        .onFailed(this, [fail](const std::exception& error) { fail(QString::fromUtf8(error.what())); })
+        .onFailed(this, [fail] { fail(tr("something went wrong")); });
 }
 
 void Instrument::lookForControls()
@@ -204,7 +201,7 @@ void Instrument::close()
 {
     takeBackWaiting();
     const auto [way, promise] = ask<void>({}, tr("close the instrument"));
-    inRoom([this, way = way, promise = promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
+    inRoomSoon([this, way = way, promise = promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
     promise->future().then(this, [this] { setState(State::Closed); });
 }
 
@@ -260,6 +257,11 @@ QString Instrument::messageOf(const std::exception_ptr& thrown)
 void Instrument::inRoom(std::function<void(Room&)> act)
 {
     QMetaObject::invokeMethod(m_room, [room = m_room, act = std::move(act)] { act(*room); }, Qt::QueuedConnection);
+}
+
+void Instrument::inRoomSoon(std::function<void(Room&)> act)
+{
+    QMetaObject::invokeMethod(this, [this, act = std::move(act)] { inRoom(act); }, Qt::QueuedConnection);
 }
 
 host::InstrumentSession& Instrument::sessionOf(Room& room)

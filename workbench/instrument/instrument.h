@@ -85,10 +85,10 @@ public:
     QString openingError() const { return m_openingError; }
 
     /// The provider, as it describes itself; without a name before something is open.
-    const host::ProviderDescription& provider() const { return m_provider; }
+    const host::ProviderDescription& provider() const { return m_facts.provider; }
 
     /// The instrument, as its provider describes it.
-    const provider::InstrumentDescription& description() const { return m_description; }
+    const provider::InstrumentDescription& description() const { return m_facts.description; }
 
     /// Whether the instrument offered the control when it was last looked: after opening, a release, an offer and
     /// `lookForControls()`.
@@ -98,7 +98,7 @@ public:
     void lookForControls();
 
     /// What tests may do to it; empty when that is nothing.
-    const std::vector<provider::ITestHooks::Ability>& abilities() const { return m_abilities; }
+    const std::vector<provider::ITestHooks::Ability>& abilities() const { return m_facts.abilities; }
 
     /// Has `function`, which must be copyable, called with the adapter of this kind on the session's thread for calls,
     /// after all that was asked for before, and returns at once. `what` says it for people, after "to": "read the
@@ -154,6 +154,14 @@ Q_SIGNALS:
 private:
     class Room;
 
+    // What is known of the instrument when it is open.
+    struct Facts
+    {
+        host::ProviderDescription provider;
+        provider::InstrumentDescription description;
+        std::vector<provider::ITestHooks::Ability> abilities;
+    };
+
     // A call on its way: either it begins or it is taken back, whichever claims it first.
     struct Course
     {
@@ -180,6 +188,10 @@ private:
     static QString messageOf(const std::exception_ptr& thrown);
 
     void inRoom(std::function<void(Room&)> act);
+
+    // The same when whoever asks has said what follows the answer, so that this comes by the event loop, after what is
+    // told of the call.
+    void inRoomSoon(std::function<void(Room&)> act);
     static host::InstrumentSession& sessionOf(Room& room);
     void change(const Way& way, const std::function<void(Call&)>& how);
     void setState(State state);
@@ -187,9 +199,7 @@ private:
 
     State m_state = State::NotOpen;
     QString m_openingError;
-    host::ProviderDescription m_provider;
-    provider::InstrumentDescription m_description;
-    std::vector<provider::ITestHooks::Ability> m_abilities;
+    Facts m_facts;
     QSet<quint64> m_present;
     std::vector<Way> m_ways; // those that have not ended
     quint64 m_asked = 0;
@@ -275,7 +285,7 @@ auto Instrument::callSession(const QString& what, Function function)
 {
     using Answer = std::invoke_result_t<Function&, host::InstrumentSession&>;
     const auto [way, promise] = ask<Answer>({}, what);
-    inRoom([this, way = way, promise = promise, function = std::move(function)](Room& room) mutable {
+    inRoomSoon([this, way = way, promise = promise, function = std::move(function)](Room& room) mutable {
         make(way, *promise, [&] { return function(sessionOf(room)); });
     });
     return promise->future();

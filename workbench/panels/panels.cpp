@@ -1,6 +1,8 @@
 #include "workbench/panels/panels.h"
 
+#include "workbench/panels/logpanel.h"
 #include "workbench/panels/overviewpanel.h"
+#include "workbench/panels/tuningpanel.h"
 
 #include <QCoreApplication>
 
@@ -25,6 +27,8 @@ std::vector<PanelKind> panelKinds()
 {
     return {
         {title("&Overview"), QStringLiteral("overview"), make<OverviewPanel>},
+        {title("&Tuning"), QStringLiteral("tuning"), make<TuningPanel>},
+        {title("&Log"), QStringLiteral("log"), make<LogPanel>},
     };
 }
 
