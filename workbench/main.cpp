@@ -1,14 +1,8 @@
 #include "service/version.h"
-#include "workbench/mainwindow.h"
+#include "workbench/running.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTimer>
-
-#include <cstdlib>
-#include <memory>
-
-using namespace tov::workbench;
 
 namespace {
 
@@ -41,14 +35,5 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QString::fromLatin1(tov::devices::service::version));
     QGuiApplication::setDesktopFileName(QStringLiteral("service-workbench"));
 
-    const QString provider = providerAskedFor(application);
-    const auto instrument = std::make_unique<Instrument>();
-    MainWindow window(*instrument, Instrument::openerOf(provider));
-    QObject::connect(&window, &MainWindow::left, &application, [] { QCoreApplication::exit(EXIT_SUCCESS); });
-    window.show();
-
-    const int status = QApplication::exec();
-    if (instrument->underWay())
-        std::_Exit(status); // the call never returns, and what waits for its thread would not either
-    return status;
+    return tov::workbench::runWindow(tov::workbench::Instrument::openerOf(providerAskedFor(application)));
 }

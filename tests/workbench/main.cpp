@@ -1,4 +1,5 @@
-#include <QApplication>
+#include "eventtimes.h"
+
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -10,7 +11,7 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
+    const tov::testing::TimingApplication application(argc, argv);
     const QTemporaryDir folder;
     QCoreApplication::setOrganizationName(QStringLiteral("DevicesService"));
     QCoreApplication::setApplicationName(QStringLiteral("workbench-tests"));

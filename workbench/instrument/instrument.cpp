@@ -146,7 +146,7 @@ void Instrument::open(Opener opener)
     setState(State::Opening);
     m_openingError.clear();
     const auto [way, promise] = ask<provider::Result<Facts>>({}, tr("open the instrument"));
-    inRoomSoon([this, way = way, promise = promise, opener = std::move(opener)](Room& room) {
+    inRoom([this, way = way, promise = promise, opener = std::move(opener)](Room& room) {
         make(way, *promise, [&]() -> provider::Result<Facts> {
             auto opened = opener();
             if (!opened)
@@ -158,20 +158,20 @@ void Instrument::open(Opener opener)
             return facts;
         });
     });
-    const auto fail = [this](const QString& why) {
-        m_openingError = why;
-        setState(State::NotOpen);
-    };
-    promise->future()
-        .then(this,
-              [this, fail](const provider::Result<Facts>& facts) {
-                  if (!facts)
-                      return fail(facts.error());
-                  m_facts = *facts;
-                  setState(State::Open);
-              })
-        .onFailed(this, [fail](const std::exception& error) { fail(QString::fromUtf8(error.what())); })
-        .onFailed(this, [fail] { fail(tr("something went wrong")); });
+    whenFinished(promise->future(), this, [this](const QFuture<provider::Result<Facts>>& call) {
+        if (call.isCanceled())
+            return setState(State::NotOpen);
+        try {
+            const auto facts = call.result();
+            if (facts)
+                m_facts = *facts;
+            else
+                m_openingError = facts.error();
+        } catch (...) {
+            m_openingError = messageOf(std::current_exception());
+        }
+        setState(m_openingError.isEmpty() ? State::Open : State::NotOpen);
+    });
 }
 
 void Instrument::lookForControls()
@@ -201,8 +201,8 @@ void Instrument::close()
 {
     takeBackWaiting();
     const auto [way, promise] = ask<void>({}, tr("close the instrument"));
-    inRoomSoon([this, way = way, promise = promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
-    promise->future().then(this, [this] { setState(State::Closed); });
+    inRoom([this, way = way, promise = promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
+    whenFinished(promise->future(), this, [this](const QFuture<void>& /*call*/) { setState(State::Closed); });
 }
 
 Instrument::Way Instrument::add(const QString& control, const QString& what, std::function<void()> cancel)
@@ -257,11 +257,6 @@ QString Instrument::messageOf(const std::exception_ptr& thrown)
 void Instrument::inRoom(std::function<void(Room&)> act)
 {
     QMetaObject::invokeMethod(m_room, [room = m_room, act = std::move(act)] { act(*room); }, Qt::QueuedConnection);
-}
-
-void Instrument::inRoomSoon(std::function<void(Room&)> act)
-{
-    QMetaObject::invokeMethod(this, [this, act = std::move(act)] { inRoom(act); }, Qt::QueuedConnection);
 }
 
 host::InstrumentSession& Instrument::sessionOf(Room& room)

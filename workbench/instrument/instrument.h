@@ -5,6 +5,7 @@
 #include "workbench/instrument/call.h"
 
 #include <QFuture>
+#include <QFutureWatcher>
 #include <QObject>
 #include <QPromise>
 #include <QSet>
@@ -44,6 +45,19 @@ QString errorOf(const Answer& answer)
     } else {
         return {};
     }
+}
+
+/// Calls `act` with a future that has finished, also by being cancelled, in the thread of `context` and by its event
+/// loop; not at all when `context` is gone by then. (To `QFuture::then()` of Qt 6.4 the context must not be gone.)
+template <typename Answer, typename Act>
+void whenFinished(const QFuture<Answer>& future, QObject* context, Act act)
+{
+    auto* const watcher = new QFutureWatcher<Answer>(context);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, context, [watcher, act = std::move(act)]() mutable {
+        watcher->deleteLater();
+        act(watcher->future());
+    });
+    watcher->setFuture(future);
 }
 
 /// The open instrument, for a user interface that never waits for it.
@@ -105,8 +119,7 @@ public:
     /// serial number".
     ///
     /// The future gives what `function` returns, or throws what it throws: `host::ControlAbsent` when the instrument
-    /// does not have the control now. Continue by `then()` with a context object whose thread is to do it; panels use
-    /// `Panel::ask()`.
+    /// does not have the control now. Go on by `whenFinished()`; panels use `Panel::ask()`.
     template <typename Exposed, typename Function>
     auto call(const host::Control<Exposed>& kind, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, Exposed&>>;
@@ -188,10 +201,6 @@ private:
     static QString messageOf(const std::exception_ptr& thrown);
 
     void inRoom(std::function<void(Room&)> act);
-
-    // The same when whoever asks has said what follows the answer, so that this comes by the event loop, after what is
-    // told of the call.
-    void inRoomSoon(std::function<void(Room&)> act);
     static host::InstrumentSession& sessionOf(Room& room);
     void change(const Way& way, const std::function<void(Call&)>& how);
     void setState(State state);
@@ -285,7 +294,7 @@ auto Instrument::callSession(const QString& what, Function function)
 {
     using Answer = std::invoke_result_t<Function&, host::InstrumentSession&>;
     const auto [way, promise] = ask<Answer>({}, what);
-    inRoomSoon([this, way = way, promise = promise, function = std::move(function)](Room& room) mutable {
+    inRoom([this, way = way, promise = promise, function = std::move(function)](Room& room) mutable {
         make(way, *promise, [&] { return function(sessionOf(room)); });
     });
     return promise->future();

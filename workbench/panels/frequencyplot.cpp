@@ -2,10 +2,10 @@
 
 #include <QCategoryAxis>
 #include <QChart>
+#include <QHBoxLayout>
 #include <QLegend>
 #include <QLineSeries>
 #include <QLogValueAxis>
-#include <QVBoxLayout>
 #include <QValueAxis>
 
 #include <algorithm>
@@ -56,10 +56,11 @@ FrequencyPlot::FrequencyPlot(QWidget* parent)
 {
     m_curves->setAccessibleName(tr("Power codes over the frequency"));
     m_bands->setAccessibleName(tr("Bands of the filters over the frequency"));
-    auto* const layout = new QVBoxLayout(this);
+    auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_curves, 3);
-    layout->addWidget(m_bands, 2);
+    layout->addWidget(m_curves, 1);
+    layout->addWidget(m_bands, 1);
+    setMinimumHeight(fontMetrics().height() * 15);
     m_bands->chart()->legend()->hide();
     m_curves->chart()->legend()->setAlignment(Qt::AlignTop);
 }
@@ -126,6 +127,7 @@ void FrequencyPlot::showBands(const std::vector<Band>& bands)
     auto& names = addAxis<QCategoryAxis>(chart, Qt::AlignLeft, {});
     for (std::size_t i = 0; i < bands.size(); ++i)
         names.append(bands[i].name, static_cast<double>(i + 1));
+    names.setLabelsPosition(QCategoryAxis::AxisLabelsPositionCenter);
     names.setRange(0, static_cast<double>(std::max<std::size_t>(bands.size(), 1)));
     m_bands->paintInPalette();
 }

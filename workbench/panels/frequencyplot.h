@@ -5,13 +5,9 @@
 
 #include <vector>
 
-class QLogValueAxis;
-class QValueAxis;
-class QCategoryAxis;
-
 namespace tov::workbench {
 
-/// Curves of power codes over the frequency, and below them the bands in which filters are used.
+/// Curves of power codes over the frequency, and beside them the bands in which filters are used.
 class FrequencyPlot final : public QWidget
 {
     Q_OBJECT

@@ -83,27 +83,28 @@ template <typename Answer, typename Answered>
 void Panel::follow(const QString& what, QFuture<Answer> call, Answered answered)
 {
     begin(what);
-    call.then(this,
-              [this, what, answered = std::move(answered)](QFuture<Answer> answer) mutable {
-                  end(what);
-                  try {
-                      if constexpr (std::is_void_v<Answer>) {
-                          answer.waitForFinished(); // it is; throws what the call threw
-                          answered();
-                      } else {
-                          Answer taken = answer.takeResult();
-                          if (const QString why = errorOf(taken); !why.isEmpty())
-                              showFailure(what, why);
-                          else
-                              answered(std::move(taken));
-                      }
-                  } catch (const std::exception& error) {
-                      showFailure(what, QString::fromUtf8(error.what()));
-                  } catch (...) {
-                      showFailure(what, tr("something went wrong"));
-                  }
-              })
-        .onCanceled(this, [this, what] { end(what); });
+    whenFinished(call, this, [this, what, answered = std::move(answered)](QFuture<Answer> answer) mutable {
+        end(what);
+        try {
+            if constexpr (std::is_void_v<Answer>) {
+                answer.waitForFinished(); // it is; throws what the call threw
+                if (!answer.isCanceled())
+                    answered();
+            } else if (answer.isResultReadyAt(0)) {
+                Answer taken = answer.takeResult();
+                if (const QString why = errorOf(taken); !why.isEmpty())
+                    showFailure(what, why);
+                else
+                    answered(std::move(taken));
+            } else {
+                answer.waitForFinished();
+            }
+        } catch (const std::exception& error) {
+            showFailure(what, QString::fromUtf8(error.what()));
+        } catch (...) {
+            showFailure(what, tr("something went wrong"));
+        }
+    });
 }
 
 } // namespace tov::workbench

@@ -23,7 +23,7 @@ PlotView::PlotView(QWidget* parent)
 
 QColor PlotView::colorOf(int series) const
 {
-    const QColor first = palette().color(QPalette::Highlight);
+    const QColor first = palette().color(QPalette::Active, QPalette::Highlight);
     constexpr int apart = 137; // the golden angle: hues that follow are far from each other
     const bool isDark = palette().color(QPalette::Base).lightness() < palette().color(QPalette::Text).lightness();
     return QColor::fromHsl((first.hslHue() + series * apart) % 360, 170, isDark ? 155 : 105);
@@ -59,7 +59,8 @@ void PlotView::paintInPalette()
 void PlotView::changeEvent(QEvent* event)
 {
     QChartView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange
+        || event->type() == QEvent::FontChange)
         paintInPalette();
 }
 
