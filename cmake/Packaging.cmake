@@ -39,12 +39,17 @@ else()
     set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME devicesservice-tools)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} ${this_version}")
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_NAME service-workbench)
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SECTION science)
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS "${library_package} ${this_version}")
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "devicesservice-tools ${this_version}, libqt6svg6")
     # The simulated instrument and the host library go with the headers.
     foreach(component IN ITEMS DEVELOPMENT SIMULATOR HOST)
         set(CPACK_COMPONENT_${component}_GROUP development)
     endforeach()
     set(CPACK_COMPONENT_LIBRARY_GROUP library)
     set(CPACK_COMPONENT_TOOLS_GROUP tools)
+    set(CPACK_COMPONENT_WORKBENCH_GROUP workbench)
     set(CPACK_COMPONENT_DOCUMENTATION_GROUP documentation)
     set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "service controls of vector network analysers
 The plug-in library through which an application reaches the service functions of an instrument.")
@@ -55,6 +60,9 @@ The guide and the reference of all public headers, as HTML.")
     set(CPACK_DEBIAN_TOOLS_DESCRIPTION "service controls of vector network analysers - tools
 service-console, a program for production and service engineers, and service-conformance,
 which looks whether an implementation of the instrument SDK keeps to the rules.")
+    set(CPACK_DEBIAN_WORKBENCH_DESCRIPTION "service controls of vector network analysers - workbench
+service-workbench, a window on one instrument: its controls, the settings of its hardware modules,
+and a log of every call. The simulated instrument comes with devicesservice-tools.")
 endif()
 
 include(CPack)

@@ -18,7 +18,7 @@ PROJECT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = PROJECT / "build" / "clang"
 PLUGIN = BUILD / "ownsources.so"
 PASSED = pathlib.Path.home() / ".cache" / "DevicesService" / "lint"
-SHIPPED = ("service/", "platform/", "provider/", "simulator/", "host/", "tools/", "console/", "conformance/")
+SHIPPED = ("service/", "platform/", "provider/", "simulator/", "host/", "tools/", "console/", "conformance/", "workbench/")
 TIDY = ["clang-tidy-19", "--quiet", f"--load={PLUGIN}", "--checks=house-own-sources", "--warnings-as-errors=*"]
 
 
