@@ -75,11 +75,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->ignore();
-    m_closing = true;
-    m_instrument.takeBackWaiting();
-    if (const auto call = m_instrument.underWay())
+    if (m_leaving != Leaving::Closing)
+        m_instrument.takeBackWaiting();
+    const auto call = m_instrument.underWay();
+    if (call)
         askWhetherToWait(call->what);
-    else
+    else if (m_leaving != Leaving::Closing)
         closeInstrument();
 }
 
@@ -146,8 +147,6 @@ void MainWindow::showState()
         close();
         return;
     }
-    if (m_closing && !m_instrument.underWay())
-        closeInstrument();
 }
 
 void MainWindow::showCall()
@@ -162,7 +161,7 @@ void MainWindow::showCall()
     }
     m_callLabel->clear();
     m_clock->stop();
-    if (m_closing && !call)
+    if (m_leaving == Leaving::Waiting && !call)
         closeInstrument();
 }
 
@@ -170,12 +169,17 @@ void MainWindow::askWhetherToWait(const QString& what)
 {
     m_notice->show(tr("Still waiting to %1. The window closes when that is done.").arg(what));
     m_notice->offer(QStringLiteral("leave"), tr("Lea&ve without the answer"), [this] { leave(); });
+    if (m_leaving == Leaving::Closing)
+        return;
     m_notice->offer(QStringLiteral("go-on"), tr("&Stay"), [this] { goOn(); });
+    m_leaving = Leaving::Waiting;
 }
 
 void MainWindow::goOn()
 {
-    m_closing = false;
+    if (m_leaving == Leaving::Closing) // meanwhile
+        return;
+    m_leaving = Leaving::No;
     m_notice->clear();
     if (m_instrument.state() == Instrument::State::Opening)
         showState();
@@ -189,7 +193,7 @@ void MainWindow::leave()
 
 void MainWindow::closeInstrument()
 {
-    m_closing = false; // once
+    m_leaving = Leaving::Closing;
     m_instrument.close();
     QTimer::singleShot(std::chrono::seconds(1), this, [this] {
         if (m_instrument.state() != Instrument::State::Closed)

@@ -38,6 +38,12 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    enum class Leaving {
+        No,
+        Waiting, ///< for the call that is under way
+        Closing, ///< the instrument
+    };
+
     void addPanels();
     void addActions();
     void addFoot();
@@ -58,7 +64,7 @@ private:
     QLabel* m_callLabel;
     QLabel* m_stateLabel;
     QTimer* m_clock; // while a call is under way
-    bool m_closing = false;
+    Leaving m_leaving = Leaving::No;
 };
 
 } // namespace tov::workbench

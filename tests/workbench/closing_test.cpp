@@ -1,6 +1,7 @@
 #include "eventtimes.h"
 #include "silentinstrument.h"
 #include "workbench/noticebar.h"
+#include "workbench/panels/panel.h"
 #include "workbench/running.h"
 
 #include <QApplication>
@@ -19,6 +20,21 @@ namespace controls = host::controls;
 using namespace std::chrono_literals;
 
 const auto question = QStringLiteral("read the serial number");
+
+class AskingPanel final : public workbench::Panel
+{
+public:
+    using Panel::Panel;
+
+    void refresh() override
+    {
+        ask(
+            controls::serialNumber, question, [](auto& control) { return control.serialNumber(); },
+            [this](const auto& /*answer*/) { ++answers; });
+    }
+
+    int answers = 0;
+};
 
 class SilentInstrument : public OpenWindow
 {
@@ -123,11 +139,24 @@ TEST_F(SilentInstrument, IsLeftWithoutTheAnswer)
     EXPECT_TRUE(QSettings().contains("window/geometry"));
 }
 
+TEST_F(SilentInstrument, IsNamedByThePanelThatWaitsForIt)
+{
+    AskingPanel panel(instrument);
+    panel.show();
+    waitUntil([&] { return panel.findChild<QLabel*>("waiting")->isVisible(); });
+    EXPECT_EQ(panel.findChild<QLabel*>("waiting")->text(), "Waiting to read the serial number");
+    serialNumber->answer();
+    waitUntil([&] { return panel.answers == 1; });
+    EXPECT_FALSE(panel.findChild<QLabel*>("waiting")->isVisible());
+    EXPECT_EQ(panel.fault(), "");
+}
+
 TEST_F(SilentInstrument, AnswersNobodyWhenThePanelIsGone)
 {
-    ask();
+    auto panel = std::make_unique<AskingPanel>(instrument);
+    panel->show();
     awaitCall();
-    window.reset();
+    panel.reset();
     serialNumber->answer();
     waitUntil([this] { return instrument.isIdle(); });
 }
