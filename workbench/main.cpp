@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 
 namespace {
 
@@ -34,6 +35,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("service-workbench"));
     QCoreApplication::setApplicationVersion(QString::fromLatin1(tov::devices::service::version));
     QGuiApplication::setDesktopFileName(QStringLiteral("service-workbench"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("service-workbench")));
 
     return tov::workbench::runWindow(tov::workbench::Instrument::openerOf(providerAskedFor(application)));
 }

@@ -24,11 +24,11 @@ struct Call
     QString what;       ///< in words that follow "to", such as "read the serial number"
     QString control;    ///< whose it is; empty: of the instrument as a whole
     State state = State::Waiting;
-    QDateTime asked;                    ///< when it was asked for
-    QDateTime began;                    ///< when the instrument got it; invalid before
-    std::chrono::microseconds duration; ///< from its begin to its end; 0 before
-    QString thread;                     ///< on which it was made; empty before
-    QString error;                      ///< a sentence without a full stop; empty unless it failed
+    QDateTime asked;                       ///< when it was asked for
+    QDateTime began;                       ///< when the instrument got it; invalid before
+    std::chrono::microseconds duration{0}; ///< from its begin to its end; 0 before
+    QString thread;                        ///< on which it was made; empty before
+    QString error;                         ///< a sentence without a full stop; empty unless it failed
 };
 
 /// Something that a control told by itself.

@@ -97,7 +97,7 @@ public:
     }
 
     template <typename Act>
-    void tellOwner(Act act)
+    void tellOwner(const Act& act)
     {
         QMetaObject::invokeMethod(&m_owner, [&owner = m_owner, act] { act(owner); }, Qt::QueuedConnection);
     }
@@ -146,7 +146,7 @@ void Instrument::open(Opener opener)
     setState(State::Opening);
     m_openingError.clear();
     const auto [way, promise] = ask<provider::Result<Facts>>({}, tr("open the instrument"));
-    inRoom([this, way = way, promise = promise, opener = std::move(opener)](Room& room) {
+    inRoom([this, way, promise, opener = std::move(opener)](Room& room) {
         make(way, *promise, [&]() -> provider::Result<Facts> {
             auto opened = opener();
             if (!opened)
@@ -201,7 +201,7 @@ void Instrument::close()
 {
     takeBackWaiting();
     const auto [way, promise] = ask<void>({}, tr("close the instrument"));
-    inRoom([this, way = way, promise = promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
+    inRoom([this, way, promise](Room& room) { make(way, *promise, [&] { room.close(); }); });
     whenFinished(promise->future(), this, [this](const QFuture<void>& /*call*/) { setState(State::Closed); });
 }
 

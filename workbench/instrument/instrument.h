@@ -259,20 +259,19 @@ auto Instrument::callBy(const host::ControlName& kind, Run run, const QString& w
 {
     using Answer = std::invoke_result_t<Function&, Adapter>;
     const auto [way, promise] = ask<Answer>(QString::fromUtf8(kind.name), what);
-    inRoom(
-        [this, way = way, promise = promise, kind, run = std::move(run), function = std::move(function)](Room& room) {
-            try {
-                host::InstrumentSession& session = sessionOf(room);
-                // An adapter that was made before would be there even while its control is not.
-                if (!session.isPresent(kind))
-                    throw host::ControlAbsent(kind);
-                run(session, [this, way, promise, function](Adapter adapter) mutable {
-                    make(way, *promise, [&] { return function(adapter); });
-                });
-            } catch (...) {
-                make(way, *promise, [&]() -> Answer { throw; });
-            }
-        });
+    inRoom([this, way, promise, kind, run = std::move(run), function = std::move(function)](Room& room) {
+        try {
+            host::InstrumentSession& session = sessionOf(room);
+            // An adapter that was made before would be there even while its control is not.
+            if (!session.isPresent(kind))
+                throw host::ControlAbsent(kind);
+            run(session, [this, way, promise, function](Adapter adapter) mutable {
+                make(way, *promise, [&] { return function(adapter); });
+            });
+        } catch (...) {
+            make(way, *promise, [&]() -> Answer { throw; });
+        }
+    });
     return promise->future();
 }
 
@@ -294,7 +293,7 @@ auto Instrument::callSession(const QString& what, Function function)
 {
     using Answer = std::invoke_result_t<Function&, host::InstrumentSession&>;
     const auto [way, promise] = ask<Answer>({}, what);
-    inRoom([this, way = way, promise = promise, function = std::move(function)](Room& room) mutable {
+    inRoom([this, way, promise, function = std::move(function)](Room& room) mutable {
         make(way, *promise, [&] { return function(sessionOf(room)); });
     });
     return promise->future();
