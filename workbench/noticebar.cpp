@@ -49,7 +49,7 @@ void NoticeBar::clear()
     while (auto* const item = m_buttons->takeAt(0)) {
         item->widget()->deleteLater();
         item->widget()->hide();
-        delete item; // NOLINT(cppcoreguidelines-owning-memory): as takeAt() wants
+        delete item; // as takeAt() wants
     }
 }
 

@@ -79,7 +79,8 @@ TEST_F(Log, ShowsWhatContainsAText)
     call("read one thing");
     call("read another");
     const int all = lines();
-    QTest::keyClick(&find<workbench::Panel>("log"), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(window->focusWidget(), &find<QLineEdit>("filter"));
     QTest::keyClicks(&find<QLineEdit>("filter"), "ANOTHER");
     EXPECT_EQ(lines(), 1);
     EXPECT_EQ(shown(0, LogModel::What), "read another");

@@ -110,7 +110,7 @@ private:
 
 Instrument::Instrument(QObject* parent)
     : QObject(parent)
-    , m_room(new Room(*this)) // NOLINT(cppcoreguidelines-owning-memory): goes with its thread
+    , m_room(new Room(*this)) // goes with its thread
 {
     m_thread.setObjectName(QStringLiteral("instrument"));
     m_room->moveToThread(&m_thread);
@@ -158,19 +158,20 @@ void Instrument::open(Opener opener)
             return facts;
         });
     });
-    whenFinished(promise->future(), this, [this](const QFuture<provider::Result<Facts>>& call) {
-        if (call.isCanceled())
-            return setState(State::NotOpen);
+    whenFinished(promise->future(), this, [this](QFuture<provider::Result<Facts>> call) {
+        provider::Result<Facts> facts = std::unexpected(tr("it was given up"));
         try {
-            const auto facts = call.result();
-            if (facts)
-                m_facts = *facts;
-            else
-                m_openingError = facts.error();
+            call.waitForFinished(); // it is; throws what the opener threw
+            if (call.resultCount() > 0)
+                facts = call.result();
         } catch (...) {
-            m_openingError = messageOf(std::current_exception());
+            facts = std::unexpected(messageOf(std::current_exception()));
         }
-        setState(m_openingError.isEmpty() ? State::Open : State::NotOpen);
+        if (facts)
+            m_facts = *facts;
+        else
+            m_openingError = facts.error();
+        setState(facts ? State::Open : State::NotOpen);
     });
 }
 

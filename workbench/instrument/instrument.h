@@ -83,6 +83,8 @@ public:
     using Opener = std::function<provider::Result<Opened>()>;
 
     explicit Instrument(QObject* parent = nullptr);
+    Instrument(const Instrument&) = delete;
+    Instrument& operator=(const Instrument&) = delete;
 
     /// Takes back what has not begun, and waits for what has. Who cannot wait looks at `underWay()` before.
     ~Instrument() override;

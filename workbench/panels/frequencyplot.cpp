@@ -22,7 +22,7 @@ void empty(QChart& chart)
     chart.removeAllSeries();
     for (QAbstractAxis* const axis : chart.axes()) {
         chart.removeAxis(axis);
-        delete axis; // NOLINT(cppcoreguidelines-owning-memory): nobody's once it is removed
+        delete axis; // nobody's once it is removed
     }
 }
 

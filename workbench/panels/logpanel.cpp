@@ -50,7 +50,6 @@ void LogPanel::addFilter()
     connect(m_filter, &QLineEdit::textChanged, m_shown, &QSortFilterProxyModel::setFilterFixedString);
     auto* const find = new QAction(tr("Filter"), this);
     find->setShortcut(QKeySequence::Find);
-    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(find, &QAction::triggered, m_filter, qOverload<>(&QWidget::setFocus));
     addAction(find);
     auto* const row = new QHBoxLayout;

@@ -57,7 +57,7 @@ protected:
 
     /// The same for any call that was asked for.
     template <typename Answer, typename Answered>
-    void follow(const QString& what, QFuture<Answer> call, Answered answered);
+    void follow(const QString& what, const QFuture<Answer>& call, Answered answered);
 
     void showEvent(QShowEvent* event) override;
 
@@ -80,7 +80,7 @@ private:
 };
 
 template <typename Answer, typename Answered>
-void Panel::follow(const QString& what, QFuture<Answer> call, Answered answered)
+void Panel::follow(const QString& what, const QFuture<Answer>& call, Answered answered)
 {
     begin(what);
     whenFinished(call, this, [this, what, answered = std::move(answered)](QFuture<Answer> answer) mutable {

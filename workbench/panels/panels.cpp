@@ -13,7 +13,7 @@ namespace {
 template <typename Kind>
 Panel* make(Instrument& instrument)
 {
-    return new Kind(instrument); // NOLINT(cppcoreguidelines-owning-memory): the window takes it
+    return new Kind(instrument); // the window takes it
 }
 
 QString title(const char* text)

@@ -78,8 +78,7 @@ QLayout* TuningPanel::undoButtons()
     const auto add = [&](QAction* action, const QKeySequence& keys, const char* name) {
         action->setObjectName(QString::fromLatin1(name));
         action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(action);
+        addAction(action); // whose keys count while the panel is seen
         auto* const button = new QToolButton(this);
         button->setDefaultAction(action);
         button->setToolButtonStyle(Qt::ToolButtonTextOnly);
