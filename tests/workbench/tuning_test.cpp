@@ -14,7 +14,11 @@
 #include <QStackedWidget>
 #include <QTemporaryDir>
 
-#include <utility>
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace tov::testing {
 
