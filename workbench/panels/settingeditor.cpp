@@ -174,8 +174,10 @@ void SettingEditor::showNumber(NumberBox& box, const std::optional<double>& numb
 
 void SettingEditor::finish(const QJsonValue& value)
 {
-    if (value != m_read.value)
-        Q_EMIT edited(value);
+    if (value == m_read.value)
+        return;
+    m_read.value = value; // once, though the Enter key and going elsewhere both end the editing
+    Q_EMIT edited(value);
 }
 
 } // namespace tov::workbench

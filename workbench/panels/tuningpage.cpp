@@ -11,6 +11,7 @@
 #include <QSplitter>
 
 #include <algorithm>
+#include <utility>
 
 namespace tov::workbench {
 
@@ -76,7 +77,8 @@ void TuningPage::addSetting(QGridLayout& form, std::size_t index)
     form.addWidget(editor, row, 1);
     form.addWidget(meaning, row, 2);
     connect(editor, &SettingEditor::edited, this, [this, index](const QJsonValue& value) {
-        Q_EMIT edited(m_module.settings[index], m_read[index].value, value);
+        const QJsonValue before = std::exchange(m_read[index].value, value); // of the next change this is before
+        Q_EMIT edited(m_module.settings[index], before, value);
     });
 }
 

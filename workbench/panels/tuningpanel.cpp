@@ -181,10 +181,10 @@ void TuningPanel::change(std::size_t index, const TuneSetting& setting, const QJ
 void TuningPanel::reset(std::size_t index)
 {
     clearFault();
-    m_changes.clear(); // what was before is not known
     const TuneModule& module = m_pages[index].page->module();
     const QString what = tr("reset %1").arg(nameOf(module));
-    follow(what, callModule(instrument(), module, what, module.reset), [] {});
+    follow(what, callModule(instrument(), module, what, module.reset),
+           [this] { m_changes.clear(); }); // also of what was answered meanwhile: it is not known what was before
     read(index);
 }
 
