@@ -1,5 +1,6 @@
 #include "eventtimes.h"
 
+#include <QLocale>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLocale::setDefault(QLocale::c()); // as the tests write numbers
     const tov::testing::TimingApplication application(argc, argv);
     const QTemporaryDir folder;
     QCoreApplication::setOrganizationName(QStringLiteral("DevicesService"));
