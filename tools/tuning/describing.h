@@ -147,6 +147,7 @@ public:
                    },
                    .run =
                        [&kind](host::InstrumentSession& session, std::function<void(TunedAdapter)> function) {
+                           requireFrom(session, kind);
                            session.run(kind, [function = std::move(function)](Adapter& adapter) {
                                function(TunedAdapter{&adapter});
                            });

@@ -83,8 +83,8 @@ struct TuneModule
     /// The adapter of this module. Throws `Failure` when the instrument lacks it. Thread: the session's owner's.
     std::function<TunedAdapter(host::InstrumentSession&)> adapter;
 
-    /// Calls the function with it on the session's thread for calls, as `InstrumentSession::run()` does. Thread: the
-    /// session's owner's.
+    /// Calls the function with it on the session's thread for calls, as `InstrumentSession::run()` does. Throws
+    /// `Failure` when the instrument lacks it. Thread: the session's owner's.
     std::function<void(host::InstrumentSession&, std::function<void(TunedAdapter)>)> run;
 };
 
