@@ -54,6 +54,8 @@ protected:
         window = std::make_unique<workbench::MainWindow>(instrument, opener);
         EXPECT_TRUE(window->bringUp(panel));
         window->show();
+        window->activateWindow(); // for its shortcuts, also where no window manager does it
+        waitUntil([this] { return window->isActiveWindow(); });
         waitUntil([this] { return instrument.state() == workbench::Instrument::State::Open; });
     }
 

@@ -35,6 +35,8 @@ void PlotView::paintInPalette()
     const QColor ground = palette().color(QPalette::Base);
     QColor grid = text;
     grid.setAlphaF(0.18F);
+    QColor faint = text;
+    faint.setAlphaF(0.07F);
     chart()->setBackgroundBrush(ground);
     setBackgroundBrush(ground);
     chart()->setTitleBrush(text);
@@ -44,6 +46,7 @@ void PlotView::paintInPalette()
         axis->setTitleBrush(text);
         axis->setLinePenColor(text);
         axis->setGridLineColor(grid);
+        axis->setMinorGridLineColor(faint);
         axis->setTitleFont(font());
         axis->setLabelsFont(font());
     }
