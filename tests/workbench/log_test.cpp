@@ -79,6 +79,7 @@ TEST_F(Log, ShowsWhatContainsAText)
     call("read one thing");
     call("read another");
     const int all = lines();
+    activate();
     QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(window->focusWidget(), &find<QLineEdit>("filter"));
     QTest::keyClicks(&find<QLineEdit>("filter"), "ANOTHER");

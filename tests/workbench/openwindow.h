@@ -54,8 +54,6 @@ protected:
         window = std::make_unique<workbench::MainWindow>(instrument, opener);
         EXPECT_TRUE(window->bringUp(panel));
         window->show();
-        window->activateWindow(); // for its shortcuts, also where no window manager does it
-        waitUntil([this] { return window->isActiveWindow(); });
         waitUntil([this] { return instrument.state() == workbench::Instrument::State::Open; });
     }
 
@@ -64,6 +62,13 @@ protected:
         auto connection = std::make_unique<simulator::SimulatedConnection>(simulator::Configuration());
         simulated = connection.get();
         open(opens(std::move(connection)), panel);
+    }
+
+    // Only then its shortcuts count; where there is no window manager, nobody else does it.
+    void activate()
+    {
+        window->activateWindow();
+        waitUntil([this] { return window->isActiveWindow(); });
     }
 
     // A widget of the window by its class and name.

@@ -225,6 +225,7 @@ TEST_F(Tuning, LoadsATableFromAFile)
 TEST_F(Tuning, IsReachedByTheKeyboard)
 {
     EXPECT_TRUE(window->bringUp("overview"));
+    activate();
     QTest::keyClick(window.get(), Qt::Key_2, Qt::ControlModifier);
     EXPECT_TRUE(find<workbench::Panel>("tuning").isVisible());
 }
