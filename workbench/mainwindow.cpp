@@ -1,6 +1,6 @@
 #include "workbench/mainwindow.h"
 
-#include "workbench/noticebar.h"
+#include "workbench/panels/noticebar.h"
 #include "workbench/panels/panels.h"
 
 #include <QAction>

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <exception>
+#include <functional>
 #include <type_traits>
 #include <utility>
 
@@ -40,24 +41,25 @@ public:
     /// What went wrong; empty when nothing did.
     QString fault() const { return m_fault; }
 
-protected:
     Instrument& instrument() const { return m_instrument; }
-
-    /// Where the panel's own widgets go.
-    QVBoxLayout& contents() const { return *m_contents; }
 
     /// Calls `function` with the adapter, as `Instrument::call()` does, and then `answered` with what it returned, in
     /// the user interface's thread. An answer that reports a failure, as an exception does, is a fault that is shown,
-    /// and `answered` is not called.
+    /// and `answered` is not called. `ended` is called before either, also when the call was taken back.
     template <typename Exposed, typename Function, typename Answered>
-    void ask(const host::Control<Exposed>& kind, const QString& what, Function function, Answered answered)
+    void ask(const host::Control<Exposed>& kind, const QString& what, Function function, Answered answered,
+             std::function<void()> ended = [] {})
     {
-        follow(what, m_instrument.call(kind, what, std::move(function)), std::move(answered));
+        follow(what, m_instrument.call(kind, what, std::move(function)), std::move(answered), std::move(ended));
     }
 
     /// The same for any call that was asked for.
     template <typename Answer, typename Answered>
-    void follow(const QString& what, const QFuture<Answer>& call, Answered answered);
+    void follow(const QString& what, QFuture<Answer> call, Answered answered, std::function<void()> ended = [] {});
+
+protected:
+    /// Where the panel's own widgets go.
+    QVBoxLayout& contents() const { return *m_contents; }
 
     void showEvent(QShowEvent* event) override;
 
@@ -80,11 +82,12 @@ private:
 };
 
 template <typename Answer, typename Answered>
-void Panel::follow(const QString& what, const QFuture<Answer>& call, Answered answered)
+void Panel::follow(const QString& what, QFuture<Answer> call, Answered answered, std::function<void()> ended)
 {
     begin(what);
-    whenFinished(call, this, [this, what, answered = std::move(answered)](QFuture<Answer> answer) mutable {
+    whenFinished(call, this, [this, what, answered = std::move(answered), ended](QFuture<Answer> answer) mutable {
         end(what);
+        ended();
         try {
             if constexpr (std::is_void_v<Answer>) {
                 answer.waitForFinished(); // it is; throws what the call threw

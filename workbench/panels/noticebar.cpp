@@ -1,4 +1,4 @@
-#include "workbench/noticebar.h"
+#include "workbench/panels/noticebar.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

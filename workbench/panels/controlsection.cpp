@@ -1,0 +1,44 @@
+#include "workbench/panels/controlsection.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace tov::workbench {
+
+ControlSection::ControlSection(Instrument& instrument, const host::ControlName& kind, const QString& title,
+                               QWidget* parent)
+    : QGroupBox(title, parent)
+    , m_absent(new QLabel(tr("Absent: the instrument has no %1 control now.").arg(QString::fromUtf8(kind.name)), this))
+    , m_inside(new QWidget(this))
+    , m_contents(new QVBoxLayout(m_inside))
+{
+    setObjectName(QString::fromUtf8(kind.name));
+    setFlat(title.isEmpty());
+    m_absent->setObjectName(QStringLiteral("absent"));
+    QFont italic = m_absent->font();
+    italic.setItalic(true);
+    m_absent->setFont(italic);
+    m_absent->setWordWrap(true);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_absent);
+    layout->addWidget(m_inside, 1);
+    m_contents->setContentsMargins(0, 0, 0, 0);
+    if (title.isEmpty())
+        layout->setContentsMargins(0, 0, 0, 0);
+
+    connect(&instrument, &Instrument::presenceChanged, this,
+            [this, &instrument, kind] { showPresence(instrument.isPresent(kind)); });
+    m_absent->setVisible(false); // nobody has looked yet
+    if (instrument.state() == Instrument::State::Open)
+        showPresence(instrument.isPresent(kind));
+    else
+        m_inside->setEnabled(false);
+}
+
+void ControlSection::showPresence(bool isPresent)
+{
+    m_absent->setVisible(!isPresent);
+    m_inside->setEnabled(isPresent);
+}
+
+} // namespace tov::workbench
