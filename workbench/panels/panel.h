@@ -47,8 +47,9 @@ public:
     /// the user interface's thread. An answer that reports a failure, as an exception does, is a fault that is shown,
     /// and `answered` is not called. `ended` is called before either, also when the call was taken back.
     template <typename Exposed, typename Function, typename Answered>
-    void ask(const host::Control<Exposed>& kind, const QString& what, Function function, Answered answered,
-             std::function<void()> ended = [] {})
+    void ask(
+        const host::Control<Exposed>& kind, const QString& what, Function function, Answered answered,
+        std::function<void()> ended = [] {})
     {
         follow(what, m_instrument.call(kind, what, std::move(function)), std::move(answered), std::move(ended));
     }
