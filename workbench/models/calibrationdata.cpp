@@ -121,9 +121,9 @@ RowsModel::Rows rowsOf(const std::vector<PlanSegment>& plan)
     return rows;
 }
 
-std::vector<Band> bandsOf(const std::vector<PlanSegment>& plan)
+std::vector<PlotBand> bandsOf(const std::vector<PlanSegment>& plan)
 {
-    std::vector<Band> bands;
+    std::vector<PlotBand> bands;
     bands.reserve(plan.size());
     for (const PlanSegment& segment : plan)
         bands.push_back({inGigahertz(segment.start), inGigahertz(segment.stop), static_cast<double>(segment.points)});

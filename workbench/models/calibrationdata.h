@@ -46,7 +46,7 @@ CalibrationKind factoryPowerCalibrationKind();
 /// The plan as a table with start and stop in Hz and the points, and as bands over GHz that stand as high as they have
 /// points.
 RowsModel::Rows rowsOf(const std::vector<PlanSegment>& plan);
-std::vector<Band> bandsOf(const std::vector<PlanSegment>& plan);
+std::vector<PlotBand> bandsOf(const std::vector<PlanSegment>& plan);
 
 /// Each list of the data as a sheet, against the place in the list; empty lists have none.
 std::vector<CurveSheet> sheetsOf(const devices::service::SdkYqIfswCalibrationControl::IfswCalibrationData& data);

@@ -29,13 +29,13 @@ struct CurveSheet
 };
 
 /// A band of frequencies, and how high it stands in a plot.
-struct Band
+struct PlotBand
 {
     double from = 0.0;
     double to = 0.0;
     double height = 0.0;
 
-    friend bool operator==(const Band&, const Band&) = default;
+    friend bool operator==(const PlotBand&, const PlotBand&) = default;
 };
 
 /// A frequency in the unit of the axes, of one in Hz.

@@ -49,8 +49,8 @@ void CalibrationPage::openFile(const QString& path)
 {
     panel().clearFault();
     panel().follow(tr("read the file"),
-                   inBackground([read = m_kind.readFile, path = localPath(path)] { return read(path); }),
-                   [this, path](const CalibrationData& data) { showFile(data, path); });
+                   inBackground([reader = m_kind.readFile, path = localPath(path)] { return reader(path); }),
+                   [this, path](const CalibrationData& read) { showFile(read, path); });
 }
 
 QWidget* CalibrationPage::makePlan()
@@ -98,7 +98,7 @@ QWidget* CalibrationPage::makeFile()
                    [this](const QString& path) { openFile(path); });
     });
     connect(m_save, &QPushButton::clicked, this, [this] {
-        confirm(tr("Replace the calibration data of the instrument by those of the file?"), tr("&Replace"),
+        confirm(tr("Replace the calibration data of the instrument by those of the file?"), tr("&Yes, replace"),
                 [this] { save(); });
     });
     return file;
@@ -111,11 +111,11 @@ void CalibrationPage::showPlan(const std::vector<PlanSegment>& plan)
     m_bands->fit();
 }
 
-void CalibrationPage::showFile(const CalibrationData& data, const QString& path)
+void CalibrationPage::showFile(const CalibrationData& read, const QString& path)
 {
-    m_data = data;
-    m_facts->setText(QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), data.facts));
-    m_preview->setSheets(data.sheets);
+    m_data = read;
+    m_facts->setText(QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), read.facts));
+    m_preview->setSheets(read.sheets);
     m_save->setEnabled(true);
 }
 

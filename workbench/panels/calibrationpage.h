@@ -29,7 +29,7 @@ private:
     QWidget* makePlan();
     QWidget* makeFile();
     void showPlan(const std::vector<PlanSegment>& plan);
-    void showFile(const CalibrationData& data, const QString& path);
+    void showFile(const CalibrationData& read, const QString& path);
     void showTold(const Notification& told);
     void save();
 

@@ -115,7 +115,7 @@ void FilesPage::addFiles(const QStringList& paths)
     if (replaced.isEmpty())
         store(paths);
     else
-        confirm(tr("The instrument has %1 already. Replace?").arg(quoted(replaced)), tr("&Replace"),
+        confirm(tr("The instrument has %1 already. Replace?").arg(quoted(replaced)), tr("&Yes, replace"),
                 [this, paths] { store(paths); });
 }
 
@@ -148,13 +148,13 @@ void FilesPage::addButtons(QVBoxLayout& layout)
         chooseFiles(*this, tr("Files to be stored in the instrument"),
                     [this](const QStringList& paths) { addFiles(paths); });
     });
-    m_get = add("get-file", tr("G&et…"));
+    m_get = add("get-file", tr("Copy to a &file…"));
     connect(m_get, &QPushButton::clicked, this, [this] {
         const FileInfo file = chosenFiles().first();
         chooseTarget(*this, tr("Where to copy the file"), nameOnInstrument(file.name),
                      [this, file](const QString& path) { get(file, path); });
     });
-    m_delete = add("delete-files", tr("&Delete…"));
+    m_delete = add("delete-files", tr("Delete…"));
     connect(m_delete, &QPushButton::clicked, this, &FilesPage::askToDelete);
     layout.addLayout(buttons);
 }
@@ -248,7 +248,8 @@ void FilesPage::askToDelete()
     QStringList names;
     for (const FileInfo& file : files)
         names.append(file.name);
-    confirm(tr("Delete %1 from the instrument?").arg(quoted(names)), tr("&Delete"), [this, files] { remove(files); });
+    confirm(tr("Delete %1 from the instrument?").arg(quoted(names)), tr("&Yes, delete"),
+            [this, files] { remove(files); });
 }
 
 void FilesPage::remove(const QList<FileInfo>& files)

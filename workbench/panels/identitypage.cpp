@@ -91,13 +91,13 @@ void IdentityPage::addSerialNumber()
     m_newSerialNumber = new QLineEdit(section);
     m_newSerialNumber->setObjectName(QStringLiteral("serial-number-new"));
     m_newSerialNumber->setMaximumWidth(fontMetrics().averageCharWidth() * 20);
-    auto* const write = new QPushButton(tr("&Write…"), section);
+    auto* const write = new QPushButton(tr("Wr&ite…"), section);
     write->setObjectName(QStringLiteral("write-serial-number"));
     auto* const row = new QHBoxLayout;
     row->addWidget(m_newSerialNumber);
     row->addWidget(write);
     row->addStretch();
-    form->addRow(tr("&New:"), row);
+    form->addRow(tr("New:"), row);
     m_newSerialNumber->setAccessibleName(tr("New serial number"));
     section->contents().addLayout(form);
     contents().addWidget(section);
@@ -133,17 +133,17 @@ void IdentityPage::addUsbId()
     section->contents().addWidget(table);
     contents().addWidget(section, 1);
 
-    connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& row) {
-        if (!row.isValid())
+    connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& chosen) {
+        if (!chosen.isValid())
             return;
-        const UsbId& id = m_offeredIds.at(static_cast<std::size_t>(row.row()));
+        const UsbId& id = m_offeredIds.at(static_cast<std::size_t>(chosen.row()));
         m_newUsbId[0]->setValue(id.id1);
         m_newUsbId[1]->setValue(id.id2);
         m_newUsbId[2]->setValue(id.id3);
     });
     connect(write, &QPushButton::clicked, this, [this] {
         const UsbId id = enteredId();
-        confirm(tr("Write the USB identifier %1?").arg(textOf(id)), tr("&Write"), [this, id] { writeUsbId(id); });
+        confirm(tr("Write the USB identifier %1?").arg(textOf(id)), tr("&Yes, write"), [this, id] { writeUsbId(id); });
     });
 }
 
@@ -164,12 +164,13 @@ void IdentityPage::show(const UsbId& id)
 
 void IdentityPage::showOffered(const std::vector<UsbId>& ids)
 {
-    const auto data = [](std::uint64_t bits) { return QString::fromStdString(hexadecimal(bits, 16)); };
+    const auto inHexadecimal = [](std::uint64_t bits) { return QString::fromStdString(hexadecimal(bits, 16)); };
     RowsModel::Rows rows;
     rows.reserve(ids.size());
     for (const UsbId& id : ids)
         rows.push_back({hexadecimalWord(id.id1), hexadecimalWord(id.id2), hexadecimalWord(id.id3),
-                        QString::fromStdString(id.modelName), id.tag, data(id.data1), data(id.data2)});
+                        QString::fromStdString(id.modelName), id.tag, inHexadecimal(id.data1),
+                        inHexadecimal(id.data2)});
     m_offeredIds = ids;
     m_offered.setRows(std::move(rows));
 }
@@ -194,7 +195,7 @@ void IdentityPage::askToWriteSerialNumber()
                               .arg(std::numeric_limits<unsigned int>::max()));
         return;
     }
-    confirm(tr("Write the serial number %1?").arg(*number), tr("&Write"),
+    confirm(tr("Write the serial number %1?").arg(*number), tr("&Yes, write"),
             [this, number = *number] { writeSerialNumber(number); });
 }
 

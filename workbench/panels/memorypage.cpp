@@ -97,17 +97,17 @@ void MemoryPage::addButtons(QVBoxLayout& layout)
             chooseTarget(*this, tr("Where to copy the memory"), QStringLiteral("memory.bin"),
                          [this](const QString& path) { dump(path); });
         });
-    add("load", tr("&Load from a file…"), tr("Replaces the whole memory by a file of the same size."), [this] {
+    add("load", tr("Load &from a file…"), tr("Replaces the whole memory by a file of the same size."), [this] {
         chooseFile(*this, tr("What to replace the memory by"), tr("All files (*)"),
                    [this](const QString& path) { look(path); });
     });
-    m_fills = new QCheckBox(tr("&Fill the memory behind a shorter file with 0xFF"), m_buttons);
+    m_fills = new QCheckBox(tr("Fill the memory &behind a shorter file with 0xFF"), m_buttons);
     m_fills->setObjectName(QStringLiteral("fills"));
     grid->addWidget(m_fills, grid->rowCount(), 1);
-    add("erase", tr("Era&se…"), tr("Erases the whole memory."), [this] {
-        confirm(tr("Erase the instrument's memory? What it holds is lost."), tr("&Erase"), [this] { erase(); });
+    add("erase", tr("Er&ase…"), tr("Erases the whole memory."), [this] {
+        confirm(tr("Erase the instrument's memory? What it holds is lost."), tr("&Yes, erase"), [this] { erase(); });
     });
-    add("check", tr("C&heck"), tr("Lets the instrument look whether its memory is intact."), [this] { check(); });
+    add("check", tr("Chec&k"), tr("Lets the instrument look whether its memory is intact."), [this] { check(); });
     layout.addWidget(m_buttons);
 }
 
@@ -160,7 +160,7 @@ void MemoryPage::look(const QString& path)
         },
         [this, path](const std::expected<Bytes, Error>& contents) {
             confirm(tr("Replace the instrument's memory by the %1 bytes of %2?").arg(bytes(contents->size()), path),
-                    tr("&Replace"), [this, contents = *contents] { load(contents); });
+                    tr("&Yes, replace"), [this, contents = *contents] { load(contents); });
         });
 }
 

@@ -24,7 +24,7 @@ Page::Page(Panel& panel)
 void Page::confirm(const QString& question, const QString& verb, std::function<void()> act)
 {
     m_question->show(question);
-    m_question->offer(QStringLiteral("cancel"), tr("&Cancel"), [this] { m_question->clear(); }); // gets the focus
+    m_question->offer(QStringLiteral("cancel"), tr("Ca&ncel"), [this] { m_question->clear(); }); // gets the focus
     m_question->offer(QStringLiteral("confirm"), verb, [this, act = std::move(act)] {
         m_question->clear();
         act();

@@ -109,14 +109,14 @@ void Plot::setLevels(const std::vector<double>& levels)
     dress();
 }
 
-void Plot::setBands(const std::vector<Band>& bands)
+void Plot::setBands(const std::vector<PlotBand>& bands)
 {
     for (QAreaSeries* const band : m_bands) {
         chart()->removeSeries(band);
         band->deleteLater();
     }
     m_bands.clear();
-    for (const Band& band : bands) {
+    for (const PlotBand& band : bands) {
         auto* const top = new QLineSeries(this);
         top->append(band.from, band.height);
         top->append(band.to, band.height);

@@ -35,7 +35,7 @@ public:
     void setLevels(const std::vector<double>& levels);
 
     /// Draws these bands instead of those before, each from 0 to its height.
-    void setBands(const std::vector<Band>& bands);
+    void setBands(const std::vector<PlotBand>& bands);
 
     void setTitles(const QString& x, const QString& y);
 

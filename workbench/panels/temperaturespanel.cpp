@@ -127,7 +127,7 @@ void TemperaturesPanel::addChoices()
 
 void TemperaturesPanel::addLimit(QHBoxLayout& row)
 {
-    auto* const label = new QLabel(tr("&Limit of all"), this);
+    auto* const label = new QLabel(tr("L&imit of all"), this);
     m_limit = new QDoubleSpinBox(this);
     m_limit->setObjectName(QStringLiteral("limit"));
     m_limit->setRange(noLimit, 1000.0);
@@ -148,13 +148,13 @@ void TemperaturesPanel::addLimit(QHBoxLayout& row)
 
 void TemperaturesPanel::addTime(QHBoxLayout& row)
 {
-    m_keepsUp = new QCheckBox(tr("&Clock runs"), this);
+    m_keepsUp = new QCheckBox(tr("Cloc&k runs"), this);
     m_keepsUp->setObjectName(QStringLiteral("keeps-up"));
     m_keepsUp->setChecked(true);
     m_keepsUp->setToolTip(tr("Whether time passes for an instrument with a clock of its own"));
     row.addWidget(m_keepsUp);
     connect(m_keepsUp, &QCheckBox::toggled, this, &TemperaturesPanel::enableTime);
-    m_pass = addButton(row, QStringLiteral("pass"), tr("Let &time pass"));
+    m_pass = addButton(row, QStringLiteral("pass"), tr("Let time &pass"));
     m_pass->setToolTip(tr("At once, for an instrument with a clock of its own"));
     auto* const menu = new QMenu(m_pass);
     menu->addAction(tr("&10 seconds"), this, [this] { passTime(seconds(10)); });
@@ -171,7 +171,7 @@ void TemperaturesPanel::addFiles(QHBoxLayout& row)
         chooseTarget(*this, tr("Save the readings"), QStringLiteral("temperatures.csv"),
                      [this](const QString& path) { saveReadings(path); });
     });
-    const auto* const picture = addButton(row, QStringLiteral("save-picture"), tr("Save &picture…"));
+    const auto* const picture = addButton(row, QStringLiteral("save-picture"), tr("Save pict&ure…"));
     connect(picture, &QPushButton::clicked, this, [this] {
         chooseTarget(*this, tr("Save the picture"), QStringLiteral("temperatures.png"),
                      [this](const QString& path) { savePicture(path); });
@@ -192,7 +192,8 @@ void TemperaturesPanel::addViews()
     views->setChildrenCollapsible(false);
     views->addWidget(m_plot);
     auto* const table = makeTable(m_model, QStringLiteral("temperatures-table"), tr("Temperatures and limits"), this);
-    table->setEditTriggers(QAbstractItemView::AllEditTriggers & ~QAbstractItemView::CurrentChanged);
+    table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
+                           | QAbstractItemView::AnyKeyPressed);
     views->addWidget(table);
     views->setStretchFactor(0, 3);
     views->setStretchFactor(1, 2);

@@ -104,7 +104,7 @@ QWidget* TermsPage::makeFile()
     buttons->addStretch();
     auto* const open = new QPushButton(tr("O&pen a file…"), file);
     open->setObjectName(QStringLiteral("open-terms"));
-    m_write = new QPushButton(tr("&Write into the instrument…"), file);
+    m_write = new QPushButton(tr("Wr&ite into the instrument…"), file);
     m_write->setObjectName(QStringLiteral("write-terms"));
     m_write->setEnabled(false);
     buttons->addWidget(open);
@@ -130,7 +130,7 @@ void TermsPage::showFile(const TermsFile& file, const QString& path)
 
 void TermsPage::askToWrite()
 {
-    confirm(tr("Replace the system terms of the instrument by those of the file?"), tr("&Replace"),
+    confirm(tr("Replace the system terms of the instrument by those of the file?"), tr("&Yes, replace"),
             [this] { write(); });
 }
 
