@@ -61,9 +61,7 @@ protected:
 
     void waitUntilIdle()
     {
-        waitUntil([this] { return instrument.isIdle(); });
-        QCoreApplication::processEvents(); // what follows the last answer
-        waitUntil([this] { return instrument.isIdle(); });
+        waitUntil([this] { return instrument.isIdle() && !m_panel->isWaiting(); });
     }
 
     QString shown(const char* table, int row, int column)

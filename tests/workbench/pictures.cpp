@@ -4,19 +4,28 @@
 
 #include "simulator/plugin/simulatedconnection.h"
 #include "workbench/mainwindow.h"
+#include "workbench/panels/calibrationpage.h"
+#include "workbench/panels/filespage.h"
+#include "workbench/panels/pagedpanel.h"
 #include "workbench/panels/panels.h"
+#include "workbench/panels/termspage.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QDoubleSpinBox>
+#include <QFile>
 #include <QListWidget>
-#include <QLocale>
+#include <QMenu>
 #include <QPalette>
+#include <QPushButton>
 #include <QSettings>
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
 #include <cstdio>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -73,6 +82,71 @@ bool settle(const workbench::Instrument& instrument)
     return isIdle;
 }
 
+QString file(const QTemporaryDir& folder, const char* name, const QString& contents)
+{
+    QFile file(folder.filePath(QString::fromLatin1(name)));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(contents.toUtf8());
+    return file.fileName();
+}
+
+// What `text` gives for each of the places from 1 on, one behind the other.
+QString series(const QString& separator, const std::function<QString(int)>& text)
+{
+    constexpr int count = 41;
+    QStringList texts;
+    for (int place = 1; place <= count; ++place)
+        texts.append(text(place));
+    return texts.join(separator);
+}
+
+QString termsFile()
+{
+    const auto list = [](const char* name, double size) {
+        return QStringLiteral("\"%1\": [%2]").arg(QString::fromLatin1(name), series(",", [size](int place) {
+                                                      return QString::asprintf("[%g, %g]", size * std::cos(0.2 * place),
+                                                                               size * 0.5 * std::sin(0.31 * place));
+                                                  }));
+    };
+    return QStringLiteral("{\"time\": \"2026-01-31T12:00:00Z\", \"parameter\": 1, \"frequencies\": [%1],"
+                          "\"records\": [{\"key\": 1, \"value\": 0.5, \"number\": 201}],"
+                          "\"ports\": [{\"port\": 1, %2, %3, %4}]}")
+        .arg(series(",", [](int place) { return QString::number(place * 2e8); }), list("directivity", 0.02),
+             list("source-match", 0.1), list("reflection-tracking", 0.9));
+}
+
+QString ifswFile()
+{
+    return "vector,value1,value2,value3\n" + series("\n", [](int place) {
+               return QString::asprintf("2,%g,%g,%g", std::cos(0.1 * place), 0.3 * std::sin(0.3 * place), 0.01 * place);
+           });
+}
+
+QString powerFile()
+{
+    return "time,2026-01-31T12:00:00Z\nparameter,1.5\n"
+           "value1,value2,value3,value4,value5,value6,value7,value8,value9\n"
+           + series("\n", [](int place) {
+                 return QString::asprintf("%g,%g,0.25,1,0,20,3,0.5,0.125", place * 5e8, -10.0 - std::sin(0.2 * place));
+             });
+}
+
+// Puts something into the panels, which on a new instrument have little to show.
+void fill(const workbench::MainWindow& window, const QTemporaryDir& folder)
+{
+    const auto& temperatures = *window.findChild<workbench::Panel*>(QStringLiteral("temperatures"));
+    temperatures.findChild<QDoubleSpinBox*>(QStringLiteral("limit"))->setValue(52.0);
+    temperatures.findChild<QPushButton*>(QStringLiteral("pass"))->menu()->actions().at(2)->trigger();
+    window.findChild<workbench::FilesPage*>()->addFiles({file(folder, "notes.txt", "measured on bench 3"),
+                                                         file(folder, "adjustment.csv", QString(90'000, ';')),
+                                                         file(folder, "history.log", QString(12'000, '.'))});
+    window.findChild<workbench::TermsPage*>()->openFile(file(folder, "terms.json", termsFile()));
+    window.findChild<workbench::CalibrationPage*>(QStringLiteral("ifsw-page"))
+        ->openFile(file(folder, "switch.csv", ifswFile()));
+    window.findChild<workbench::CalibrationPage*>(QStringLiteral("factory-power-page"))
+        ->openFile(file(folder, "power.csv", powerFile()));
+}
+
 bool take(const QString& suffix, const QDir& folder)
 {
     workbench::Instrument instrument;
@@ -81,6 +155,10 @@ bool take(const QString& suffix, const QDir& folder)
     window.show();
     if (!QTest::qWaitFor([&] { return instrument.state() == workbench::Instrument::State::Open; }, 60'000))
         return false;
+    if (!settle(instrument))
+        return false;
+    const QTemporaryDir files;
+    fill(window, files);
     for (const workbench::PanelKind& panel : workbench::panelKinds()) {
         window.bringUp(panel.name);
         const auto picture = [&](const QString& name) {
@@ -88,6 +166,10 @@ bool take(const QString& suffix, const QDir& folder)
         };
         if (!picture(panel.name))
             return false;
+        if (auto* const paged = window.findChild<workbench::PagedPanel*>(panel.name))
+            for (const QString& page : paged->pages())
+                if (!paged->bringUpPage(page) || !picture(page))
+                    return false;
         auto* const pages = window.findChild<QWidget*>(panel.name)->findChild<QListWidget*>();
         for (int row = 0; pages != nullptr && row < pages->count(); ++row) {
             pages->setCurrentRow(row);
@@ -109,7 +191,6 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("workbench-pictures"));
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
-    QLocale::setDefault(QLocale(QLocale::English));
     QApplication::setStyle(QStringLiteral("Fusion"));
     const QDir folder(QString::fromLocal8Bit(argc > 1 ? argv[1] : ""));
     if (argc != 2 || !folder.mkpath(QStringLiteral("."))) {

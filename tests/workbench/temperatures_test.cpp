@@ -33,7 +33,7 @@ protected:
     {
         open(QStringLiteral("temperatures"));
         find<QCheckBox>("keeps-up").setChecked(false); // so that nothing comes but what the test wants
-        waitUntil([this] { return rows() > 0 && instrument.isIdle(); });
+        waitUntil([this] { return rows() > 0 && instrument.isIdle() && !panel().isWaiting(); });
     }
 
     int rows() { return find<QTableView>(table).model()->rowCount(); }
@@ -43,7 +43,8 @@ protected:
         return model->index(row, column).data().toString();
     }
     double now(int row) { return shown(row, TemperaturesModel::Latest).toDouble(); }
-    QString fault() { return find<workbench::Panel>("temperatures").fault(); }
+    workbench::Panel& panel() { return find<workbench::Panel>("temperatures"); }
+    QString fault() { return panel().fault(); }
     QList<QPointF> curve(int number)
     {
         auto* const series = find<workbench::Plot>("temperatures-plot").chart()->series().at(number);

@@ -20,6 +20,14 @@ void PagedPanel::refresh()
     readPageInFront();
 }
 
+QStringList PagedPanel::pages() const
+{
+    QStringList names;
+    for (int i = 0; i < m_pages->count(); ++i)
+        names.append(page(i)->objectName());
+    return names;
+}
+
 bool PagedPanel::bringUpPage(const QString& name)
 {
     for (int i = 0; i < m_pages->count(); ++i)

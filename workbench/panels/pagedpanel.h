@@ -5,6 +5,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 class QTabWidget;
 
@@ -20,6 +21,9 @@ public:
 
     /// Reads the page in front, and the others when they come there.
     void refresh() override;
+
+    /// The object names of the pages, in their order.
+    QStringList pages() const;
 
     /// Brings the page of this object name to the front; false when there is none.
     bool bringUpPage(const QString& name);

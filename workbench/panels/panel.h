@@ -41,6 +41,9 @@ public:
     /// What went wrong; empty when nothing did.
     QString fault() const { return m_fault; }
 
+    /// Whether something that was asked for has not been answered yet.
+    bool isWaiting() const { return !m_waiting.isEmpty(); }
+
     Instrument& instrument() const { return m_instrument; }
 
     /// Calls `function` with the adapter, as `Instrument::call()` does, and then `answered` with what it returned, in
