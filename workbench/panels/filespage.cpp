@@ -199,7 +199,8 @@ void FilesPage::store(const QStringList& paths)
 {
     panel().clearFault();
     // Whichever of the three figures it is, the room is not more.
-    const auto room = std::max({m_space.value1, m_space.value2, m_space.value3});
+    const auto room =
+        m_space ? std::max({m_space->value1, m_space->value2, m_space->value3}) : std::uint64_t{muchMemory};
     const auto most = static_cast<qint64>(std::min(room, static_cast<std::uint64_t>(muchMemory)));
     m_storing->setMaximum(m_toStore == 0 ? static_cast<int>(paths.size())
                                          : m_storing->maximum() + static_cast<int>(paths.size()));

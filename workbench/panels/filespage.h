@@ -6,6 +6,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <optional>
+
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -48,7 +50,7 @@ private:
 
     RowsModel m_rows;
     QList<FileInfo> m_files; // of the rows
-    SpaceInfo m_space;
+    std::optional<SpaceInfo> m_space; // as it was read last
     int m_toStore = 0;
     QTableView* m_table = nullptr;
     QLabel* m_room;
