@@ -1,6 +1,6 @@
 #include "eventtimes.h"
 #include "silentinstrument.h"
-#include "workbench/noticebar.h"
+#include "workbench/panels/noticebar.h"
 #include "workbench/panels/panel.h"
 #include "workbench/running.h"
 
