@@ -50,7 +50,7 @@ public:
 private:
     struct Reading
     {
-        qint64 time;                // in ms since 1970
+        qint64 time = 0;            // in ms since 1970
         QList<double> temperatures; // of each place that there was then; NaN when it was not read
     };
 

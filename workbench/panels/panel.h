@@ -52,14 +52,16 @@ public:
     template <typename Exposed, typename Function, typename Answered>
     void ask(
         const host::Control<Exposed>& kind, const QString& what, Function function, Answered answered,
-        std::function<void()> ended = [] {})
+        const std::function<void()>& ended = [] {})
     {
-        follow(what, m_instrument.call(kind, what, std::move(function)), std::move(answered), std::move(ended));
+        follow(what, m_instrument.call(kind, what, std::move(function)), std::move(answered), ended);
     }
 
     /// The same for any call that was asked for.
     template <typename Answer, typename Answered>
-    void follow(const QString& what, QFuture<Answer> call, Answered answered, std::function<void()> ended = [] {});
+    void follow(
+        const QString& what, const QFuture<Answer>& call, Answered answered,
+        const std::function<void()>& ended = [] {});
 
 protected:
     /// Where the panel's own widgets go.
@@ -86,7 +88,8 @@ private:
 };
 
 template <typename Answer, typename Answered>
-void Panel::follow(const QString& what, QFuture<Answer> call, Answered answered, std::function<void()> ended)
+void Panel::follow(const QString& what, const QFuture<Answer>& call, Answered answered,
+                   const std::function<void()>& ended)
 {
     begin(what);
     whenFinished(call, this, [this, what, answered = std::move(answered), ended](QFuture<Answer> answer) mutable {
