@@ -122,7 +122,7 @@ TEST_F(Calibration, SaysInASentenceWhatFailed)
     EXPECT_TRUE(onPage<QPushButton>("save-calibration").isEnabled());
 
     misbehave(controls::factoryPowerCalibration, "frequencyPlan", Answer::Throwing);
-    QTest::keyClick(window.get(), Qt::Key_F5);
+    readAnew();
     waitUntil([this] { return fault().startsWith("Could not read the frequency plan: "); });
 }
 

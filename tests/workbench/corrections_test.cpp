@@ -90,7 +90,7 @@ TEST_F(Corrections, SayInASentenceWhatFailed)
     waitUntil([this] { return fault().startsWith("Could not switch "); });
     EXPECT_EQ(isOn(row), was);
     misbehave(controls::factoryCorrections, "supportedCorrections", Answer::Throwing);
-    QTest::keyClick(window.get(), Qt::Key_F5);
+    readAnew();
     waitUntil([this] { return fault().startsWith("Could not read the corrections: "); });
 }
 

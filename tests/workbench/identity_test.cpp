@@ -89,7 +89,7 @@ TEST_F(Identity, SaysInASentenceWhatFailed)
     agree();
     waitForFault("Could not write the USB identifier: the instrument reported a failure.");
     misbehave(controls::usbId, "usbIds", Answer::Throwing);
-    QTest::keyClick(window.get(), Qt::Key_F5);
+    readAnew();
     waitUntil([this] { return fault().startsWith("Could not list the USB identifiers: "); });
 }
 

@@ -18,10 +18,14 @@ protected:
     QString result() { return textOf("memory-result"); }
     QByteArray dump()
     {
+        const QString target = path(QByteArray::number(++m_dumps));
         press("dump");
-        choose(path("memory.bin"));
-        return contentsOf(path("memory.bin"));
+        choose(target);
+        return contentsOf(target);
     }
+
+private:
+    int m_dumps = 0;
 };
 
 } // namespace

@@ -5,12 +5,15 @@
 
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
+#include <QAction>
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace tov::testing {
 
@@ -49,15 +52,21 @@ protected:
     // Answers the question of the page, which it must have asked.
     void answer(const char* button)
     {
-        EXPECT_TRUE(onPage<QPushButton>(button).isVisible());
-        press(button);
-        waitUntil([this] { return !find<workbench::Page>(m_page).findChild<QWidget*>("question")->isVisible(); });
+        const auto all = onPage<QWidget>("question").findChildren<QPushButton*>(QString::fromLatin1(button));
+        const auto shown = std::ranges::find_if(all, [](const QPushButton* each) { return each->isVisible(); });
+        if (shown == all.end())
+            throw std::logic_error(std::string("the page does not offer to ") + button);
+        QTest::mouseClick(*shown, Qt::LeftButton);
+        waitUntil([this] { return !onPage<QWidget>("question").isVisible(); });
     }
     void agree()
     {
         answer("confirm");
         waitUntilIdle();
     }
+
+    // As F5 does, which only reaches a window that the system has made active.
+    void readAnew() { find<QAction>("refresh").trigger(); }
 
     void waitUntilIdle()
     {

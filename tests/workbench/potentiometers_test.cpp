@@ -77,14 +77,14 @@ TEST_F(Potentiometers, ShowInTheirPlaceAndInASentenceWhatFailed)
     EXPECT_EQ(shown(table, 0, PotentiometersModel::Ram), "–");
 
     misbehave(controls::potentiometers, "readFromEeprom", Answer::WithError);
-    QTest::keyClick(window.get(), Qt::Key_F5);
+    readAnew();
     waitForFault(
         "Could not read what is in EEPROM of the potentiometers 0, 1, 2, 3, 4, 5, 6, 7: the instrument reported "
         "a failure.");
     EXPECT_EQ(shown(table, 3, PotentiometersModel::Eeprom), "failed");
 
     misbehave(controls::potentiometers, "potentiometers", Answer::Throwing);
-    QTest::keyClick(window.get(), Qt::Key_F5);
+    readAnew();
     waitUntil([this] { return fault().startsWith("Could not read the potentiometers: "); });
 }
 

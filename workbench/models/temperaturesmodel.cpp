@@ -56,11 +56,11 @@ std::vector<double> TemperaturesModel::limits() const
     return limits;
 }
 
-bool TemperaturesModel::isAbove(int row) const
+double TemperaturesModel::excess(int row) const
 {
     const auto allowed = limit(row);
     const auto latest = m_history.latest(row);
-    return allowed && latest && *latest > *allowed;
+    return allowed && latest ? *latest - *allowed : 0.0;
 }
 
 std::vector<Curve> TemperaturesModel::curves(const QDateTime& begin, qsizetype most) const
@@ -180,7 +180,7 @@ QString TemperaturesModel::text(int row, int column) const
         return degrees(limit(row));
     default:
         if (isAbove(row))
-            return tr("▲ too warm by %1").arg(degrees(*m_history.latest(row) - *limit(row)));
+            return tr("▲ too warm by %1").arg(degrees(excess(row)));
         return limit(row) ? tr("within") : QString();
     }
 }

@@ -39,7 +39,7 @@ public:
     /// The limits of the rows that are shown, each once, from the lowest.
     std::vector<double> limits() const;
 
-    bool isAbove(int row) const;
+    bool isAbove(int row) const { return excess(row) > 0.0; }
 
     /// Whether the curve of a row is to be shown.
     bool isShown(int row) const { return !m_hidden.contains(m_history.names().at(row)); }
@@ -59,6 +59,7 @@ Q_SIGNALS:
     void choiceChanged();
 
 private:
+    double excess(int row) const; // in °C above the limit; not above 0 without one
     QString text(int row, int column) const;
     bool setLimit(int row, const QString& text);
 

@@ -6,12 +6,11 @@ namespace tov::workbench {
 
 namespace {
 
-QFileDialog& open(QWidget& parent, const QString& title, const std::function<void(const QStringList&)>& chosen)
+QFileDialog& make(QWidget& parent, const QString& title, const std::function<void(const QStringList&)>& chosen)
 {
     auto* const dialog = new QFileDialog(&parent, title);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QFileDialog::filesSelected, &parent, chosen);
-    dialog->open(); // which returns at once
     return *dialog;
 }
 
@@ -25,22 +24,26 @@ std::function<void(const QStringList&)> first(const std::function<void(const QSt
 void chooseFile(QWidget& parent, const QString& title, const QString& filter,
                 const std::function<void(const QString&)>& chosen)
 {
-    QFileDialog& dialog = open(parent, title, first(chosen));
+    QFileDialog& dialog = make(parent, title, first(chosen));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilter(filter);
+    dialog.open(); // which returns at once
 }
 
 void chooseFiles(QWidget& parent, const QString& title, const std::function<void(const QStringList&)>& chosen)
 {
-    open(parent, title, chosen).setFileMode(QFileDialog::ExistingFiles);
+    QFileDialog& dialog = make(parent, title, chosen);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.open();
 }
 
 void chooseTarget(QWidget& parent, const QString& title, const QString& name,
                   const std::function<void(const QString&)>& chosen)
 {
-    QFileDialog& dialog = open(parent, title, first(chosen));
+    QFileDialog& dialog = make(parent, title, first(chosen));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.selectFile(name);
+    dialog.open();
 }
 
 std::string localPath(const QString& path)

@@ -49,7 +49,7 @@ private:
     void remove(const QList<FileInfo>& files);
 
     RowsModel m_rows;
-    QList<FileInfo> m_files; // of the rows
+    QList<FileInfo> m_files;          // of the rows
     std::optional<SpaceInfo> m_space; // as it was read last
     int m_toStore = 0;
     QTableView* m_table = nullptr;
