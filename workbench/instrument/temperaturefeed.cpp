@@ -56,8 +56,7 @@ private:
     {
         const std::lock_guard guard(m_mutex);
         if (m_feed != nullptr)
-            QMetaObject::invokeMethod(
-                m_feed, [feed = m_feed, reading] { Q_EMIT feed->told(reading); }, Qt::QueuedConnection);
+            Q_EMIT m_feed->told(reading);
     }
 
     std::atomic<milliseconds> m_ahead = milliseconds(0); // how far the instrument's clock is, of that on the wall

@@ -4,7 +4,6 @@
 
 #include <QDateTime>
 #include <QFuture>
-#include <QMetaType>
 #include <QObject>
 
 #include <chrono>
@@ -23,7 +22,7 @@ struct TemperatureReading
 
 /// Takes a reading of the temperatures whenever the instrument tells of new ones, from the first `read()` on.
 ///
-/// Thread: *owner's thread*, where its signal is emitted too.
+/// Thread: *owner's thread*, but for the signal.
 class TemperatureFeed final : public QObject
 {
     Q_OBJECT
@@ -45,7 +44,8 @@ public:
     QFuture<provider::Result<void>> keepUp(std::chrono::milliseconds time);
 
 Q_SIGNALS:
-    /// The instrument told of new temperatures, which are these.
+    /// The instrument told of new temperatures, which are these. Emitted on the *SDK's notification thread*: connect it
+    /// with a context object of the thread that is to know.
     void told(const tov::workbench::TemperatureReading& reading);
 
 private:

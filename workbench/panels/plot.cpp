@@ -5,7 +5,6 @@
 #include <QDateTime>
 #include <QDateTimeAxis>
 #include <QEvent>
-#include <QGraphicsLayout>
 #include <QLegend>
 #include <QLineSeries>
 #include <QValueAxis>
@@ -48,19 +47,14 @@ struct Reach
 } // namespace
 
 Plot::Plot(const QString& name, QWidget* parent, QAbstractAxis* x)
-    : QChartView(parent)
+    : PlotView(parent)
     , m_x(x != nullptr ? x : new QValueAxis(this))
     , m_y(new QValueAxis(this))
 {
     setAccessibleName(name);
-    setRenderHint(QPainter::Antialiasing);
-    setFrameShape(QFrame::NoFrame);
     setMinimumHeight(fontMetrics().height() * 9);
     chart()->addAxis(m_x, Qt::AlignBottom);
     chart()->addAxis(m_y, Qt::AlignLeft);
-    chart()->layout()->setContentsMargins(0, 0, 0, 0);
-    chart()->setMargins({4, 4, 4, 4});
-    chart()->setBackgroundRoundness(0);
     chart()->legend()->setAlignment(Qt::AlignRight);
     dress();
 }
@@ -187,7 +181,7 @@ void Plot::fitHeight(double from, double to)
 
 void Plot::changeEvent(QEvent* event)
 {
-    QChartView::changeEvent(event);
+    PlotView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
         dress();
 }
@@ -203,45 +197,19 @@ QLineSeries* Plot::addLine()
 
 void Plot::dress()
 {
-    chart()->setBackgroundBrush(palette().base());
-    chart()->setBackgroundPen(Qt::NoPen);
-    chart()->setPlotAreaBackgroundVisible(false);
-    chart()->legend()->setLabelColor(palette().color(QPalette::Text));
+    paintInPalette();
     chart()->legend()->setFont(font());
-    dressAxis(*m_x);
-    dressAxis(*m_y);
     static constexpr std::array styles = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
     for (std::size_t i = 0; i < m_curves.size(); ++i)
-        m_curves[i]->setPen(QPen(colourOf(i), curveWidth, styles.at(i % styles.size())));
+        m_curves[i]->setPen(QPen(colorOf(static_cast<int>(i)), curveWidth, styles.at(i % styles.size())));
     for (QLineSeries* const level : m_levels)
-        level->setPen(QPen(palette().color(QPalette::Text), 1.0, Qt::CustomDashLine));
+        level->setPen(QPen(palette().color(QPalette::Text), 1.0, Qt::DashLine));
     for (QAreaSeries* const band : m_bands) {
         QColor inside = palette().color(QPalette::Highlight);
         band->setPen(QPen(inside, curveWidth));
         inside.setAlphaF(0.35F);
         band->setBrush(inside);
     }
-}
-
-void Plot::dressAxis(QAbstractAxis& axis) const
-{
-    const QColor text = palette().color(QPalette::Text);
-    QColor grid = text;
-    grid.setAlphaF(0.15F);
-    axis.setLabelsBrush(text);
-    axis.setTitleBrush(text);
-    axis.setLabelsFont(font());
-    axis.setTitleFont(font());
-    axis.setLinePenColor(text);
-    axis.setGridLineColor(grid);
-}
-
-QColor Plot::colourOf(std::size_t curve) const
-{
-    // Steps of the golden angle keep neighbours far apart, however many there are.
-    const double hue = std::fmod(0.58 + static_cast<double>(curve) * 0.381966, 1.0);
-    const bool isDark = palette().color(QPalette::Base).lightnessF() < 0.5F;
-    return QColor::fromHslF(static_cast<float>(hue), 0.75F, isDark ? 0.65F : 0.38F);
 }
 
 } // namespace tov::workbench

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "workbench/models/curves.h"
+#include "workbench/panels/plotview.h"
 
-#include <QChartView>
-#include <QColor>
 #include <QString>
 
 #include <vector>
@@ -15,9 +14,8 @@ class QValueAxis;
 
 namespace tov::workbench {
 
-/// Draws curves, levels and bands in the colours of the window's palette, which it follows. Each curve has a colour by
-/// its place, and every fourth the same dashes.
-class Plot final : public QChartView
+/// Draws curves, levels and bands. Each curve has a colour by its place, and every fourth the same dashes.
+class Plot final : public PlotView
 {
     Q_OBJECT
 
@@ -49,8 +47,6 @@ protected:
 private:
     QLineSeries* addLine();
     void dress();
-    void dressAxis(QAbstractAxis& axis) const;
-    QColor colourOf(std::size_t curve) const;
     void fitHeight(double from, double to);
 
     QAbstractAxis* m_x;

@@ -5,7 +5,7 @@
 namespace tov::workbench {
 
 /// A plot in the colours of the palette, which it takes anew when that changes; it moves nothing by itself.
-class PlotView final : public QChartView
+class PlotView : public QChartView
 {
     Q_OBJECT
 

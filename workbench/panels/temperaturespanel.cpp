@@ -24,6 +24,8 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace tov::workbench {
 
@@ -37,6 +39,14 @@ constexpr qsizetype mostPoints = 500; // of a curve: about the width of a plot
 constexpr double noLimit = -273.0;    // °C, where no limit can be
 const auto spanKey = QStringLiteral("temperatures/span");
 const auto limitKey = QStringLiteral("temperatures/limit");
+
+void write(const LocalTarget& target, const std::vector<std::vector<std::string>>& lines)
+{
+    CsvLog log(target, lines.front());
+    for (std::size_t i = 1; i < lines.size(); ++i)
+        log.add(lines[i]);
+    log.requireWritten();
+}
 
 QPushButton* addButton(QHBoxLayout& row, const QString& name, const QString& label)
 {
@@ -253,12 +263,8 @@ void TemperaturesPanel::draw()
 void TemperaturesPanel::saveReadings(const QString& path)
 {
     clearFault();
-    follow(tr("save the readings"), inBackground([target = targetAt(path), lines = m_model.history().lines()] {
-               CsvLog log(target, lines.front());
-               std::for_each(std::next(lines.begin()), lines.end(), [&](const auto& line) { log.add(line); });
-               log.requireWritten();
-           }),
-           [] {});
+    follow(tr("save the readings"),
+           inBackground([target = targetAt(path), lines = m_model.history().lines()] { write(target, lines); }), [] {});
 }
 
 void TemperaturesPanel::savePicture(const QString& path)
