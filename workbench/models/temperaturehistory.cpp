@@ -21,24 +21,49 @@ std::optional<double> ifRead(double temperature)
     return std::isnan(temperature) ? std::nullopt : std::optional(temperature);
 }
 
-// Of each so many neighbours the least and the greatest, in their order.
-QList<QPointF> thinned(const QList<QPointF>& points, qsizetype neighbours)
+/// Takes points, of which it keeps the least and the greatest of each so many neighbours, in their order.
+class Thinning
 {
-    const auto lower = [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); };
-    QList<QPointF> kept;
-    kept.reserve(2 * (points.size() / neighbours + 1));
-    for (auto from = points.begin(); from != points.end();) {
-        const auto to = from + std::min<qsizetype>(neighbours, points.end() - from);
-        auto [first, second] = std::minmax_element(from, to, lower);
-        if (second < first)
-            std::swap(first, second);
-        kept.append(*first);
-        if (second != first)
-            kept.append(*second);
-        from = to;
+public:
+    explicit Thinning(qsizetype neighbours)
+        : m_neighbours(neighbours)
+    {
     }
-    return kept;
-}
+
+    void take(const QPointF& point)
+    {
+        if (m_taken == 0)
+            m_least = m_greatest = point;
+        if (point.y() < m_least.y())
+            m_least = point;
+        if (point.y() > m_greatest.y())
+            m_greatest = point;
+        if (++m_taken == m_neighbours)
+            keep();
+    }
+
+    QList<QPointF> points()
+    {
+        if (m_taken > 0)
+            keep();
+        return std::move(m_kept);
+    }
+
+private:
+    void keep()
+    {
+        m_kept.append(m_least.x() < m_greatest.x() ? m_least : m_greatest);
+        if (m_least != m_greatest)
+            m_kept.append(m_least.x() < m_greatest.x() ? m_greatest : m_least);
+        m_taken = 0;
+    }
+
+    const qsizetype m_neighbours;
+    qsizetype m_taken = 0;
+    QPointF m_least;
+    QPointF m_greatest;
+    QList<QPointF> m_kept;
+};
 
 } // namespace
 
@@ -92,14 +117,12 @@ Curve TemperatureHistory::curve(int place, const QDateTime& begin, qsizetype mos
     auto from = std::ranges::lower_bound(m_readings, begin.toMSecsSinceEpoch(), {}, &Reading::time);
     if (from != m_readings.begin())
         --from; // the line comes from there
-    Curve curve{m_names.at(place), {}};
-    curve.points.reserve(std::distance(from, m_readings.end()));
+    const qsizetype count = std::distance(from, m_readings.end());
+    Thinning thinning(count > most ? 2 * ((count + most - 1) / most) : 1);
     for (auto reading = from; reading != m_readings.end(); ++reading)
         if (const double read = temperature(*reading, place); !std::isnan(read))
-            curve.points.append({static_cast<double>(reading->time), read});
-    if (curve.points.size() > most)
-        curve.points = thinned(curve.points, 2 * ((curve.points.size() + most - 1) / most));
-    return curve;
+            thinning.take({static_cast<double>(reading->time), read});
+    return {m_names.at(place), thinning.points()};
 }
 
 std::vector<std::vector<std::string>> TemperatureHistory::lines() const

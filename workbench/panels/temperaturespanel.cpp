@@ -264,7 +264,8 @@ void TemperaturesPanel::saveReadings(const QString& path)
 {
     clearFault();
     follow(tr("save the readings"),
-           inBackground([target = targetAt(path), lines = m_model.history().lines()] { write(target, lines); }), [] {});
+           inBackground([target = targetAt(path), history = m_model.history()] { write(target, history.lines()); }),
+           [] {});
 }
 
 void TemperaturesPanel::savePicture(const QString& path)
