@@ -2,8 +2,8 @@
 
 #include "workbench/instrument/instrument.h"
 
-#include <QGroupBox>
 #include <QString>
+#include <QWidget>
 
 class QLabel;
 class QVBoxLayout;
@@ -11,7 +11,7 @@ class QVBoxLayout;
 namespace tov::workbench {
 
 /// What belongs to one control. While the instrument does not have it, a line says so, and nothing in it can be used.
-class ControlSection final : public QGroupBox
+class ControlSection final : public QWidget
 {
     Q_OBJECT
 

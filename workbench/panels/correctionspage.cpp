@@ -48,9 +48,8 @@ CorrectionsPage::CorrectionsPage(Panel& panel)
     auto* const hint = new QLabel(tr("A box switches a correction whose data are valid and that may be switched."));
     hint->setForegroundRole(QPalette::PlaceholderText);
     section->contents().addWidget(hint);
-    auto* const table = makeTable(m_model, QStringLiteral("corrections"), tr("Factory corrections"), section);
-    table->setColumnWidth(CorrectionsModel::Name, fontMetrics().averageCharWidth() * 30);
-    section->contents().addWidget(table);
+    section->contents().addWidget(
+        makeTable(m_model, QStringLiteral("corrections"), tr("Factory corrections"), section, {30}));
     contents().addWidget(section);
     connect(&m_model, &CorrectionsModel::switched, this, &CorrectionsPage::switchTo);
     connect(&instrument(), &Instrument::notified, this, &CorrectionsPage::hear);

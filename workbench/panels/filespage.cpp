@@ -65,9 +65,8 @@ FilesPage::FilesPage(Panel& panel)
     auto* const section = new ControlSection(instrument(), controls::fileMemory, {}, this);
     QVBoxLayout& layout = section->contents();
     contents().addWidget(section);
-    m_table = makeTable(m_rows, QStringLiteral("files"), tr("Files of the instrument"), section);
+    m_table = makeTable(m_rows, QStringLiteral("files"), tr("Files of the instrument"), section, {48});
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_table->setColumnWidth(0, fontMetrics().averageCharWidth() * 48);
     layout.addWidget(m_table, 1);
 
     auto* const room = new QHBoxLayout;

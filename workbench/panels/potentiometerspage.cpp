@@ -45,12 +45,11 @@ PotentiometersPage::PotentiometersPage(Panel& panel)
     : Page(panel)
 {
     auto* const section = new ControlSection(instrument(), controls::potentiometers, {}, this);
-    auto* const table =
-        makeTable(m_model, QStringLiteral("potentiometers-table"), tr("Potentiometers of the instrument"), section);
+    auto* const table = makeTable(m_model, QStringLiteral("potentiometers-table"),
+                                  tr("Potentiometers of the instrument"), section, {8, 30});
     table->setSelectionBehavior(QAbstractItemView::SelectItems);
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                            | QAbstractItemView::AnyKeyPressed);
-    table->setColumnWidth(PotentiometersModel::Name, fontMetrics().averageCharWidth() * 30);
     section->contents().addWidget(table);
     contents().addWidget(section);
 

@@ -7,7 +7,8 @@
 
 namespace tov::workbench {
 
-QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName, QWidget* parent)
+QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName, QWidget* parent,
+                      const QList<int>& widths)
 {
     auto* const table = new QTableView(parent);
     table->setObjectName(name);
@@ -23,6 +24,8 @@ QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QStr
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setDefaultSectionSize(table->fontMetrics().averageCharWidth() * 16);
+    for (int column = 0; column < widths.size(); ++column)
+        table->setColumnWidth(column, table->fontMetrics().averageCharWidth() * widths.at(column));
     rememberColumns(*table->horizontalHeader(), name);
     return table;
 }
