@@ -31,6 +31,15 @@ struct Stored
     bool flag;
 };
 
+RowsModel::Rows rowsOf(const std::vector<ISystemTermsControl::TermsRecord>& records)
+{
+    RowsModel::Rows rows;
+    rows.reserve(records.size());
+    for (const auto& record : records)
+        rows.push_back({static_cast<qlonglong>(record.key), record.value, static_cast<qlonglong>(record.number)});
+    return rows;
+}
+
 } // namespace
 
 TermsPage::TermsPage(Panel& panel)
@@ -56,12 +65,7 @@ void TermsPage::refresh()
         controls::systemTerms, tr("read the records of the system terms"),
         [](ISystemTermsControl& control) { return Stored{control.termsRecords(), control.systemTermsFlag()}; },
         [this](const Stored& stored) {
-            RowsModel::Rows rows;
-            rows.reserve(stored.records.size());
-            for (const auto& record : stored.records)
-                rows.push_back(
-                    {static_cast<qlonglong>(record.key), record.value, static_cast<qlonglong>(record.number)});
-            m_records.setRows(std::move(rows));
+            m_records.setRows(rowsOf(stored.records));
             m_flag->setText(stored.flag ? tr("The flag of the terms is on.") : tr("The flag of the terms is off."));
         });
 }
