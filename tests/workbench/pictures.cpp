@@ -15,6 +15,7 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QListWidget>
+#include <QLocale>
 #include <QMenu>
 #include <QPalette>
 #include <QPushButton>
