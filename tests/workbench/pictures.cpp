@@ -192,6 +192,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("workbench-pictures"));
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    QLocale::setDefault(QLocale(QLocale::English));
     QApplication::setStyle(QStringLiteral("Fusion"));
     const QDir folder(QString::fromLocal8Bit(argc > 1 ? argv[1] : ""));
     if (argc != 2 || !folder.mkpath(QStringLiteral("."))) {
