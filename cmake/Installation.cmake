@@ -8,6 +8,7 @@
 #   tools          service-console and service-conformance with their manual pages, completion for bash, zsh and fish,
 #                  the provider of the simulated instrument
 #   python         the Python module with its types, where it is built, and the example of a production test
+#   workbench      service-workbench with its manual page, icon and entry in the menus, where it is built
 #   documentation  the manual, where it is made
 #
 # The tree may be moved as a whole.
@@ -110,6 +111,17 @@ if(TARGET service-console)
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tools)
     install(FILES "${PROJECT_SOURCE_DIR}/conformance/service-conformance.1"
         DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+endif()
+
+if(TARGET service-workbench)
+    install(TARGETS service-workbench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT workbench)
+    set_target_properties(service-workbench PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    install(FILES "${PROJECT_SOURCE_DIR}/workbench/service-workbench.1"
+        DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT workbench)
+    install(FILES "${PROJECT_SOURCE_DIR}/workbench/desktop/service-workbench.desktop"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT workbench)
+    install(FILES "${PROJECT_SOURCE_DIR}/workbench/desktop/service-workbench.svg"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps" COMPONENT workbench)
 endif()
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME}"

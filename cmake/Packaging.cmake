@@ -51,6 +51,10 @@ else()
             "${PROJECT_SOURCE_DIR}/cmake/python3-devicesservice/postinst"
             "${PROJECT_SOURCE_DIR}/cmake/python3-devicesservice/prerm")
     endif()
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_NAME service-workbench)
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SECTION science)
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS "${library_package} ${this_version}")
+    set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "devicesservice-tools ${this_version}, libqt6svg6")
     # The simulated instrument and the host library go with the headers.
     foreach(component IN ITEMS DEVELOPMENT SIMULATOR TESTING HOST)
         set(CPACK_COMPONENT_${component}_GROUP development)
@@ -58,6 +62,7 @@ else()
     set(CPACK_COMPONENT_LIBRARY_GROUP library)
     set(CPACK_COMPONENT_TOOLS_GROUP tools)
     set(CPACK_COMPONENT_PYTHON_GROUP python)
+    set(CPACK_COMPONENT_WORKBENCH_GROUP workbench)
     set(CPACK_COMPONENT_DOCUMENTATION_GROUP documentation)
     set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "service controls of vector network analysers
 The plug-in library through which an application reaches the service functions of an instrument.")
@@ -71,6 +76,9 @@ service-console, a program for production and service engineers, and service-con
 which looks whether an implementation of the instrument SDK keeps to the rules.")
     set(CPACK_DEBIAN_PYTHON_DESCRIPTION "service controls of vector network analysers - Python 3
 The module devicesservice, with the controls of an instrument for scripts.")
+    set(CPACK_DEBIAN_WORKBENCH_DESCRIPTION "service controls of vector network analysers - workbench
+service-workbench, a window on one instrument: its controls, the settings of its hardware modules,
+and a log of every call. The simulated instrument comes with devicesservice-tools.")
 endif()
 
 include(CPack)

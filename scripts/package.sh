@@ -99,12 +99,14 @@ cp build/release/packages/*.deb "$root/packages"
 in_root() {
     chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
 }
-tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb | sed 's|^|/|')
+tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb \
+    packages/service-workbench*.deb | sed 's|^|/|')
 # shellcheck disable=SC2086
 quietly in_root apt-get install --yes --no-install-recommends $tools
 expect "All 20 controls behaved" in_root service-console demo
 expect " rules: " in_root service-conformance
 expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" in_root service-console --version
+expect "service-workbench " in_root env QT_QPA_PLATFORM=offscreen service-workbench --version
 
 quietly in_root apt-get install --yes --no-install-recommends \
     "$(cd "$root" && ls packages/python3-devicesservice*.deb | sed 's|^|/|')"
@@ -118,6 +120,8 @@ for file in bin/service-console bin/service-conformance share/man/man1/service-c
     share/man/man1/service-console.1 share/man/man1/service-console-files.1 \
     share/bash-completion/completions/service-console share/zsh/vendor-completions/_service-console \
     share/fish/vendor_completions.d/service-console.fish \
+    bin/service-workbench share/man/man1/service-workbench.1 share/applications/service-workbench.desktop \
+    share/icons/hicolor/scalable/apps/service-workbench.svg \
     share/doc/DevicesService/html/index.html; do
     for prefix in "$root/usr" "$scratch/moved" "$scratch/archive"; do
         [ -e "$prefix/$file" ] || { echo "error: $file is not installed into $prefix" >&2; exit 1; }

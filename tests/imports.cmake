@@ -1,5 +1,5 @@
-# Checks that imports run one way: console -> tools -> host, conformance, python -> host -> (service, provider) -> devices
-# -> platform/sdk. The simulator stands behind provider.
+# Checks that imports run one way: console, workbench -> tools -> host, conformance, python -> host -> (service,
+# provider) -> devices -> platform/sdk. The simulator stands behind provider.
 #
 # cmake -DSOURCE_DIR=<project> -P imports.cmake
 
@@ -51,4 +51,13 @@ endforeach()
 may_import(tools tools host provider service devices sdk utils vna)
 may_import(tools/text tools/text tools/errors.h service/calibration)
 may_import(tools/files tools/files tools/text tools/errors.h service vna)
+may_import(tools/notifications tools/notifications host service devices)
 may_import(tools/tuning tools/tuning tools/text tools/controls.h host service utils)
+
+# The rooms of the workbench, each of which may import those above it.
+may_import(workbench workbench tools host provider service devices sdk utils vna)
+set(above "")
+foreach(room IN ITEMS instrument models panels)
+    list(APPEND above workbench/${room})
+    may_import(workbench/${room} ${above} tools host provider service devices sdk utils vna)
+endforeach()

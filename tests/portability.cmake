@@ -9,7 +9,7 @@ set(own_to_one_compiler
     "|\\[\\[(gnu|clang|msvc)::|#pragma (GCC|clang|warning)|#warning|cxxabi\\.h|bits/stdc|emutls")
 string(CONCAT own_to_one_compiler ${own_to_one_compiler})
 
-foreach(folder IN ITEMS platform devices service provider simulator host console conformance)
+foreach(folder IN ITEMS platform devices service provider simulator host console conformance workbench)
     file(GLOB_RECURSE files "${SOURCE_DIR}/${folder}/*.h" "${SOURCE_DIR}/${folder}/*.cpp")
     if(NOT files)
         message(SEND_ERROR "${folder} holds no sources")

@@ -1,8 +1,8 @@
 #include "console/commands/commands.h"
 
-#include "console/notifications/observing.h"
 #include "host/loadedlibrary.h"
 #include "service/calibration/sdkcalibrationcontrolwatcher.h"
+#include "tools/notifications/observing.h"
 
 #include <QDateTime>
 

@@ -273,6 +273,7 @@ private:
     static std::vector<QString> namesOf(const auto& modules)
     {
         std::vector<QString> names;
+        names.reserve(modules.size());
         for (const auto& module : modules)
             names.push_back(module.name);
         return names;

@@ -35,9 +35,10 @@ void list(ConsoleSession& console, const Arguments& arguments)
             table.addRow({name, none, {"missing", QJsonValue(), Cell::Tone::Bad}, none, none, none, none});
             continue;
         }
+        const TunedAdapter adapter = module.adapter(console.session());
         for (const TuneSetting& setting : module.settings) {
-            const QJsonValue value = setting.read(console.session());
-            const std::string allowed = setting.write ? allowedBy(console.session(), setting) : "-";
+            const QJsonValue value = setting.read(adapter);
+            const std::string allowed = setting.write ? allowedBy(adapter, setting) : "-";
             table.addRow(
                 {name, setting.name, {shown(value), value}, setting.unit, setting.type, allowed, setting.meaning});
         }
@@ -45,9 +46,9 @@ void list(ConsoleSession& console, const Arguments& arguments)
     console.output().answer(table, "settings");
 }
 
-void answer(ConsoleSession& console, const TuneSetting& setting)
+void answer(ConsoleSession& console, const TuneModule& module, const TuneSetting& setting)
 {
-    const QJsonValue value = setting.read(console.session());
+    const QJsonValue value = setting.read(module.adapter(console.session()));
     QJsonObject json{{QString::fromStdString(setting.name), value}};
     if (!setting.unit.empty())
         json.insert("unit", QString::fromStdString(setting.unit));
@@ -56,14 +57,16 @@ void answer(ConsoleSession& console, const TuneSetting& setting)
 
 void get(ConsoleSession& console, const Arguments& arguments)
 {
-    answer(console, tuneSettingNamed(tuneModuleNamed(arguments.module), arguments.setting));
+    const TuneModule& module = tuneModuleNamed(arguments.module);
+    answer(console, module, tuneSettingNamed(module, arguments.setting));
 }
 
 void set(ConsoleSession& console, const Arguments& arguments)
 {
-    const TuneSetting& setting = tuneSettingNamed(tuneModuleNamed(arguments.module), arguments.setting);
-    changeSetting(console.session(), setting, arguments.value);
-    answer(console, setting);
+    const TuneModule& module = tuneModuleNamed(arguments.module);
+    const TuneSetting& setting = tuneSettingNamed(module, arguments.setting);
+    changeSetting(module.adapter(console.session()), setting, arguments.value);
+    answer(console, module, setting);
 }
 
 void reset(ConsoleSession& console, const Arguments& arguments)
@@ -71,7 +74,7 @@ void reset(ConsoleSession& console, const Arguments& arguments)
     const TuneModule& module = tuneModuleNamed(arguments.module);
     if (!module.reset)
         throw BadUse(arguments.module + " has no reset");
-    module.reset(console.session());
+    module.reset(module.adapter(console.session()));
     console.output().answer(arguments.module + " is reset\n", {{"reset", QString::fromStdString(arguments.module)}});
 }
 
@@ -80,7 +83,7 @@ void loadTable(ConsoleSession& console, const Arguments& arguments)
     const TuneModule& module = tuneModuleNamed(arguments.module);
     const TuneTable& table = tuneTableNamed(module, arguments.table);
     const QByteArray contents = readLocalFile(arguments.localFile);
-    table.load(console.session(), {contents.begin(), contents.end()});
+    table.load(module.adapter(console.session()), {contents.begin(), contents.end()});
     console.output().answer("loaded " + std::to_string(contents.size()) + " bytes into " + table.name + "\n",
                             {{"table", QString::fromStdString(table.name)}, {"bytes", contents.size()}});
 }

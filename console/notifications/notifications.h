@@ -2,6 +2,7 @@
 
 #include "console/notifications/notificationlines.h"
 #include "console/session/consolesession.h"
+#include "tools/notifications/hearing.h"
 
 #include <memory>
 
@@ -13,18 +14,13 @@ class Notifications
 public:
     /// Throws `Failure` when the instrument has no control that notifies. A `log` gets them too.
     explicit Notifications(ConsoleSession& console, std::shared_ptr<CsvLog> log = nullptr);
-    Notifications(const Notifications&) = delete;
-    Notifications& operator=(const Notifications&) = delete;
-    ~Notifications();
 
     /// Whether this one notified meanwhile. Thread: *any thread*.
     bool hasNotified(const host::ControlName& control) const { return m_lines->hasPrinted(control.name); }
 
 private:
-    struct Observers;
-
     const std::shared_ptr<NotificationLines> m_lines; // slots that still run at the end have a share of it
-    std::unique_ptr<Observers> m_observers;
+    Hearing m_hearing;
 };
 
 } // namespace tov::console

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace tov::console {
 
@@ -24,7 +25,7 @@ QJsonObject readSetting(InstrumentSession& session, const TuneModule& module, co
     QJsonObject row = rowOf(module, {{"setting"_L1, QString::fromStdString(setting.name)},
                                      {"unit"_L1, QString::fromStdString(setting.unit)}});
     try {
-        row["value"_L1] = setting.read(session);
+        row["value"_L1] = setting.read(module.adapter(session));
     } catch (const std::exception& error) {
         row["error"_L1] = QString::fromStdString(error.what());
     }
@@ -54,15 +55,16 @@ std::string written(const QJsonValue& value)
     return value.isDouble() ? QString::number(value.toDouble(), 'g', 17).toStdString() : shown(value);
 }
 
-const TuneSetting& settingOf(const SavedRow& saved)
+std::pair<const TuneModule&, const TuneSetting&> settingOf(const SavedRow& saved)
 {
     const std::string moduleName = saved.text("module").toStdString();
     const std::string settingName = saved.text("setting").toStdString();
     try {
-        const TuneSetting& setting = tuneSettingNamed(tuneModuleNamed(moduleName), settingName);
+        const TuneModule& module = tuneModuleNamed(moduleName);
+        const TuneSetting& setting = tuneSettingNamed(module, settingName);
         if (!setting.write)
             saved.fail("setting", "one that can be written");
-        return setting;
+        return {module, setting};
     } catch (const BadUse& error) {
         saved.fail("setting", std::string("one that this program knows: ") + error.what());
     }
@@ -70,7 +72,7 @@ const TuneSetting& settingOf(const SavedRow& saved)
 
 Restoring restoreSetting(const SavedRow& saved, const QJsonObject& now)
 {
-    const TuneSetting& setting = settingOf(saved);
+    const auto [module, setting] = settingOf(saved);
     const QJsonValue value = saved["value"];
     if (value.isNull())
         return {.act = nullptr, .refusal = "there is no way back to none"};
@@ -79,7 +81,9 @@ Restoring restoreSetting(const SavedRow& saved, const QJsonObject& now)
         saved.fail("value", setting.type);
     if (now.isEmpty())
         return {.act = nullptr, .refusal = missingControl};
-    return {.act = [&setting, asked](InstrumentSession& session) { setting.write(session, *asked); }, .refusal = {}};
+    return {.act = [&module, &setting,
+                    asked](InstrumentSession& session) { setting.write(module.adapter(session), *asked); },
+            .refusal = {}};
 }
 
 } // namespace

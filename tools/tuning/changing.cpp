@@ -5,37 +5,48 @@
 
 namespace tov::inline tools {
 
-void changeSetting(host::InstrumentSession& session, const TuneSetting& setting, const std::string& text)
+namespace {
+
+BadUse refusal(const std::string& text, const TuneSetting& setting, const std::string& instead)
+{
+    BadUse refused(quoted(text) + " is no value for " + setting.name + ": use " + instead);
+    return refused;
+}
+
+} // namespace
+
+void changeSetting(TunedAdapter adapter, const TuneSetting& setting, const std::string& text)
 {
     if (!setting.write)
         throw BadUse(setting.name + " can only be read");
-    const auto refuse = [&](const std::string& instead) {
-        return BadUse(quoted(text) + " is no value for " + setting.name + ": use " + instead);
-    };
     const auto asked = setting.parse(text);
     if (!asked)
-        throw refuse(setting.typeInWords);
+        throw refusal(text, setting, setting.typeInWords);
     if (setting.allowed)
-        if (const TakenNumbers taken = setting.allowed(session); !taken.contain(asked->toDouble()))
-            throw refuse(taken.inWords());
+        if (const TakenNumbers taken = setting.allowed(adapter); !taken.contain(asked->toDouble()))
+            throw refusal(text, setting, taken.inWords());
+    changeSetting(adapter, setting, *asked);
+}
 
-    const QJsonValue before = setting.read(session);
-    setting.write(session, *asked);
-    const QJsonValue kept = setting.read(session);
-    if (kept == *asked)
+void changeSetting(TunedAdapter adapter, const TuneSetting& setting, const QJsonValue& asked)
+{
+    const QJsonValue before = setting.read(adapter);
+    setting.write(adapter, asked);
+    const QJsonValue kept = setting.read(adapter);
+    if (kept == asked)
         return;
-    const std::string refusal = "the instrument did not take " + toText(*asked) + " for " + setting.name;
+    const std::string refused = "the instrument did not take " + toText(asked) + " for " + setting.name;
     if (kept != before && !before.isNull())
-        setting.write(session, before);
-    const QJsonValue now = setting.read(session);
-    throw Failure(now == before ? refusal + " but " + shown(kept) + "; it holds " + shown(before) + " as before"
-                                : refusal + "; it held " + shown(before) + " before, holds " + shown(now)
+        setting.write(adapter, before);
+    const QJsonValue now = setting.read(adapter);
+    throw Failure(now == before ? refused + " but " + shown(kept) + "; it holds " + shown(before) + " as before"
+                                : refused + "; it held " + shown(before) + " before, holds " + shown(now)
                                       + " now, and did not take that back");
 }
 
-std::string allowedBy(host::InstrumentSession& session, const TuneSetting& setting)
+std::string allowedBy(TunedAdapter adapter, const TuneSetting& setting)
 {
-    return setting.allowed ? setting.allowed(session).inColumn() : setting.type;
+    return setting.allowed ? setting.allowed(adapter).inColumn() : setting.type;
 }
 
 std::string shown(const QJsonValue& value)

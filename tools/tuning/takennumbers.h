@@ -24,6 +24,12 @@ public:
 
     bool contain(double number) const;
 
+    /// Whether they are all the whole numbers between two.
+    bool isRange() const { return m_isRange; }
+
+    /// The numbers, of a range its two ends; empty when none is taken.
+    const std::vector<double>& numbers() const { return m_numbers; }
+
     /// As a column of a table shows them: "0..63", or a list divided by blanks.
     std::string inColumn() const;
 

@@ -1,15 +1,8 @@
 #include "tools/tuning/tuning.h"
 
 #include "tools/text/named.h"
-#include "tools/text/number.h"
-#include "tools/text/values.h"
+#include "tools/tuning/describing.h"
 
-#include <QJsonArray>
-
-#include <cmath>
-#include <functional>
-#include <limits>
-#include <type_traits>
 #include <utility>
 
 namespace tov::inline tools {
@@ -17,250 +10,8 @@ namespace tov::inline tools {
 namespace {
 
 namespace controls = host::controls;
+using namespace describing;
 using namespace devices::service;
-
-template <typename Number>
-QJsonArray toJson(const std::vector<Number>& numbers)
-{
-    QJsonArray list;
-    for (const Number number : numbers)
-        list.append(static_cast<double>(number));
-    return list;
-}
-
-QJsonValue toJson(const QJsonArray& list)
-{
-    return list;
-}
-
-QJsonArray toJson(const std::vector<SdkWn0807SynthesisControl::PowerSyntEntry>& table)
-{
-    QJsonArray list;
-    for (const auto& row : table)
-        list.append(QJsonArray{row.frequency, static_cast<int>(row.power)});
-    return list;
-}
-
-QJsonValue toJson(const std::optional<utils::Range<double>>& range)
-{
-    return range ? QJsonArray{range->first, range->second} : QJsonValue();
-}
-
-QJsonValue toJson(bool value)
-{
-    return value;
-}
-
-template <typename Number>
-    requires(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>)
-QJsonValue toJson(Number number)
-{
-    return static_cast<double>(number);
-}
-
-template <typename Enumeration>
-    requires std::is_enum_v<Enumeration>
-QJsonValue toJson(Enumeration value)
-{
-    return static_cast<int>(value);
-}
-
-template <typename Value>
-QJsonValue toJson(const std::optional<Value>& value)
-{
-    return value ? toJson(*value) : QJsonValue();
-}
-
-template <typename Value>
-Value fromJson(const QJsonValue& value)
-{
-    if constexpr (std::is_same_v<Value, bool>)
-        return value.toBool();
-    else if constexpr (std::is_enum_v<Value>)
-        return static_cast<Value>(value.toInt());
-    else
-        return static_cast<Value>(value.toDouble());
-}
-
-std::optional<QJsonValue> parseOnOff(const std::string& text)
-{
-    if (text == "on" || text == "off")
-        return text == "on";
-    return {};
-}
-
-template <typename Number>
-std::optional<QJsonValue> parseNumberOf(const std::string& text)
-{
-    if constexpr (std::is_floating_point_v<Number>) {
-        const auto number = parseReal<Number>(text);
-        return number && std::isfinite(*number) ? std::optional<QJsonValue>(static_cast<double>(*number))
-                                                : std::nullopt;
-    } else {
-        const auto number = parseNumber<Number>(text);
-        return number ? std::optional<QJsonValue>(static_cast<double>(*number)) : std::nullopt;
-    }
-}
-
-// "FIRST..SECOND"
-std::optional<QJsonValue> parseRange(const std::string& text)
-{
-    const auto dots = text.find("..");
-    if (dots == std::string::npos)
-        return {};
-    const auto first = parseReal<double>(std::string_view(text).substr(0, dots));
-    const auto second = parseReal<double>(std::string_view(text).substr(dots + 2));
-    return first && second && std::isfinite(*first) && std::isfinite(*second)
-               ? std::optional<QJsonValue>(QJsonArray{*first, *second})
-               : std::nullopt;
-}
-
-template <typename Number>
-std::string typeOf()
-{
-    if constexpr (std::is_floating_point_v<Number>)
-        return "a number";
-    else if constexpr (std::is_same_v<Number, int>)
-        return "a whole number";
-    else
-        return TakenNumbers::range(0, std::numeric_limits<Number>::max()).inColumn();
-}
-
-template <typename Number>
-std::string typeInWordsOf()
-{
-    if constexpr (std::is_floating_point_v<Number>)
-        return "a number";
-    else
-        return wholeNumbers(std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
-}
-
-/// Makes the description of one module, setting by setting.
-template <typename Adapter>
-class Module
-{
-public:
-    explicit Module(const host::Control<Adapter>& kind)
-        : m_kind(&kind)
-        , m_module{&kind, {}, {}, nullptr}
-    {
-    }
-
-    // Implicit, so that the description of a module can simply be returned.
-    // NOLINTNEXTLINE(google-explicit-constructor)
-    operator TuneModule() { return std::move(m_module); }
-
-    /// A getter, which is anything that can be called with the adapter.
-    template <typename Getter>
-    Module& shows(const std::string& name, const std::string& meaning, Getter getter)
-    {
-        m_module.settings.push_back({.name = name,
-                                     .meaning = meaning,
-                                     .unit = {},
-                                     .type = "read-only",
-                                     .typeInWords = {},
-                                     .allowed = nullptr,
-                                     .choices = {},
-                                     .read = [kind = m_kind, getter](host::InstrumentSession& session) -> QJsonValue {
-                                         return toJson(
-                                             std::invoke(getter, std::as_const(*requireFrom(session, *kind))));
-                                     },
-                                     .parse = nullptr,
-                                     .write = nullptr});
-        return *this;
-    }
-
-    /// A getter and a setter of a switch, a number or an enumeration; an enumeration has the numbers below `count`.
-    template <typename Getter, typename Value>
-    Module& tunes(const std::string& name, const std::string& meaning, Getter getter, void (Adapter::*setter)(Value),
-                  int count = 0)
-    {
-        return tunesBy<Value>(
-            name, meaning, getter, [setter](Adapter& adapter, Value value) { (adapter.*setter)(value); }, count);
-    }
-
-    /// The same with a setter that is anything that can be called with the adapter and the value.
-    template <typename Value, typename Getter, typename Setter>
-    Module& tunesBy(const std::string& name, const std::string& meaning, Getter getter, Setter setter, int count = 0)
-    {
-        auto& setting = shows(name, meaning, getter).m_module.settings.back();
-        setting.write = [kind = m_kind, setter](host::InstrumentSession& session, const QJsonValue& value) {
-            setter(*requireFrom(session, *kind), fromJson<Value>(value));
-        };
-        if constexpr (std::is_same_v<Value, bool>) {
-            setting.type = "on|off";
-            setting.typeInWords = "on or off";
-            setting.choices = {"on", "off"};
-            setting.parse = parseOnOff;
-        } else if constexpr (std::is_enum_v<Value>) {
-            const auto numbers = TakenNumbers::range(0, count - 1);
-            setting.type = numbers.inColumn();
-            setting.typeInWords = numbers.inWords();
-            for (int i = 0; i < count; ++i)
-                setting.choices.push_back(std::to_string(i));
-            setting.parse = [count](const std::string& text) -> std::optional<QJsonValue> {
-                const auto number = parseNumber<int>(text);
-                return number && *number >= 0 && *number < count ? std::optional<QJsonValue>(*number) : std::nullopt;
-            };
-        } else {
-            setting.type = typeOf<Value>();
-            setting.typeInWords = typeInWordsOf<Value>();
-            setting.parse = parseNumberOf<Value>;
-        }
-        return *this;
-    }
-
-    /// A pair of numbers, written as FIRST..SECOND.
-    template <typename Getter, typename Setter>
-    Module& tunesRange(const std::string& name, const std::string& meaning, Getter getter, Setter setter)
-    {
-        auto& setting = shows(name, meaning, getter).m_module.settings.back();
-        setting.type = "FIRST..SECOND";
-        setting.typeInWords = "two numbers, written as FIRST..SECOND";
-        setting.parse = parseRange;
-        setting.write = [kind = m_kind, setter](host::InstrumentSession& session, const QJsonValue& value) {
-            setter(*requireFrom(session, *kind), utils::Range<double>{value[0].toDouble(), value[1].toDouble()});
-        };
-        return *this;
-    }
-
-    /// Says which values the last setting takes on this instrument.
-    template <typename Allowed>
-    Module& within(Allowed allowed)
-    {
-        m_module.settings.back().allowed = [kind = m_kind, allowed](host::InstrumentSession& session) -> TakenNumbers {
-            return allowed(std::as_const(*requireFrom(session, *kind)));
-        };
-        return *this;
-    }
-
-    /// Says in which unit the last setting is.
-    Module& in(const std::string& unit)
-    {
-        m_module.settings.back().unit = unit;
-        return *this;
-    }
-
-    template <typename Loader>
-    Module& loads(const std::string& table, Loader loader)
-    {
-        m_module.tables.push_back(
-            {table, [kind = m_kind, loader](host::InstrumentSession& session, const std::vector<unsigned char>& bytes) {
-                 std::invoke(loader, *requireFrom(session, *kind), bytes);
-             }});
-        return *this;
-    }
-
-    Module& resets()
-    {
-        m_module.reset = [kind = m_kind](host::InstrumentSession& session) { requireFrom(session, *kind)->reset(); };
-        return *this;
-    }
-
-private:
-    const host::Control<Adapter>* m_kind;
-    TuneModule m_module;
-};
 
 TuneModule ulkSynthesis()
 {
@@ -328,8 +79,10 @@ TuneModule wn0807Synthesis()
             .tunes("rf-power-mode", "RF power mode", &A::rfPowerMode, &A::setRfPowerMode, 3)
             .shows("rf-power-table", "rows of frequency and power code",
                    [](const A& adapter) { return toJson(adapter.rfPowerRangeTable()); })
+            .plotted(TuneSetting::Plot::PowerCodes)
             .shows("rf-power-default-table", "the same as the module left the factory",
                    [](const A& adapter) { return toJson(adapter.rfPowerDefaultRangeTable()); })
+            .plotted(TuneSetting::Plot::PowerCodes)
             .tunes("if-mode", "IF mode", &A::ifMode, &A::setIfMode, 2)
             .tunes("selected-if", "index of the selected IF in supported-ifs", &A::selectedIf, &A::setSelectedIf)
             .within([](const A& adapter) { return TakenNumbers::indices(adapter.supportedIfs().size()); })
@@ -380,7 +133,8 @@ TuneModule wn0807Synthesis()
                 "rf-filter" + std::to_string(number) + "-from", "frequency from which this RF filter is used",
                 [filter](const A& adapter) { return adapter.rfFilterFrom(filter); },
                 [filter](A& adapter, double frequency) { adapter.setRfFilterFrom(filter, frequency); })
-            .in("Hz");
+            .in("Hz")
+            .plotted(TuneSetting::Plot::BandFrom);
     }
     return module
         .tunes("dds-switch-frequency", "frequency at which the DDS switches", &A::ddsSwitchFreq, &A::setDdsSwitchFreq)

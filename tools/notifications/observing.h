@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-namespace tov::console {
+namespace tov::inline tools {
 
 /// Keeps an observer registered with a control while it exists.
 template <typename Control, typename Observer>
@@ -25,4 +25,4 @@ private:
     Observer& m_observer;
 };
 
-} // namespace tov::console
+} // namespace tov::inline tools

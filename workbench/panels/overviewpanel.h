@@ -1,0 +1,42 @@
+#pragma once
+
+#include "workbench/models/controlsmodel.h"
+#include "workbench/panels/panel.h"
+
+class QFormLayout;
+class QLabel;
+class QPushButton;
+
+namespace tov::workbench {
+
+/// Which instrument it is, opened by what, and each of its controls with its state and its last error. Where the
+/// provider can do that, the controls are taken away and offered again.
+class OverviewPanel final : public Panel
+{
+    Q_OBJECT
+
+public:
+    explicit OverviewPanel(Instrument& instrument, QWidget* parent = nullptr);
+
+    void refresh() override;
+
+private:
+    void addFacts();
+    QLabel* addFact(QFormLayout& facts, const QString& name, const QString& shown);
+    void addControls();
+    void addButtons();
+    void takeOver();
+    void enableButtons();
+    void askHooks(const QString& what, provider::Result<void> (provider::ITestHooks::*act)());
+
+    ControlsModel m_controls;
+    QLabel* m_model = nullptr;
+    QLabel* m_serialNumber = nullptr;
+    QLabel* m_description = nullptr;
+    QLabel* m_provider = nullptr;
+    QLabel* m_providerFile = nullptr;
+    QPushButton* m_release = nullptr;
+    QPushButton* m_offer = nullptr;
+};
+
+} // namespace tov::workbench

@@ -1,0 +1,155 @@
+#include "workbench/panels/termspage.h"
+
+#include "workbench/instrument/background.h"
+#include "workbench/panels/controlsection.h"
+#include "workbench/panels/curvepreview.h"
+#include "workbench/panels/filechoice.h"
+#include "workbench/panels/tables.h"
+
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <utility>
+#include <vector>
+
+namespace tov::workbench {
+
+using devices::service::ISystemTermsControl;
+namespace controls = host::controls;
+
+namespace {
+
+struct Stored
+{
+    std::vector<ISystemTermsControl::TermsRecord> records;
+    bool flag;
+};
+
+RowsModel::Rows rowsOf(const std::vector<ISystemTermsControl::TermsRecord>& records)
+{
+    RowsModel::Rows rows;
+    rows.reserve(records.size());
+    for (const auto& record : records)
+        rows.push_back({static_cast<qlonglong>(record.key), record.value, static_cast<qlonglong>(record.number)});
+    return rows;
+}
+
+} // namespace
+
+TermsPage::TermsPage(Panel& panel)
+    : Page(panel)
+    , m_records({tr("Key"), tr("Value"), tr("Number")})
+{
+    auto* const section = new ControlSection(instrument(), controls::systemTerms, {}, this);
+    auto* const both = new QSplitter(section);
+    both->setChildrenCollapsible(false);
+    both->addWidget(makeStored());
+    both->addWidget(makeFile());
+    both->setStretchFactor(0, 2);
+    both->setStretchFactor(1, 5);
+    section->contents().addWidget(both);
+    contents().addWidget(section);
+}
+
+void TermsPage::refresh()
+{
+    if (!instrument().isPresent(controls::systemTerms))
+        return;
+    panel().ask(
+        controls::systemTerms, tr("read the records of the system terms"),
+        [](ISystemTermsControl& control) { return Stored{control.termsRecords(), control.systemTermsFlag()}; },
+        [this](const Stored& stored) {
+            m_records.setRows(rowsOf(stored.records));
+            m_flag->setText(stored.flag ? tr("The flag of the terms is on.") : tr("The flag of the terms is off."));
+        });
+}
+
+void TermsPage::openFile(const QString& path)
+{
+    panel().clearFault();
+    panel().follow(tr("read the file"), inBackground([path = localPath(path)] { return readTermsFile(path); }),
+                   [this, path](const TermsFile& file) { showFile(file, path); });
+}
+
+QWidget* TermsPage::makeStored()
+{
+    auto* const stored = new QWidget(this);
+    auto* const layout = new QVBoxLayout(stored);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(tr("Records in the instrument"), stored));
+    layout->addWidget(makeTable(m_records, QStringLiteral("terms-records"), tr("Records of the system terms"), stored));
+    m_flag = new QLabel(stored);
+    m_flag->setObjectName(QStringLiteral("terms-flag"));
+    layout->addWidget(m_flag);
+    return stored;
+}
+
+QWidget* TermsPage::makeFile()
+{
+    auto* const file = new QWidget(this);
+    auto* const layout = new QVBoxLayout(file);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_fileFacts = new QLabel(tr("No file is open."), file);
+    m_fileFacts->setObjectName(QStringLiteral("terms-file"));
+    m_fileFacts->setWordWrap(true);
+    layout->addWidget(m_fileFacts);
+    m_preview =
+        new CurvePreview(tr("Magnitudes of the system terms"),
+                         tr("The terms of a file are plotted here. The instrument does not give back its own."), file);
+    layout->addWidget(m_preview, 1);
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    auto* const open = new QPushButton(tr("O&pen a file…"), file);
+    open->setObjectName(QStringLiteral("open-terms"));
+    m_write = new QPushButton(tr("Wr&ite into the instrument…"), file);
+    m_write->setObjectName(QStringLiteral("write-terms"));
+    m_write->setEnabled(false);
+    buttons->addWidget(open);
+    buttons->addWidget(m_write);
+    layout->addLayout(buttons);
+    connect(open, &QPushButton::clicked, this, [this] {
+        chooseFile(*this, tr("System terms"), tr("System terms (*.json);;All files (*)"),
+                   [this](const QString& path) { openFile(path); });
+    });
+    connect(m_write, &QPushButton::clicked, this, &TermsPage::askToWrite);
+    return file;
+}
+
+void TermsPage::showFile(const TermsFile& file, const QString& path)
+{
+    m_file = file;
+    m_fileFacts->setText(tr("%1: measured %2, parameter %3, %n records", nullptr, static_cast<int>(file.records.size()))
+                             .arg(QFileInfo(path).fileName(), QLocale().toString(file.time, QLocale::ShortFormat))
+                             .arg(file.parameter));
+    m_preview->setSheets(magnitudesOf(file.terms));
+    m_write->setEnabled(true);
+}
+
+void TermsPage::askToWrite()
+{
+    confirm(tr("Replace the system terms of the instrument by those of the file?"), tr("&Yes, replace"),
+            [this] { write(); });
+}
+
+void TermsPage::write()
+{
+    panel().clearFault();
+    panel().ask(
+        controls::systemTerms, tr("write the system terms"),
+        [file = m_file](ISystemTermsControl& control) {
+            if (file.records.empty())
+                control.writeSystemTerms(file.time, file.parameter, file.terms);
+            else
+                control.writeSystemTerms(file.time, file.parameter, file.records, file.terms);
+        },
+        [this] { refresh(); });
+}
+
+} // namespace tov::workbench

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "workbench/models/tuning.h"
+#include "workbench/panels/panel.h"
+
+#include <QUndoStack>
+
+#include <functional>
+#include <vector>
+
+class QLayout;
+class QListWidget;
+class QStackedWidget;
+class QTimer;
+
+namespace tov::workbench {
+
+class TuningPage;
+
+/// The settings of the hardware modules, a page each. What the user changes is written when he has finished to edit,
+/// and can be undone; then the module is read again, as one setting may change another.
+class TuningPanel final : public Panel
+{
+    Q_OBJECT
+
+public:
+    explicit TuningPanel(Instrument& instrument, QWidget* parent = nullptr);
+
+    void refresh() override;
+
+private:
+    struct Page
+    {
+        TuningPage* page;
+        bool isOld = true;
+    };
+
+    QLayout* undoButtons();
+    void addPage(const TuneModule& module);
+    void readInFront();
+    void markOld(const QString& control);
+    void read(std::size_t index);
+    void write(std::size_t index, const TuneSetting& setting, const QJsonValue& value,
+               const std::function<void()>& written);
+    void change(std::size_t index, const TuneSetting& setting, const QJsonValue& before, const QJsonValue& after);
+    void reset(std::size_t index);
+    void load(std::size_t index, const TuneTable& table, const QString& file);
+
+    QUndoStack m_changes;
+    QListWidget* m_names;
+    QStackedWidget* m_stack;
+    std::vector<Page> m_pages; // in the order of the table
+    QTimer* m_reads;           // soon what is old and in front
+};
+
+} // namespace tov::workbench
