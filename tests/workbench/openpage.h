@@ -52,11 +52,14 @@ protected:
     // Answers the question of the page, which it must have asked.
     void answer(const char* button)
     {
-        const auto all = onPage<QWidget>("question").findChildren<QPushButton*>(QString::fromLatin1(button));
-        const auto shown = std::ranges::find_if(all, [](const QPushButton* each) { return each->isVisible(); });
-        if (shown == all.end())
-            throw std::logic_error(std::string("the page does not offer to ") + button);
-        QTest::mouseClick(*shown, Qt::LeftButton);
+        QPushButton* shown = nullptr; // as soon as the layout has shown it
+        waitUntil([&] {
+            const auto all = onPage<QWidget>("question").findChildren<QPushButton*>(QString::fromLatin1(button));
+            const auto found = std::ranges::find_if(all, [](const QPushButton* each) { return each->isVisible(); });
+            shown = found == all.end() ? nullptr : *found;
+            return shown != nullptr;
+        });
+        QTest::mouseClick(shown, Qt::LeftButton);
         waitUntil([this] { return !onPage<QWidget>("question").isVisible(); });
     }
     void agree()
