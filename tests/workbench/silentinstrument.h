@@ -1,10 +1,10 @@
 #pragma once
 
-#include "testing/fakeinstrument.h"
 #include "host/controls.h"
 #include "openwindow.h"
 #include "provider/iconnection.h"
 #include "sdk/service/imemoryserialnumbercontrol.h"
+#include "testing/fakeinstrument.h"
 
 #include <chrono>
 #include <functional>
