@@ -23,7 +23,9 @@
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <functional>
@@ -71,13 +73,17 @@ workbench::Instrument::Opener simulated()
     };
 }
 
-// Until what was asked for is answered and shown.
-bool settle(const workbench::Instrument& instrument)
+// Until what was asked for is answered and shown, also what a panel draws a little later.
+bool settle(const workbench::Instrument& instrument, const workbench::MainWindow& window)
 {
     constexpr int untilLayoutsAreDone = 10;
     for (int i = 0; i < untilLayoutsAreDone; ++i)
         QCoreApplication::processEvents();
-    const bool isIdle = QTest::qWaitFor([&] { return instrument.isIdle(); }, 60'000);
+    const auto draws = [&window] {
+        return std::ranges::any_of(window.findChildren<QTimer*>(),
+                                   [](const QTimer* timer) { return timer->isSingleShot() && timer->isActive(); });
+    };
+    const bool isIdle = QTest::qWaitFor([&] { return instrument.isIdle() && !draws(); }, 60'000);
     for (int i = 0; i < untilLayoutsAreDone; ++i)
         QCoreApplication::processEvents();
     return isIdle;
@@ -156,14 +162,15 @@ bool take(const QString& suffix, const QDir& folder)
     window.show();
     if (!QTest::qWaitFor([&] { return instrument.state() == workbench::Instrument::State::Open; }, 60'000))
         return false;
-    if (!settle(instrument))
+    if (!settle(instrument, window))
         return false;
     const QTemporaryDir files;
     fill(window, files);
     for (const workbench::PanelKind& panel : workbench::panelKinds()) {
         window.bringUp(panel.name);
         const auto picture = [&](const QString& name) {
-            return settle(instrument) && window.grab().save(folder.filePath(name + suffix + QStringLiteral(".png")));
+            return settle(instrument, window)
+                   && window.grab().save(folder.filePath(name + suffix + QStringLiteral(".png")));
         };
         if (!picture(panel.name))
             return false;

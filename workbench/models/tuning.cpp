@@ -61,7 +61,7 @@ std::vector<Band> bands(const TuneModule& module, const ReadModule& read)
     for (std::size_t i = 0; i < read.size(); ++i)
         if (module.settings[i].plot == Plot::BandFrom && read[i].value.isDouble())
             bands.push_back({QString::fromStdString(module.settings[i].name), read[i].value.toDouble(), {}});
-    std::ranges::stable_sort(bands, {}, &Band::from);
+    std::ranges::sort(bands, {}, &Band::from);
     for (std::size_t i = 1; i < bands.size(); ++i)
         bands[i - 1].to = bands[i].from;
     return bands;

@@ -119,6 +119,7 @@ void IdentityPage::addUsbId()
         word->setRange(0, std::numeric_limits<std::uint16_t>::max());
         word->setDisplayIntegerBase(16);
         word->setPrefix(QStringLiteral("0x"));
+        word->setMinimumWidth(fontMetrics().averageCharWidth() * 16); // by itself it makes room for decimals
         row->addWidget(word);
     }
     auto* const write = new QPushButton(tr("W&rite…"), section);
@@ -128,7 +129,8 @@ void IdentityPage::addUsbId()
     form->addRow(tr("New:"), row);
     section->contents().addLayout(form);
     section->contents().addWidget(new QLabel(tr("What the instrument offers; a row that is chosen is taken over:")));
-    auto* const table = makeTable(m_offered, QStringLiteral("usb-ids"), tr("USB identifiers on offer"), section);
+    auto* const table = makeTable(m_offered, QStringLiteral("usb-ids"), tr("USB identifiers on offer"), section,
+                                  {14, 14, 14, 28, 8, 24});
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     section->contents().addWidget(table);
     contents().addWidget(section, 1);

@@ -194,6 +194,8 @@ void TemperaturesPanel::addViews()
     auto* const axis = new QDateTimeAxis(this);
     axis->setFormat(QStringLiteral("HH:mm:ss"));
     axis->setTickCount(7);
+    const QDateTime now = QDateTime::currentDateTime();
+    axis->setRange(now.addSecs(-1), now); // without times it would have no room for labels, then and later
     m_plot = new Plot(tr("The temperatures over time"), this, axis);
     m_plot->setObjectName(QStringLiteral("temperatures-plot"));
     m_plot->setTitles({}, tr("Temperature (°C)"));
@@ -201,12 +203,14 @@ void TemperaturesPanel::addViews()
     auto* const views = new QSplitter(Qt::Vertical, this);
     views->setChildrenCollapsible(false);
     views->addWidget(m_plot);
-    auto* const table = makeTable(m_model, QStringLiteral("temperatures-table"), tr("Temperatures and limits"), this);
+    auto* const table =
+        makeTable(m_model, QStringLiteral("temperatures-table"), tr("Temperatures and limits"), this, {24});
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                            | QAbstractItemView::AnyKeyPressed);
     views->addWidget(table);
     views->setStretchFactor(0, 3);
     views->setStretchFactor(1, 2);
+    views->setSizes({300, 200}); // in the same relation at first, whatever they would like
     section->contents().addWidget(views);
     contents().addWidget(section, 1);
 }
