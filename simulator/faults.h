@@ -52,23 +52,22 @@ enum class Operation {
     CalibrationController1Observe, ///< `ICalibrationController::addObserver()` of the first controller
     CalibrationController2Observe, ///< `ICalibrationController::addObserver()` of the second controller
 
-    // Of the modules: reading any setting; changing any, taking them back, and loading a table.
-    UlkSynthesisRead,
-    UlkSynthesisChange,
-    UlkPowerRead,
-    UlkPowerChange,
-    Wn0807SynthesisRead,
-    Wn0807SynthesisChange,
-    Wn0807PowerRead,
-    Wn0807PowerChange,
-    LoLeakageRead,
-    LoLeakageChange,
-    Kz515PowerRead,
-    Kz515PowerChange,
-    Kz515SynthesisRead,
-    Kz515SynthesisChange,
-    YqSynthesisRead,
-    YqSynthesisChange,
+    UlkSynthesisRead,      ///< reading any setting of the Ulk synthesis module
+    UlkSynthesisChange,    ///< changing or resetting any, or loading a table
+    UlkPowerRead,          ///< reading any setting of the Ulk power module
+    UlkPowerChange,        ///< changing or resetting any, or loading a table
+    Wn0807SynthesisRead,   ///< reading any setting of the Wn0807 synthesis module
+    Wn0807SynthesisChange, ///< changing or resetting any, or loading a table
+    Wn0807PowerRead,       ///< reading any setting of the Wn0807 power module
+    Wn0807PowerChange,     ///< changing or resetting any, or loading a table
+    LoLeakageRead,         ///< reading any setting of the LO leakage
+    LoLeakageChange,       ///< changing or resetting any, or loading a table
+    Kz515PowerRead,        ///< reading any setting of the Kz515 power module
+    Kz515PowerChange,      ///< changing or resetting any, or loading a table
+    Kz515SynthesisRead,    ///< reading any setting of the Kz515 synthesis module
+    Kz515SynthesisChange,  ///< changing or resetting any, or loading a table
+    YqSynthesisRead,       ///< reading any setting of the Yq synthesis module
+    YqSynthesisChange,     ///< changing or resetting any, or loading a table
 };
 
 /// What is wrong with an operation.

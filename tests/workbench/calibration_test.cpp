@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QProgressBar>
 
+#include <gmock/gmock.h>
+
 namespace tov::testing {
 
 namespace {

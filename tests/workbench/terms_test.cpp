@@ -7,6 +7,8 @@
 #include <QComboBox>
 #include <QLineSeries>
 
+#include <gmock/gmock.h>
+
 namespace tov::testing {
 
 namespace {

@@ -267,6 +267,14 @@ host::InstrumentSession& Instrument::sessionOf(Room& room)
     throw std::runtime_error("no instrument is open");
 }
 
+provider::ITestHooks& Instrument::testHooksOf(const host::InstrumentSession& session)
+{
+    provider::IConnection* const connection = session.connection();
+    if (provider::ITestHooks* const hooks = connection != nullptr ? connection->testHooks() : nullptr)
+        return *hooks;
+    throw std::runtime_error("the provider cannot do anything for tests");
+}
+
 void Instrument::change(const Way& way, const std::function<void(Call&)>& how)
 {
     how(way->call);

@@ -132,11 +132,15 @@ public:
     auto callBy(const host::ControlName& kind, Run run, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, Adapter>>;
 
-    /// The same with the session, in its owner's thread: for what tells of the controls (`connection()->testHooks()`),
-    /// and does not wait.
+    /// The same with the session, in its owner's thread: for what does not wait.
     template <typename Function>
     auto callSession(const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, host::InstrumentSession&>>;
+
+    /// The same with what tests may do to the instrument; throws where that is nothing.
+    template <typename Function>
+    auto callTestHooks(const QString& what, Function function)
+        -> QFuture<std::invoke_result_t<Function&, provider::ITestHooks&>>;
 
     /// Takes back the calls that have not begun: their futures are cancelled.
     void takeBackWaiting();
@@ -204,6 +208,7 @@ private:
 
     void inRoom(std::function<void(Room&)> act);
     static host::InstrumentSession& sessionOf(Room& room);
+    static provider::ITestHooks& testHooksOf(const host::InstrumentSession& session);
     void change(const Way& way, const std::function<void(Call&)>& how);
     void setState(State state);
     void setPresent(const QSet<quint64>& present, bool offered);
@@ -299,6 +304,15 @@ auto Instrument::callSession(const QString& what, Function function)
         make(way, *promise, [&] { return function(sessionOf(room)); });
     });
     return promise->future();
+}
+
+template <typename Function>
+auto Instrument::callTestHooks(const QString& what, Function function)
+    -> QFuture<std::invoke_result_t<Function&, provider::ITestHooks&>>
+{
+    return callSession(what, [function = std::move(function)](host::InstrumentSession& session) mutable {
+        return function(testHooksOf(session));
+    });
 }
 
 } // namespace tov::workbench

@@ -93,27 +93,25 @@ QFuture<provider::Result<void>> TemperatureFeed::passTime(std::chrono::seconds t
 {
     const auto& abilities = m_instrument.abilities();
     const bool canWait = std::ranges::find(abilities, ITestHooks::Ability::WaitUntilQuiet) != abilities.end();
-    return m_instrument.callSession(
-        tr("let %1 s pass").arg(time.count()),
-        [relay = m_relay, time, canWait](host::InstrumentSession& session) -> provider::Result<void> {
-            constexpr auto step = std::chrono::seconds(1);
-            ITestHooks& hooks = *session.connection()->testHooks();
-            provider::Result<void> done;
-            for (auto passed = std::chrono::seconds(0); done && passed < time; passed += step) {
-                relay->goAhead(step); // before anything is told of it
-                done = hooks.passTime(step);
-                if (done && canWait)
-                    done = hooks.waitUntilQuiet();
-            }
-            return done;
-        });
+    return m_instrument.callTestHooks(tr("let %1 s pass").arg(time.count()),
+                                      [relay = m_relay, time, canWait](ITestHooks& hooks) -> provider::Result<void> {
+                                          constexpr auto step = std::chrono::seconds(1);
+                                          provider::Result<void> done;
+                                          for (auto passed = std::chrono::seconds(0); done && passed < time;
+                                               passed += step) {
+                                              relay->goAhead(step); // before anything is told of it
+                                              done = hooks.passTime(step);
+                                              if (done && canWait)
+                                                  done = hooks.waitUntilQuiet();
+                                          }
+                                          return done;
+                                      });
 }
 
 QFuture<provider::Result<void>> TemperatureFeed::keepUp(milliseconds time)
 {
-    return m_instrument.callSession(tr("keep up with the clock"), [time](host::InstrumentSession& session) {
-        return session.connection()->testHooks()->passTime(time);
-    });
+    return m_instrument.callTestHooks(tr("keep up with the clock"),
+                                      [time](ITestHooks& hooks) { return hooks.passTime(time); });
 }
 
 } // namespace tov::workbench

@@ -49,10 +49,8 @@ ControllerView::ControllerView(Panel& panel, const host::ControlName& kind, QWid
         const QString what = tr("have %1 tell something").arg(QString::fromUtf8(m_kind.name));
         m_panel.clearFault();
         m_panel.follow(what,
-                       m_panel.instrument().callSession(what,
-                                                        [key = m_kind.keys.sdk](host::InstrumentSession& session) {
-                                                            return session.connection()->testHooks()->notify(key);
-                                                        }),
+                       m_panel.instrument().callTestHooks(
+                           what, [key = m_kind.keys.sdk](provider::ITestHooks& hooks) { return hooks.notify(key); }),
                        [](const provider::Result<void>&) {});
     });
     enableTrial();

@@ -128,9 +128,7 @@ void OverviewPanel::enableButtons()
 
 void OverviewPanel::askHooks(const QString& what, provider::Result<void> (ITestHooks::*act)())
 {
-    follow(what,
-           instrument().callSession(
-               what, [act](host::InstrumentSession& session) { return (session.connection()->testHooks()->*act)(); }),
+    follow(what, instrument().callTestHooks(what, [act](ITestHooks& hooks) { return (hooks.*act)(); }),
            [](const provider::Result<void>&) {});
 }
 
