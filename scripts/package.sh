@@ -97,7 +97,7 @@ quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
 mkdir "$root/packages"
 cp build/release/packages/*.deb "$root/packages"
 in_root() {
-    chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
+    chroot "$root" env --unset=CMAKE_CXX_COMPILER_LAUNCHER DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
 }
 tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb \
     packages/service-workbench*.deb | sed 's|^|/|')
@@ -114,7 +114,8 @@ expect "100001" in_root /usr/bin/python3 -c "$python_example"
 expect "PASS" in_root /usr/share/DevicesService/examples/production-test/production_test.py
 
 # The guide's first page, on this machine that has only the packages.
-papers transcripts docs/index.md chroot "$root" env --chdir=/packages DEBIAN_FRONTEND=noninteractive HOME=/root bash
+papers transcripts docs/index.md chroot "$root" env --unset=CMAKE_CXX_COMPILER_LAUNCHER --chdir=/packages \
+    DEBIAN_FRONTEND=noninteractive HOME=/root bash
 
 for file in bin/service-console bin/service-conformance share/man/man1/service-conformance.1 \
     share/man/man1/service-console.1 share/man/man1/service-console-files.1 \

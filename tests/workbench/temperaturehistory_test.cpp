@@ -1,6 +1,7 @@
 #include "workbench/models/temperaturehistory.h"
 #include "workbench/models/temperaturesmodel.h"
 
+#include <QFont>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>

@@ -15,6 +15,7 @@
 #include <QLineSeries>
 #include <QMenu>
 #include <QPushButton>
+#include <QTableView>
 #include <QTemporaryDir>
 
 namespace tov::testing {
