@@ -31,7 +31,7 @@ public:
 private:
     struct Page
     {
-        TuningPage* page;
+        TuningPage* page = nullptr;
         bool isOld = true;
     };
 
