@@ -46,6 +46,13 @@ function(share_precompiled_headers target)
     endif()
 endfunction()
 
+# What opens an instrument by a plug-in opens the simulated one when none is named, where that is built.
+function(needs_a_provider target)
+    if(TARGET simulated-provider)
+        add_dependencies(${target} simulated-provider)
+    endif()
+endfunction()
+
 # Targets that hold code of the library, which its headers bring to whoever includes them, record what of it ran.
 function(record_coverage)
     if(DEVICESSERVICE_COVERAGE)
