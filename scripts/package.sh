@@ -79,6 +79,11 @@ expect_failure "there are simulator, testing, host" \
     cmake -S tests/package/unknown-component -B "$scratch/unknown" -DCMAKE_PREFIX_PATH="$scratch/prefix"
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
+build_example window window -DCMAKE_PREFIX_PATH="$scratch/moved"
+for window in window quick-window; do
+    expect "100001; the window went on" env QT_QPA_PLATFORM=offscreen timeout 60 "$scratch/window/$window" --once
+done
+echo "windows: those of widgets and of QML ask, and do not stand still"
 build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
 expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
 echo "add_subdirectory: the example builds and runs"

@@ -96,14 +96,14 @@ def quote_findings(page, sources):
     """Code that stands in no file of the project, word for word: it would not be compiled."""
     for fence in pages.fences(page):
         place = f"{pages.name(page)}:{fence.line}"
-        if fence.language in ("cpp", "cmake", "python"):
+        if fence.language in sources:
             if not fence.text.strip() or not any("\n" + fence.text in source for source in sources[fence.language]):
                 yield f"{place}: this code stands in no file of the project"
         elif fence.language == "text":
             if re.search(r"^[$#] ", fence.text, re.MULTILINE):
                 yield f"{place}: commands are shown in a block of the language console"
         elif fence.language != "console":
-            yield f"{place}: a block of code is cpp, cmake, python, console or text"
+            yield f"{place}: a block of code is {', '.join(sources)}, console or text"
 
 
 def _files():
@@ -116,7 +116,8 @@ def _files():
 def _sources(files):
     def texts(*endings):
         return ["\n" + (pages.PROJECT / file).read_text() for file in files if file.endswith(endings)]
-    return {"cpp": texts(".cpp", ".h"), "cmake": texts("CMakeLists.txt", ".cmake"), "python": texts(".py")}
+    return {"cpp": texts(".cpp", ".h"), "cmake": texts("CMakeLists.txt", ".cmake"), "python": texts(".py"),
+            "qml": texts(".qml")}
 
 
 def link_findings(page):
