@@ -2,18 +2,17 @@
 
 #include "sdk/service/imemoryoperationscontrol.h"
 #include "testing/answeringcontrol.h"
-#include "testing/observedcontrol.h"
+#include "testing/observedfake.h"
 
 namespace tov::testing {
 
 /// A fake of `sdk::service::IMemoryOperationsControl`.
-class FakeMemoryOperationsControl final : public sdk::service::IMemoryOperationsControl,
-                                          public AnsweringControl,
-                                          public ObservedControl<sdk::service::IMemoryOperationsControl::IObserver>
+class FakeMemoryOperationsControl final
+    : public ObservedFake<sdk::service::IMemoryOperationsControl, sdk::service::IMemoryOperationsControl::IObserver,
+                          AnsweringControl>
 {
 public:
-    /// Also when an observer comes or goes.
-    bool recordsObservers = false;
+    FakeMemoryOperationsControl() { recordsObservers = false; }
 
     void read(std::function<void(std::vector<std::byte>, std::error_code)> answer) override
     {
@@ -27,18 +26,6 @@ public:
     void integrityCheck(std::function<void(std::error_code)> answer) override
     {
         answers("integrityCheck", std::move(answer));
-    }
-    void addObserver(IObserver* observer) override
-    {
-        if (recordsObservers)
-            called("addObserver");
-        add(observer);
-    }
-    void removeObserver(IObserver* observer) override
-    {
-        if (recordsObservers)
-            called("removeObserver");
-        remove(observer);
     }
 };
 

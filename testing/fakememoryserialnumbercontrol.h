@@ -2,18 +2,17 @@
 
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "testing/answeringcontrol.h"
-#include "testing/observedcontrol.h"
+#include "testing/observedfake.h"
 
 namespace tov::testing {
 
 /// A fake of `sdk::service::IMemorySerialNumberControl`.
-class FakeMemorySerialNumberControl final : public sdk::service::IMemorySerialNumberControl,
-                                            public AnsweringControl,
-                                            public ObservedControl<sdk::service::IMemorySerialNumberControl::Observer>
+class FakeMemorySerialNumberControl final
+    : public ObservedFake<sdk::service::IMemorySerialNumberControl, sdk::service::IMemorySerialNumberControl::Observer,
+                          AnsweringControl>
 {
 public:
-    /// Also when an observer comes or goes.
-    bool recordsObservers = false;
+    FakeMemorySerialNumberControl() { recordsObservers = false; }
 
     void readSerialNumber(std::function<void(unsigned int, std::error_code)> answer) override
     {
@@ -22,18 +21,6 @@ public:
     void writeSerialNumber(unsigned int serialNumber, std::function<void(std::error_code)> answer) override
     {
         answers("writeSerialNumber", std::move(answer), serialNumber);
-    }
-    void addObserver(Observer* observer) override
-    {
-        if (recordsObservers)
-            called("addObserver");
-        add(observer);
-    }
-    void removeObserver(Observer* observer) override
-    {
-        if (recordsObservers)
-            called("removeObserver");
-        remove(observer);
     }
 };
 

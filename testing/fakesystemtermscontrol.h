@@ -1,37 +1,22 @@
 #pragma once
 
 #include "sdk/service/isystemtermscontrol.h"
-#include "testing/observedcontrol.h"
-#include "testing/recordingcontrol.h"
+#include "testing/observedfake.h"
 
 namespace tov::testing {
 
 /// A fake of `sdk::service::ISystemTermsControl`.
-class FakeSystemTermsControl final : public sdk::service::ISystemTermsControl,
-                                     public RecordingControl,
-                                     public ObservedControl<sdk::service::ISystemTermsControl::Observer>
+class FakeSystemTermsControl final
+    : public ObservedFake<sdk::service::ISystemTermsControl, sdk::service::ISystemTermsControl::Observer>
 {
 public:
-    /// Also when an observer comes or goes.
-    bool recordsObservers = false;
+    FakeSystemTermsControl() { recordsObservers = false; }
 
     /// What the last write brought.
     std::vector<TermsRecord> writtenRecords;
     /// What was written last.
     sdk::corrections::ErrorTerms writtenTerms;
 
-    void addObserver(Observer* observer) override
-    {
-        if (recordsObservers)
-            called("addObserver");
-        add(observer);
-    }
-    void removeObserver(Observer* observer) override
-    {
-        if (recordsObservers)
-            called("removeObserver");
-        remove(observer);
-    }
     std::vector<TermsRecord> termsRecords() override { return called<std::vector<TermsRecord>>("termsRecords"); }
     void writeSystemTerms(long long secondsSinceEpoch, double parameter, std::vector<TermsRecord> records,
                           sdk::corrections::ErrorTerms terms) override

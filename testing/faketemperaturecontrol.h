@@ -1,8 +1,7 @@
 #pragma once
 
 #include "sdk/itemperaturecontrol.h"
-#include "testing/observedcontrol.h"
-#include "testing/recordingcontrol.h"
+#include "testing/observedfake.h"
 
 #include <string>
 #include <unordered_map>
@@ -10,9 +9,7 @@
 namespace tov::testing {
 
 /// A fake of `sdk::ITemperatureControl`.
-class FakeTemperatureControl : public sdk::ITemperatureControl,
-                               public RecordingControl,
-                               public ObservedControl<sdk::ITemperatureControl::Observer>
+class FakeTemperatureControl : public ObservedFake<sdk::ITemperatureControl, sdk::ITemperatureControl::Observer>
 {
 public:
     /// What the modules' temperatures are.
@@ -23,16 +20,6 @@ public:
     {
         called("modulesTemperature");
         return modules;
-    }
-    void addObserver(Observer* observer) override
-    {
-        called("addObserver");
-        add(observer);
-    }
-    void removeObserver(Observer* observer) override
-    {
-        called("removeObserver");
-        remove(observer);
     }
 };
 
