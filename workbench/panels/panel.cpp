@@ -30,6 +30,9 @@ Panel::Panel(Instrument& instrument, QWidget* parent)
     m_busy->setTextVisible(false);
     m_busy->setMaximumWidth(fontMetrics().averageCharWidth() * 16);
     m_busy->setAccessibleName(tr("The instrument is at work"));
+    QSizePolicy keepsItsPlace = m_busy->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true); // so that what stands above does not jump with each call
+    m_busy->setSizePolicy(keepsItsPlace);
 
     auto* const foot = new QHBoxLayout;
     foot->addWidget(m_faultLine, 1);

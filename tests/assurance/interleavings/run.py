@@ -2,8 +2,9 @@
 """Tries every order with a bounded number of interruptions in which threads can take turns in the library's shared
 parts, and every state of their models.
 
-Each program explores its scenarios, each model is verified by a model checker; then each of them has to find what is broken in its
-mutants. --long has each scenario interrupt its threads once more, and the handle's control go and come once more.
+Each program explores its scenarios, each model is verified by a model checker; then each of them has to find what is
+broken in its mutants. --long has each scenario interrupt its threads once more, and the handle's control go and come
+once more.
 """
 
 import argparse
