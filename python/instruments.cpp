@@ -17,7 +17,7 @@ using Options = std::vector<std::pair<QString, QString>>;
 
 // What was asked for wrongly is a ValueError.
 template <typename Value>
-Value orValueError(provider::Result<Value>&& result)
+Value orValueError(provider::Result<Value> result)
 {
     if (!result)
         throw py::value_error(result.error().toStdString());

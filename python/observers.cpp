@@ -11,7 +11,7 @@ namespace tov::python {
 
 namespace {
 
-// A flag without a destructor.
+// A flag without a destructor. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a thread's own
 thread_local bool inCallback = false;
 
 void reportUnraisable(const py::function& callable, const std::exception& error)

@@ -19,7 +19,7 @@ BUILD = PROJECT / "build" / "clang"
 PLUGIN = BUILD / "ownsources.so"
 PASSED = pathlib.Path.home() / ".cache" / "DevicesService" / "lint"
 SHIPPED = ("service/", "platform/", "provider/", "simulator/", "host/", "tools/", "console/", "conformance/",
-           "workbench/")
+           "workbench/", "python/")
 TIDY = ["clang-tidy-19", "--quiet", f"--load={PLUGIN}", "--checks=house-own-sources", "--warnings-as-errors=*"]
 
 
@@ -83,7 +83,8 @@ def main():
 
     tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev",
                       "libedit-dev")
-    tools += "".join((PROJECT / name).read_text() for name in (".clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"))
+    for name in (".clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"):
+        tools += (PROJECT / name).read_text()
     files, unknown = included(), {}
     for entry in json.loads((BUILD / "compile_commands.json").read_text()):
         source = os.path.relpath(entry["file"], PROJECT)

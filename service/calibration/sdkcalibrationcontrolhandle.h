@@ -32,7 +32,7 @@ public:
     void onControlsAboutToBeReleased() override;
     void onControlsAvailable() override;
 
-signals:
+Q_SIGNALS:
     /// The application announced that the controls go; a controller that was there is still there.
     void controlsAboutToBeReleased();
     /// The application announced that the controls can be obtained; `lock()` may still be empty.

@@ -28,7 +28,7 @@ public:
     /// Detaches from the controller, if the instrument offers it; should that throw, the program ends.
     ~SdkCalibrationControlWatcher() override;
 
-signals:
+Q_SIGNALS:
     /// The status of the calibration unit must be read again. Emitted on the *SDK's notification thread*, and in
     /// the watcher's thread when the controls were announced, even if this controller is absent.
     void unitStatusChanged();

@@ -55,7 +55,7 @@ public:
     /// Emits `temperaturesChanged()` also when the control is still absent and nothing has changed.
     void onControlsAvailable() override;
 
-signals:
+Q_SIGNALS:
     /// The temperatures may have changed: the instrument told so, or its controls were announced. Emitted on the *SDK's
     /// notification thread*, and in the thread that calls `onControlsAvailable()`.
     void temperaturesChanged();

@@ -152,7 +152,7 @@ public:
     /// Resets the settings, to values that the module knows, and emits all signals in the order of their declaration.
     void reset();
 
-signals:
+Q_SIGNALS:
     /// The power of the LO was set or reset through this object.
     void loPowerChanged();
 

@@ -8,7 +8,7 @@ namespace tov::workbench {
 
 QString currentThreadName()
 {
-    const QString name = QThread::currentThread()->objectName();
+    QString name = QThread::currentThread()->objectName();
     if (!name.isEmpty() && !name.startsWith(QLatin1StringView("Thread"))) // which pools call all of theirs
         return name;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): on some systems it is a pointer

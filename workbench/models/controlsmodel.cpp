@@ -28,8 +28,8 @@ QString textOf(ControlsModel::Presence presence)
 void ControlsModel::show(const std::function<bool(const host::ControlName&)>& isPresent)
 {
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        Presence& presence = m_rows[i].presence;
-        if (!isPresent(host::controls::all[i]))
+        Presence& presence = m_rows.at(i).presence;
+        if (!isPresent(host::controls::all.at(i)))
             presence = Presence::Absent;
         else if (presence == Presence::Absent)
             presence = Presence::CameBack;

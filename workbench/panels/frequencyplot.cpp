@@ -115,13 +115,14 @@ void FrequencyPlot::showBands(const std::vector<Band>& bands)
     constexpr int width = 12;
     QChart& chart = *m_bands->chart();
     empty(chart);
-    for (std::size_t i = 0; i < bands.size(); ++i) {
+    double height = 0.5;
+    for (const auto& [name, from, to] : bands) {
         auto* const series = new QLineSeries(&chart);
         series->setPen(QPen(QBrush(), width, Qt::SolidLine, Qt::FlatCap));
-        const auto height = static_cast<double>(i) + 0.5;
-        series->append(std::max(bands[i].from / gigahertz, m_least), height);
-        series->append(bands[i].to ? std::max(*bands[i].to / gigahertz, m_least) : m_most, height);
+        series->append(std::max(from / gigahertz, m_least), height);
+        series->append(to ? std::max(*to / gigahertz, m_least) : m_most, height);
         chart.addSeries(series);
+        height += 1.0;
     }
     addFrequencies(chart, m_least, m_most);
     auto& names = addAxis<QCategoryAxis>(chart, Qt::AlignLeft, {});

@@ -139,15 +139,15 @@ void TuningPanel::markOld(const QString& control)
 void TuningPanel::read(std::size_t index)
 {
     m_pages[index].isOld = false;
-    TuningPage& page = *m_pages[index].page;
-    const TuneModule& module = page.module();
+    TuningPage* const page = m_pages[index].page;
+    const TuneModule& module = page->module();
     const QString what = tr("read the settings of %1").arg(nameOf(module));
     follow(
         what,
         callModule(instrument(), module, what, [&module](TunedAdapter adapter) { return readModule(module, adapter); }),
-        [&page](const ReadModule& read) {
-            page.show(read);
-            page.setEnabled(true);
+        [page](const ReadModule& read) {
+            page->show(read);
+            page->setEnabled(true);
         });
 }
 
