@@ -87,6 +87,8 @@ class Header:
         elif line.startswith("///"):
             self._doc.append(line[3:].strip())
             self._attach_function_doc(top)
+        elif match := re.fullmatch(r"(public|protected|private|Q_SIGNALS):", line):
+            top.access = match[1]
         elif not line or line.startswith(("#", "//", "Q_", "using ", "friend ")):
             if not self._statement:
                 self._doc = []
@@ -94,8 +96,6 @@ class Header:
             self._push("namespace", match[1])
         elif line.startswith(("} // namespace", "};")):
             self._open.pop()
-        elif match := re.fullmatch(r"(public|protected|private|signals):", line):
-            top.access = match[1]
         elif match := re.fullmatch(r"enum class (\w+)[^;]*\{", line):
             self._push("enum", match[1])
         elif line == "{" and self._pending:
@@ -149,7 +149,7 @@ class Header:
             return
         statement, self._statement = self._statement, ""
         doc = self._take_doc()
-        if scope is None or scope.kind == "namespace" or scope.access not in ("public", "signals"):
+        if scope is None or scope.kind == "namespace" or scope.access not in ("public", "Q_SIGNALS"):
             return
         statement = _OVERLOADS.sub(r"\1 = 0;", statement)
         owner = scope.path.rsplit("::", 1)[-1]
@@ -161,7 +161,7 @@ class Header:
             if not doc:
                 self._fail(f"{match[1]} has no comment")
             if match[1] not in _NOT_FOR_SCRIPTS:
-                scope.members.append(Member(match[1], doc, names_of(match[2]), scope.access == "signals"))
+                scope.members.append(Member(match[1], doc, names_of(match[2]), scope.access == "Q_SIGNALS"))
         elif match := _FIELD.fullmatch(statement):
             if not trailing and not doc:
                 self._fail(f"{match[1]} has no comment")

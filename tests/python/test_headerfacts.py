@@ -41,6 +41,10 @@ public:
     /// by its number.
     Part thePart(int theNumber, const Kind& kind) const;
 
+Q_SIGNALS:
+    /// It was switched.
+    void enabledChanged(bool enabled);
+
 private:
     int hidden() const;
     int m_number = 0;
@@ -67,7 +71,8 @@ def test_names_and_comments_are_those_of_the_header(tmp_path: pathlib.Path) -> N
                  'Field{"the_number", &things::SdkThing::Part::theNumber, "of the part"},',
                  '{"isEnabled", "enabled", "Whether it is on; `SMALL1` if not.\\n\\nSwitches it; see the_part().", '
                  '"setEnabled", {}},',
-                 '{"thePart", "the_part", "Gives a part\\nby its number.", "", {"the_number", "kind"}},'):
+                 '{"thePart", "the_part", "Gives a part\\nby its number.", "", {"the_number", "kind"}},',
+                 '{"enabledChanged", "on_enabled_changed", "It was switched.", "", {"enabled"}},'):
         assert line in facts
     assert "hidden" not in facts and "SdkThing()" not in facts
 
