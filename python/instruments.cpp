@@ -126,9 +126,10 @@ void bindInstrument(py::module_& module)
     bindEnumeration<ITestHooks::Answer>(type);
     type.def_property_readonly("description", &Instrument::description, "The instrument as its provider lists it.")
         .def_property_readonly("provider", &Instrument::provider, "What opened it.")
-        .def_property("strict", &Instrument::isStrict, &Instrument::setStrict,
-                      "Whether operations of a control that is absent by now raise `ControlAbsent`. Otherwise getters "
-                      "give their defaults, and setters do nothing.")
+        .def_property(
+            "strict", &Instrument::isStrict, [](Instrument& self, Flag strict) { self.setStrict(strict); },
+            "Whether operations of a control that is absent by now raise `ControlAbsent`. Otherwise getters "
+            "give their defaults, and setters do nothing.")
         .def_property_readonly("closed", &Instrument::isClosed, "Whether it was closed.")
         .def_property_readonly(
             "present_controls", presentControls,
@@ -174,7 +175,7 @@ void bindInstruments(py::module_& module)
         "when there is no such provider, and `OperationFailed` when it fails.");
     module.def(
         "open_chosen",
-        [](const QString& provider, const Options& options, bool strict) {
+        [](const QString& provider, const Options& options, Flag strict) {
             return Instrument::open(chosen(provider, options), strict);
         },
         py::arg("provider"), py::arg("options"), py::arg("strict"), "What `open()` calls, with options as texts.");

@@ -22,11 +22,34 @@ struct Number
     operator Integer() const { return value; } // NOLINT(google-explicit-constructor)
 };
 
+/// True or False, of Python or of NumPy, and nothing else that could count as one.
+struct Flag
+{
+    bool value = false;
+    operator bool() const { return value; } // NOLINT(google-explicit-constructor): as above
+};
+
+template <typename Value>
+struct Crossing
+{
+    using Type = Value;
+};
+
+template <std::integral Integer>
+struct Crossing<Integer>
+{
+    using Type = Number<Integer>;
+};
+
+template <>
+struct Crossing<bool>
+{
+    using Type = Flag;
+};
+
+/// What a parameter of this type is taken as.
 template <typename Parameter>
-using Passed =
-    std::conditional_t<std::integral<std::decay_t<Parameter>> && !std::same_as<std::decay_t<Parameter>, bool>,
-                       Number<std::conditional_t<std::integral<std::decay_t<Parameter>>, std::decay_t<Parameter>, int>>,
-                       std::decay_t<Parameter>>;
+using Passed = typename Crossing<std::decay_t<Parameter>>::Type;
 
 } // namespace tov::python
 
@@ -56,6 +79,26 @@ struct type_caster<tov::python::Number<Integer>>
     static handle cast(tov::python::Number<Integer> number, return_value_policy policy, handle parent)
     {
         return make_caster<Integer>::cast(number.value, policy, parent);
+    }
+};
+
+template <>
+struct type_caster<tov::python::Flag>
+{
+    PYBIND11_TYPE_CASTER(tov::python::Flag, const_name("bool"));
+
+    bool load(handle source, bool /*convert*/)
+    {
+        make_caster<bool> flag;
+        if (!flag.load(source, false))
+            return false;
+        value.value = flag;
+        return true;
+    }
+
+    static handle cast(tov::python::Flag flag, return_value_policy policy, handle parent)
+    {
+        return make_caster<bool>::cast(flag.value, policy, parent);
     }
 };
 

@@ -187,6 +187,22 @@ def test_wrong_arguments_are_refused_and_change_nothing(
     assert instrument.ulk_power.lo_power == before
 
 
+@pytest.mark.parametrize("value", [None, 0, 1, 7, 2.5, float("nan"), "", "True", [True]])
+def test_only_true_and_false_switch(instrument: Instrument, value: Any) -> None:
+    instrument.lo_leakage.enabled = True
+    with pytest.raises(TypeError):
+        instrument.lo_leakage.enabled = value
+    with pytest.raises(TypeError):
+        instrument.factory_corrections.set_enabled(instrument.factory_corrections.supported[0], value)
+    with pytest.raises(TypeError):
+        instrument.strict = value
+    with pytest.raises(TypeError):
+        devicesservice.open(strict=value)
+    assert instrument.lo_leakage.enabled is True and instrument.strict is False
+    instrument.lo_leakage.enabled = np.bool_(False)  # type: ignore[assignment]
+    assert instrument.lo_leakage.enabled is False
+
+
 def test_only_bytes_are_bytes(instrument: Instrument) -> None:
     control = instrument.kz515_power
     rights: List[Any] = [b"\1\2", bytearray(2), [1, 255], np.array([1], dtype=np.uint8)]
