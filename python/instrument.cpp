@@ -36,9 +36,10 @@ void remember(std::vector<std::weak_ptr<Element>>& all, const std::shared_ptr<El
 class Instrument::Connection final : public provider::IConnection, public provider::IControlsListener
 {
 public:
-    Connection(std::unique_ptr<provider::IConnection> opened, SessionThread& thread, const std::shared_ptr<Held>& held)
+    Connection(std::unique_ptr<provider::IConnection> opened, const SessionThread& thread,
+               const std::shared_ptr<Held>& held)
         : m_opened(std::move(opened))
-        , m_thread(thread)
+        , m_post(thread.poster())
         , m_held(held)
     {
     }
@@ -71,7 +72,7 @@ public:
 private:
     void passOn()
     {
-        m_thread.post([weak = m_held] {
+        m_post([weak = m_held] {
             const auto held = weak.lock();
             if (!held || !held->session)
                 return;
@@ -85,7 +86,8 @@ private:
 
     std::unique_ptr<provider::IConnection> m_opened;
     provider::IControlsListener* m_listener = nullptr; // set before anybody tells
-    SessionThread& m_thread;
+    // Not the thread, which is gone before this where it was left to itself.
+    std::function<void(std::function<void()>)> m_post;
     std::weak_ptr<Held> m_held;
 };
 

@@ -15,13 +15,13 @@ SessionThread::~SessionThread()
         m_thread.join();
 }
 
-void SessionThread::post(std::function<void()> work)
+void SessionThread::post(Queue& queue, std::function<void()> work)
 {
     {
-        const std::lock_guard guard(m_queue->mutex);
-        m_queue->work.push_back(std::move(work));
+        const std::lock_guard guard(queue.mutex);
+        queue.work.push_back(std::move(work));
     }
-    m_queue->changed.notify_one();
+    queue.changed.notify_one();
 }
 
 void SessionThread::leaveToItself()

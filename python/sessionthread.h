@@ -27,7 +27,13 @@ public:
     ~SessionThread();
 
     /// Does this when its turn comes; never once it has been left to itself.
-    void post(std::function<void()> work);
+    void post(std::function<void()> work) { post(*m_queue, std::move(work)); }
+
+    /// Does the same, and may outlive this object: what it is given when the thread has ended is never done.
+    std::function<void(std::function<void()>)> poster() const
+    {
+        return [queue = m_queue](std::function<void()> work) { post(*queue, std::move(work)); };
+    }
 
     /// Does this and waits for it; at once when this is the thread itself.
     template <typename Work>
@@ -54,10 +60,12 @@ private:
     };
 
     bool isCurrent() const { return std::this_thread::get_id() == m_id; }
+    static void post(Queue& queue, std::function<void()> work);
     static void run(const std::shared_ptr<Queue>& queue);
     void end();
 
-    std::shared_ptr<Queue> m_queue = std::make_shared<Queue>(); // stays for a thread that was left to itself
+    // Stays for a thread that was left to itself, and for posters.
+    std::shared_ptr<Queue> m_queue = std::make_shared<Queue>();
     std::thread m_thread;
     std::thread::id m_id;
 };
