@@ -1,6 +1,10 @@
 #include "python/instrument.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
+#include <exception>
+#include <functional>
 #include <ranges>
 
 namespace tov::python {
@@ -29,6 +33,19 @@ void remember(std::vector<std::weak_ptr<Element>>& all, const std::shared_ptr<El
     std::erase_if(all, [](const auto& each) { return each.expired(); });
     all.push_back(one);
 }
+
+// An SDK may throw anything.
+template <typename Thing>
+void withoutExceptions(const char* when, Thing thing)
+try {
+    thing();
+} catch (const std::exception& error) {
+    qWarning("%s: %s", when, error.what());
+} catch (...) {
+    qWarning("%s: something went wrong", when);
+}
+
+constexpr auto closing = "While an instrument was closed";
 
 } // namespace
 
@@ -76,11 +93,7 @@ private:
             const auto held = weak.lock();
             if (!held || !held->session)
                 return;
-            try {
-                held->session->passOnNotices();
-            } catch (const std::exception& error) {
-                qWarning("While an instrument's controls went or came: %s", error.what());
-            }
+            withoutExceptions("While an instrument's controls went or came", [&] { held->session->passOnNotices(); });
         });
     }
 
@@ -141,20 +154,16 @@ void Instrument::openInSession(const host::ProviderChoice& choice)
 Instrument::~Instrument()
 {
     endSubscriptions();
-    auto closing = [held = std::move(m_held)]() mutable {
-        try {
-            held->close();
-        } catch (const std::exception& error) {
-            qWarning("While an instrument was closed: %s", error.what());
-        }
+    auto close = [held = std::move(m_held)]() mutable {
+        withoutExceptions(closing, [&] { held->close(); });
         held.reset(); // and with it the adapters, in their own thread
     };
     if (isInCallback()) {
-        m_thread->post(std::move(closing));
+        m_thread->post(std::move(close));
         m_thread->leaveToItself();
     } else {
         withoutTheLock([&] {
-            m_thread->post(std::move(closing));
+            m_thread->post(std::move(close));
             m_thread.reset();
         });
     }
@@ -165,20 +174,15 @@ void Instrument::close()
     refuseInCallback();
     if (m_closed.exchange(true))
         return;
+    const auto ending = qScopeGuard([this] { endSubscriptions(); });
     withoutTheLock([this] { m_thread->call([this] { asFailure([this] { m_held->close(); }); }); });
-    endSubscriptions();
 }
 
 void Instrument::closeAll()
 {
     for (const auto& each : std::exchange(opened(), {})) {
-        if (const auto instrument = each.lock()) {
-            try {
-                instrument->close();
-            } catch (const std::exception& error) {
-                qWarning("While an instrument was closed: %s", error.what());
-            }
-        }
+        if (const auto instrument = each.lock())
+            withoutExceptions(closing, [&] { instrument->close(); });
     }
 }
 
