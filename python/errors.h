@@ -57,7 +57,7 @@ try {
 } catch (const std::bad_alloc&) {
     throw;
 } catch (const std::exception& error) {
-    throw OperationFailed(error.what());
+    throw failure(QString::fromUtf8(error.what())); // which Python can decode, whatever the SDK says
 } catch (...) {
     throw OperationFailed("the instrument threw something that is no std::exception");
 }

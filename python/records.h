@@ -4,7 +4,10 @@
 
 #include "python/converters.h"
 
+#include <QString>
+
 #include <algorithm>
+#include <concepts>
 #include <functional>
 #include <string>
 #include <tuple>
@@ -71,6 +74,16 @@ bool areEqual(const T& one, const T& other)
         About<T>::fields);
 }
 
+/// A field as scripts read it. An instrument's texts need not be UTF-8; what is not is replaced.
+template <typename Value>
+auto readable(const Value& value)
+{
+    if constexpr (std::same_as<Value, std::string>)
+        return QString::fromStdString(value);
+    else
+        return value;
+}
+
 /// Adds a class with the fields of `T`, which cannot be changed, to `scope`; enumerations and records that belong to it
 /// come first.
 template <Record T, typename... Nested>
@@ -80,7 +93,7 @@ py::class_<T> bindDescription(py::handle scope)
     (bindNested<Nested>(type), ...);
     const auto define = [&]<typename... Value>(const Field<T, Value>&... field) {
         (type.def_property_readonly(
-             field.name, [member = field.member](const T& record) { return record.*member; }, field.doc),
+             field.name, [member = field.member](const T& record) { return readable(record.*member); }, field.doc),
          ...);
         type.def("__repr__", [=](py::handle self) {
             std::string text = shortName<T>();

@@ -102,6 +102,13 @@ def test_memory_potentiometers_and_identifier_are_written_and_read(instrument: I
     assert usb.usb_id.model_name and len(usb.usb_ids) == 5
 
 
+def test_texts_of_an_instrument_need_not_be_utf_8() -> None:
+    strange: Any = b"Pr\xfcfer"
+    potentiometer = devicesservice.PotentiometerInfo(strange, 1, 2)
+    assert potentiometer.name == "Pr\ufffdfer" and "Pr\ufffdfer" in repr(potentiometer)
+    assert devicesservice.UsbIdControl.UsbId(1, 2, 3, strange).model_name == "Pr\ufffdfer"
+
+
 def test_terms_are_arrays_and_times_know_their_zone(instrument: Instrument) -> None:
     terms = ErrorTerms([1e9, 2e9], [ErrorTerms.Port(1, [1 + 2j, 3], np.ones(2), [0, 0])],
                        [ErrorTerms.PortPair(1, 2, load_match=[0.5j, 0])])
