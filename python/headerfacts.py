@@ -19,6 +19,21 @@ _FIELD = re.compile(r"[\w:<>,&* ]+\s(\w+)(?:\s*=\s*[^;]+|\{[^;]*\})?;")
 _OVERLOADS = re.compile(r"TOV_OVERLOADS_IN_SLOT_ORDER\((virtual .*\)) = 0,\s*virtual .*;")
 _ELSEWHERE = {"TestHooks": "Instrument"}  # what instruments do themselves
 _NOT_FOR_SCRIPTS = {"addObserver", "removeObserver", "onControlsAboutToBeReleased", "onControlsAvailable"}
+# Sentences that are not true of Python, where errors are raised, nothing is moved and an enumeration has its members
+# alone; a space stands for a line's end too.
+_SAID_OTHERWISE = [
+    (r"Copies reach the same SDK control;[^.]*\.\s*", ""),
+    (r"Move them in:[^.]*\.\s*", ""),
+    (r"([Ww]hat (?:the SDK|the instrument|it) throws) passes through(?: every operation)?",
+     r"\1 is raised as `OperationFailed`"),
+    (r"Throws `std::bad_alloc` or `std::length_error`", "Raises `MemoryError` or `OperationFailed`"),
+    (r"`Failed`", "`OperationFailed`"),
+    (r"`onControlsAvailable\(\)`", "the next offer of the controls"),
+    (r"any other(?: number)? counts as ([^.;]*), read and sent", r"any other is read as \1"),
+    (r"(any other number reads as `\w+`) and is sent as[^.;]*", r"\1"),
+    (r"; any other is sent as `\w+`", ""),
+    (r"any other number passes unchanged too", "any other number is read unchanged too"),
+]
 
 
 def snake_case(name):
@@ -197,15 +212,9 @@ def spoken(doc, names):
     """A comment as a docstring: in the names that Python has, without what a program in C++ alone can do."""
     paragraphs = re.split(r"\n\s*\n", "\n".join(doc).strip())
     text = "\n\n".join(each.strip() for each in paragraphs if not each.startswith("Thread:"))
-    text = re.sub(r"Copies reach the same SDK control;[^.]*\.\s*", "", text)
-    text = re.sub(r"What the SDK throws passes through every\s+operation",
-                  "What the SDK throws is raised as `OperationFailed`", text)
-    text = text.strip()
-    text = text.replace("`onControlsAvailable()`", "the next offer of the controls")
-    text = re.sub(r"Throws `std::bad_alloc` or\s+`std::length_error`", "Raises `MemoryError` or `OperationFailed`",
-                  text)
-    text = text.replace("`Failed`", "`OperationFailed`")
-    text = re.sub(r"`([A-Z][a-z]+\d)`", lambda match: f"`{match[1].upper()}`", text)
+    for pattern, said in _SAID_OTHERWISE:
+        text = re.sub(pattern.replace(" ", r"\s+"), said, text)
+    text = re.sub(r"`([A-Z][a-z]+\d)`", lambda match: f"`{match[1].upper()}`", text.strip())
     return re.sub(r"\b[a-z]+[A-Z]\w*", lambda match: names.get(match[0], match[0]), text)
 
 

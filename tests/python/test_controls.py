@@ -2,7 +2,8 @@
 
 import datetime
 import enum
-from typing import Any, List
+import re
+from typing import Any, Iterator, List, Tuple
 
 import numpy as np
 import pytest
@@ -63,6 +64,20 @@ def test_every_operation_says_what_it_does() -> None:
                 assert "\n\n" in doc, f"{each.__name__}.{name}"
     assert "Attenuation in dB" in (devicesservice.Wn0807PowerControl.attenuation_db.__doc__ or "")
     assert "on_lo_power_changed()" in (UlkPowerControl.lo_power.__doc__ or "")
+
+
+def test_nothing_is_described_as_in_cpp() -> None:
+    def docstrings(scope: type) -> Iterator[Tuple[str, str]]:
+        for name, member in vars(scope).items():
+            yield f"{scope.__qualname__}.{name}", member.__doc__ or ""
+            if isinstance(member, type) and member.__qualname__.startswith(scope.__qualname__):
+                yield from docstrings(member)
+
+    foreign = re.compile(r"passes\s+through|[Mm]ove them|[Mm]oved|sent\s+as|and\s+sent|std::|\bThrows\b|`Failed`|&")
+    for each in vars(devicesservice).values():
+        if isinstance(each, type):
+            for name, doc in [(each.__name__, each.__doc__ or ""), *docstrings(each)]:
+                assert not foreign.search(doc), f"{name}: {doc}"
 
 
 def test_files_are_bytes_under_any_name(instrument: Instrument) -> None:

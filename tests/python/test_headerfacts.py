@@ -89,3 +89,19 @@ def test_a_missing_comment_is_an_error(tmp_path: pathlib.Path, comment: str, nam
     assert comment in _HEADER
     status, errors, facts = written(tmp_path, _HEADER.replace(comment, ""))
     assert status == 1 and f"{name} has no comment" in errors and not facts
+
+
+@pytest.mark.parametrize("comment, docstring", [
+    ("What it throws passes\n/// through.", "What it throws is raised as `OperationFailed`."),
+    ("Fails; what the instrument throws passes through every\n/// operation, and is told.",
+     "Fails; what the instrument throws is raised as `OperationFailed`, and is told."),
+    ("Keeps them. Move them in: of large ones no more\n/// than one is held. Waits.", "Keeps them. Waits."),
+    ("Modes; any other\n/// counts as `Mode3`, read and sent.", "Modes; any other is read as `MODE3`."),
+    ("Modes; any other number reads as `Mode3` and is sent\n/// as the SDK's 3.",
+     "Modes; any other number reads as `MODE3`."),
+    ("Parts; any other is sent as `Part2`.", "Parts."),
+])
+def test_a_docstring_is_true_of_python(tmp_path: pathlib.Path, comment: str, docstring: str) -> None:
+    status, errors, facts = written(tmp_path, _HEADER.replace("A thing. ", f"{comment} "))
+    assert (status, errors) == (0, "")
+    assert f'doc = "{docstring} What the SDK' in facts
