@@ -38,7 +38,10 @@ def check_memory(instrument: Instrument, limits: argparse.Namespace) -> Iterator
 
 def check_temperatures(instrument: Instrument, limits: argparse.Namespace) -> Iterator[Finding]:
     low, high = limits.temperatures
-    for module in instrument.temperature.modules_temperature:
+    modules = instrument.temperature.modules_temperature
+    if not modules:
+        yield Finding("temperatures", "-", False, "none is told")
+    for module in modules:
         passed = low <= module.temperature <= high
         yield Finding(f"temperature {module.name}", f"{module.temperature:.1f}", passed,
                       "" if passed else f"not within {low:g} to {high:g}")
