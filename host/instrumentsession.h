@@ -84,7 +84,7 @@ public:
     /// the instrument likes.
     ///
     /// The future gives what `function` returns, or throws what it throws; `ControlAbsent` when `control()` gives null.
-    /// Cancelling it takes a call back that has not begun, and changes nothing of one that has.
+    /// Cancelling it takes a call back that has not begun; one that has goes on, and its answer is lost.
     ///
     /// Throws what `control()` throws.
     template <typename Exposed, typename Function>

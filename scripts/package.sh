@@ -75,8 +75,12 @@ if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "
     exit 1
 fi
 try_prefix installed "$scratch/prefix"
-expect_failure "there are simulator, testing, host" \
-    cmake -S tests/package/unknown-component -B "$scratch/unknown" -DCMAKE_PREFIX_PATH="$scratch/prefix"
+quietly cmake --install build/release --prefix "$scratch/bare" --component library
+quietly cmake --install build/release --prefix "$scratch/bare" --component development
+expect_failure "there are simulator, testing, host" cmake -S tests/package/missing-component -B "$scratch/unknown" \
+    -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCOMPONENTS="simulator;simulater"
+expect_failure "installed without its component 'host'" cmake -S tests/package/missing-component -B "$scratch/missing" \
+    -DCMAKE_PREFIX_PATH="$scratch/bare" -DCOMPONENTS=host
 mv "$scratch/prefix" "$scratch/moved"
 try_prefix moved "$scratch/moved"
 build_example window window -DCMAKE_PREFIX_PATH="$scratch/moved"
@@ -86,7 +90,10 @@ done
 echo "windows: those of widgets and of QML ask, and do not stand still"
 build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
 expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
-echo "add_subdirectory: the example builds and runs"
+build_example own-provider add-provider -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
+expect '"lo-leakage": true' "$scratch/moved/bin/service-console" --json \
+    --provider "$scratch/add-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
+echo "add_subdirectory: the examples build and run"
 
 rm -rf build/release/packages
 (cd build/release && quietly cpack)

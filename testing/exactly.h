@@ -1,5 +1,6 @@
 #pragma once
 
+#include "devices/cxx23.h"
 #include "testing/undisturbed.h"
 
 #include <QByteArray>

@@ -18,9 +18,9 @@ using Number = std::expected<unsigned int, ISerialNumberControl::Error>;
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    tov::host::InstrumentSession session(slowInstrument());
-
     QPushButton button("Read the serial number");
+    tov::host::InstrumentSession session(slowInstrument()); // ends before the button, to which its answers go
+
     QObject::connect(&button, &QPushButton::clicked, &button, [&] {
         button.setEnabled(false);
         session.run(tov::host::controls::serialNumber, [](auto& control) { return control.serialNumber(); })

@@ -118,6 +118,23 @@ TEST_F(SessionCalls, AreTakenBackBeforeTheyHaveBegunOnly)
     EXPECT_FALSE(called);
 }
 
+TEST_F(SessionCalls, GoOnWithoutAnAnswerWhenTheyAreCancelledLater)
+{
+    bool ended = false;
+    auto answered = session.run(serialNumber, [&, gone = go.get_future().share()](const auto& /*control*/) {
+        begun.set_value();
+        gone.wait();
+        ended = true;
+        return 1;
+    });
+    begun.get_future().wait();
+    answered.cancel();
+    go.set_value();
+    EXPECT_TRUE(session.waitForCalls());
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(answered.resultCount(), 0);
+}
+
 TEST_F(SessionCalls, LeaveTheOwnersThreadFreeAndAnswerThere)
 {
     Window window;
