@@ -80,7 +80,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
     const auto call = m_instrument.underWay();
     if (call)
         askWhetherToWait(call->what);
-    else if (m_leaving != Leaving::Closing)
+    else if (m_leaving == Leaving::Closing) // the instrument's thread is held up by what is no call, such as a lookup
+        askWhetherToWait(tr("close the instrument"));
+    else
         closeInstrument();
 }
 

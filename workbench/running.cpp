@@ -17,7 +17,7 @@ int runWindow(Instrument::Opener opener)
     window.show();
 
     const int status = QApplication::exec();
-    if (instrument.underWay())
+    if (!instrument.isIdle())
         std::_Exit(status);
     return status;
 }

@@ -6,12 +6,10 @@
 #include "sdk/service/imemoryserialnumbercontrol.h"
 #include "testing/fakeinstrument.h"
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -51,18 +49,9 @@ public:
             each(4711, {});
     }
 
-    void answerAfter(std::chrono::seconds time)
-    {
-        m_answering = std::jthread([this, time] {
-            std::this_thread::sleep_for(time);
-            answer();
-        });
-    }
-
 private:
-    mutable std::mutex m_mutex; // guards what is below
+    mutable std::mutex m_mutex; // guards m_asked
     std::vector<std::function<void(unsigned int, std::error_code)>> m_asked;
-    std::jthread m_answering; // the test's
 };
 
 /// An instrument whose serial number is such.
@@ -74,6 +63,9 @@ public:
         m_instrument->offer<sdk::service::IMemorySerialNumberControl>(host::controls::serialNumber.keys.sdk,
                                                                       std::move(serialNumber));
     }
+
+    // May be held up, or throw.
+    void duringLookup(std::function<void()> does) { m_instrument->duringLookup = std::move(does); }
 
     std::shared_ptr<sdk::IVna> instrument() override { return m_instrument; }
     void setListener(provider::IControlsListener* /*listener*/) override {}
