@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <semaphore>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -42,6 +43,31 @@ inline workbench::Instrument::Opener opens(std::unique_ptr<provider::IConnection
     return opens(std::make_shared<std::unique_ptr<provider::IConnection>>(std::move(connection)));
 }
 
+/// A call that the instrument has until the test ends it: what is asked for meanwhile waits.
+class CallUnderWay
+{
+public:
+    explicit CallUnderWay(workbench::Instrument& instrument)
+    {
+        instrument.call(host::controls::loLeakage, QStringLiteral("hold the others up"),
+                        [end = m_end](auto& /*control*/) { end->acquire(); });
+        waitUntil([&] { return instrument.underWay().has_value(); });
+    }
+    CallUnderWay(const CallUnderWay&) = delete;
+    CallUnderWay& operator=(const CallUnderWay&) = delete;
+    ~CallUnderWay() { end(); }
+
+    void end()
+    {
+        if (!std::exchange(m_hasEnded, true))
+            m_end->release();
+    }
+
+private:
+    const std::shared_ptr<std::binary_semaphore> m_end = std::make_shared<std::binary_semaphore>(0);
+    bool m_hasEnded = false;
+};
+
 /// The window on a simulated instrument, as the user sees it once that is open.
 class OpenWindow : public ::testing::Test
 {
@@ -62,6 +88,21 @@ protected:
         auto connection = std::make_unique<simulator::SimulatedConnection>(simulator::Configuration());
         simulated = connection.get();
         open(opens(std::move(connection)), panel);
+    }
+
+    // Until the instrument's thread has passed on what it was told before.
+    void settle()
+    {
+        const auto passed = instrument.callSession({}, QStringLiteral("pass"), [](auto& /*session*/) {});
+        waitUntil([&] { return passed.isFinished(); });
+    }
+
+    // Until the controls have gone, also while a call is under way.
+    void loseControls()
+    {
+        EXPECT_TRUE(simulated->releaseControls());
+        waitUntil([this] { return !instrument.isPresent(host::controls::loLeakage); });
+        settle();
     }
 
     // Only then its shortcuts count; where there is no window manager, nobody else does it.

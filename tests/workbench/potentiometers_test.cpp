@@ -76,12 +76,18 @@ TEST_F(Potentiometers, ShowInTheirPlaceAndInASentenceWhatFailed)
     waitForFault("Could not write 1000 to RAM of potentiometer 0: the instrument reported a failure.");
     EXPECT_EQ(shown(table, 0, PotentiometersModel::Ram), "–");
 
+    QString noted;
+    QObject::connect(&instrument, &workbench::Instrument::callChanged, window.get(), [&](const workbench::Call& call) {
+        if (call.state == workbench::Call::State::Failed && call.what == "read the potentiometers")
+            noted = call.error;
+    });
     misbehave(controls::potentiometers, "readFromEeprom", Answer::WithError);
     readAnew();
     waitForFault(
         "Could not read what is in EEPROM of the potentiometers 0, 1, 2, 3, 4, 5, 6, 7: the instrument reported "
         "a failure.");
     EXPECT_EQ(shown(table, 3, PotentiometersModel::Eeprom), "failed");
+    EXPECT_EQ(noted, "the instrument reported a failure for EEPROM of 0, 1, 2, 3, 4, 5, 6, 7");
 
     misbehave(controls::potentiometers, "potentiometers", Answer::Throwing);
     readAnew();

@@ -172,8 +172,10 @@ private:
 
 struct Hearing::Ears
 {
-    Ears(host::InstrumentSession& itsSession, const std::shared_ptr<const NotificationSink>& told)
+    Ears(host::InstrumentSession& itsSession, const std::shared_ptr<const NotificationSink>& told,
+         NotHeardSink itsNotHeard)
         : session(itsSession)
+        , notHeard(std::move(itsNotHeard))
         , ear(*told)
         , ifswEar(*told, host::controls::ifswCalibration)
         , powerEar(*told, host::controls::factoryPowerCalibration)
@@ -187,9 +189,15 @@ struct Hearing::Ears
     {
         if (heard.contains(kind.keys.registry))
             return;
-        if (const auto control = session.control(kind)) {
-            hear(control);
-            heard.insert(kind.keys.registry);
+        try {
+            if (const auto control = session.control(kind)) {
+                hear(control);
+                heard.insert(kind.keys.registry);
+            }
+        } catch (...) {
+            if (!notHeard)
+                throw;
+            notHeard(kind, std::current_exception());
         }
     }
 
@@ -208,6 +216,7 @@ struct Hearing::Ears
     }
 
     host::InstrumentSession& session;
+    const NotHeardSink notHeard;
     Ear ear;
     CalibrationEar<devices::service::SdkYqIfswCalibrationControl::Observer> ifswEar;
     CalibrationEar<devices::service::SdkYqFactoryPowerCalibrationControl::Observer> powerEar;
@@ -216,9 +225,9 @@ struct Hearing::Ears
     std::set<std::uint64_t> heard;
 };
 
-Hearing::Hearing(host::InstrumentSession& session, NotificationSink told)
+Hearing::Hearing(host::InstrumentSession& session, NotificationSink told, NotHeardSink notHeard)
     : m_told(std::make_shared<const NotificationSink>(std::move(told)))
-    , m_ears(std::make_unique<Ears>(session, m_told))
+    , m_ears(std::make_unique<Ears>(session, m_told, std::move(notHeard)))
 {
     hearWhatIsThere();
 }

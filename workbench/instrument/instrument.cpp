@@ -38,15 +38,6 @@ devices::ControlRegistry registryWith(const std::shared_ptr<LifecycleEar>& ear)
     return registry;
 }
 
-QSet<quint64> controlsOf(const host::InstrumentSession& session)
-{
-    QSet<quint64> present;
-    for (const host::ControlName& kind : host::controls::all)
-        if (session.isPresent(kind))
-            present.insert(kind.keys.registry);
-    return present;
-}
-
 } // namespace
 
 /// What lives in the instrument's thread.
@@ -58,25 +49,32 @@ public:
     {
     }
 
+    // One that cannot be opened is closed, so that it can be tried again.
     void open(std::unique_ptr<provider::IConnection> connection)
-    {
+    try {
         const auto ear = std::make_shared<LifecycleEar>(
             [this] { tellOwner([](Instrument& owner) { owner.setPresent({}, false); }); },
             // The adapters hear of it first.
             [this] { QMetaObject::invokeMethod(this, [this] { look(true); }, Qt::QueuedConnection); });
         m_session = std::make_unique<host::InstrumentSession>(std::move(connection), registryWith(ear));
         m_session->control(lifecycle);
-        m_hearing = std::make_unique<Hearing>(*m_session, [&owner = m_owner](std::string_view control,
-                                                                             std::string_view notification,
-                                                                             std::initializer_list<double> numbers) {
+        const auto pass = [&owner = m_owner](std::string_view control, std::string_view notification,
+                                             std::initializer_list<double> numbers) {
             const Notification told{.time = QDateTime::currentDateTime(),
                                     .thread = currentThreadName(),
                                     .control = QString::fromUtf8(control),
                                     .name = QString::fromUtf8(notification),
                                     .numbers = numbers};
             QMetaObject::invokeMethod(&owner, [&owner, told] { Q_EMIT owner.notified(told); }, Qt::QueuedConnection);
-        });
+        };
+        const auto notHeard = [&owner = m_owner](const host::ControlName& kind, const std::exception_ptr& thrown) {
+            owner.tellFailure(QString::fromUtf8(kind.name), tr("hear what it tells"), thrown);
+        };
+        m_hearing = std::make_unique<Hearing>(*m_session, pass, notHeard);
         look(false);
+    } catch (...) {
+        close();
+        throw;
     }
 
     void close()
@@ -92,8 +90,7 @@ public:
         if (!m_session)
             return;
         m_hearing->hearWhatIsThere();
-        tellOwner(
-            [present = controlsOf(*m_session), offered](Instrument& owner) { owner.setPresent(present, offered); });
+        tellOwner([present = controls(), offered](Instrument& owner) { owner.setPresent(present, offered); });
     }
 
     template <typename Act>
@@ -103,6 +100,20 @@ public:
     }
 
 private:
+    // One that cannot be looked for is not there.
+    QSet<quint64> controls() const
+    {
+        QSet<quint64> present;
+        for (const host::ControlName& kind : host::controls::all)
+            try {
+                if (m_session->isPresent(kind))
+                    present.insert(kind.keys.registry);
+            } catch (...) {
+                m_owner.tellFailure(QString::fromUtf8(kind.name), tr("look for it"), std::current_exception());
+            }
+        return present;
+    }
+
     Instrument& m_owner; // outlives the thread
     std::unique_ptr<host::InstrumentSession> m_session;
     std::unique_ptr<Hearing> m_hearing; // goes before the session
@@ -255,6 +266,28 @@ QString Instrument::messageOf(const std::exception_ptr& thrown)
     }
 }
 
+void Instrument::tellFailure(const QString& control, const QString& what, const std::exception_ptr& thrown)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const Call failed{.what = what,
+                      .control = control,
+                      .state = Call::State::Failed,
+                      .asked = now,
+                      .began = now,
+                      .duration = {},
+                      .thread = currentThreadName(),
+                      .error = messageOf(thrown)};
+    const auto tell = [this, failed] {
+        Call call = failed;
+        call.number = ++m_asked;
+        call.state = Call::State::Waiting; // as every call begins
+        Q_EMIT callChanged(call);
+        call.state = Call::State::Failed;
+        Q_EMIT callChanged(call);
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
 void Instrument::inRoom(std::function<void(Room&)> act)
 {
     QMetaObject::invokeMethod(m_room, [room = m_room, act = std::move(act)] { act(*room); }, Qt::QueuedConnection);
@@ -265,6 +298,13 @@ host::InstrumentSession& Instrument::sessionOf(Room& room)
     if (auto* const session = room.session())
         return *session;
     throw std::runtime_error("no instrument is open");
+}
+
+// An adapter that was made before is there even while its control is not, and gives its defaults then.
+void Instrument::requirePresent(const host::InstrumentSession& session, const host::ControlName& kind)
+{
+    if (!session.isPresent(kind))
+        throw host::ControlAbsent(kind);
 }
 
 provider::ITestHooks& Instrument::testHooksOf(const host::InstrumentSession& session)

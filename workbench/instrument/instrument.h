@@ -47,6 +47,17 @@ QString errorOf(const Answer& answer)
     }
 }
 
+/// What a call that gave this answer is said to have failed by, also when only a part of it failed, which the answer
+/// then tells by `failedPart()`; empty when nothing did.
+template <typename Answer>
+QString whatFailedIn(const Answer& answer)
+{
+    if constexpr (requires { answer.failedPart(); })
+        return answer.failedPart();
+    else
+        return errorOf(answer);
+}
+
 /// Calls `act` with a future that has finished, also by being cancelled, in the thread of `context` and by its event
 /// loop; not at all when `context` is gone by then. (To `QFuture::then()` of Qt 6.4 the context must not be gone.)
 template <typename Answer, typename Act>
@@ -121,7 +132,8 @@ public:
     /// serial number".
     ///
     /// The future gives what `function` returns, or throws what it throws: `host::ControlAbsent` when the instrument
-    /// does not have the control now. Go on by `whenFinished()`; panels use `Panel::ask()`.
+    /// does not have the control when the call is asked for or has its turn, and also when it has it no more at the end
+    /// of a call whose answer cannot tell of failures. Go on by `whenFinished()`; panels use `Panel::ask()`.
     template <typename Exposed, typename Function>
     auto call(const host::Control<Exposed>& kind, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, Exposed&>>;
@@ -132,9 +144,10 @@ public:
     auto callBy(const host::ControlName& kind, Run run, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, Adapter>>;
 
-    /// The same with the session, in its owner's thread: for what does not wait.
+    /// The same with the session, in its owner's thread: for what does not wait. `control` is the name of whose call it
+    /// is; empty: of the instrument as a whole.
     template <typename Function>
-    auto callSession(const QString& what, Function function)
+    auto callSession(const QString& control, const QString& what, Function function)
         -> QFuture<std::invoke_result_t<Function&, host::InstrumentSession&>>;
 
     /// The same with what tests may do to the instrument; throws where that is nothing.
@@ -206,8 +219,12 @@ private:
     void tellEnd(const Way& way, const QString& error, std::chrono::steady_clock::duration duration);
     static QString messageOf(const std::exception_ptr& thrown);
 
+    // Of what nobody asked for, such as to hear a control that has come.
+    void tellFailure(const QString& control, const QString& what, const std::exception_ptr& thrown);
+
     void inRoom(std::function<void(Room&)> act);
     static host::InstrumentSession& sessionOf(Room& room);
+    static void requirePresent(const host::InstrumentSession& session, const host::ControlName& kind);
     static provider::ITestHooks& testHooksOf(const host::InstrumentSession& session);
     void change(const Way& way, const std::function<void(Call&)>& how);
     void setState(State state);
@@ -249,7 +266,7 @@ void Instrument::make(const Way& way, QPromise<Answer>& promise, Act act)
             act();
         } else {
             Answer answer = act();
-            error = errorOf(answer);
+            error = whatFailedIn(answer);
             promise.addResult(std::move(answer));
         }
     } catch (...) {
@@ -269,11 +286,21 @@ auto Instrument::callBy(const host::ControlName& kind, Run run, const QString& w
     inRoom([this, way, promise, kind, run = std::move(run), function = std::move(function)](Room& room) {
         try {
             host::InstrumentSession& session = sessionOf(room);
-            // An adapter that was made before would be there even while its control is not.
-            if (!session.isPresent(kind))
-                throw host::ControlAbsent(kind);
-            run(session, [this, way, promise, function](Adapter adapter) mutable {
-                make(way, *promise, [&] { return function(adapter); });
+            requirePresent(session, kind);
+            run(session, [this, way, promise, kind, function, &session](Adapter adapter) mutable {
+                // The controls may go while the call waits or is under way.
+                make(way, *promise, [&] {
+                    requirePresent(session, kind);
+                    if constexpr (std::is_void_v<Answer>) {
+                        function(adapter);
+                        requirePresent(session, kind);
+                    } else {
+                        Answer answer = function(adapter);
+                        if constexpr (!requires { answer.error(); })
+                            requirePresent(session, kind);
+                        return answer;
+                    }
+                });
             });
         } catch (...) {
             make(way, *promise, [&]() -> Answer { throw; });
@@ -295,11 +322,11 @@ auto Instrument::call(const host::Control<Exposed>& kind, const QString& what, F
 }
 
 template <typename Function>
-auto Instrument::callSession(const QString& what, Function function)
+auto Instrument::callSession(const QString& control, const QString& what, Function function)
     -> QFuture<std::invoke_result_t<Function&, host::InstrumentSession&>>
 {
     using Answer = std::invoke_result_t<Function&, host::InstrumentSession&>;
-    const auto [way, promise] = ask<Answer>({}, what);
+    const auto [way, promise] = ask<Answer>(control, what);
     inRoom([this, way, promise, function = std::move(function)](Room& room) mutable {
         make(way, *promise, [&] { return function(sessionOf(room)); });
     });
@@ -310,7 +337,7 @@ template <typename Function>
 auto Instrument::callTestHooks(const QString& what, Function function)
     -> QFuture<std::invoke_result_t<Function&, provider::ITestHooks&>>
 {
-    return callSession(what, [function = std::move(function)](host::InstrumentSession& session) mutable {
+    return callSession({}, what, [function = std::move(function)](host::InstrumentSession& session) mutable {
         return function(testHooksOf(session));
     });
 }

@@ -80,13 +80,15 @@ TemperatureFeed::~TemperatureFeed()
 QFuture<TemperatureReading> TemperatureFeed::read()
 {
     // Not behind the calls that wait for the instrument, which this does not.
-    return m_instrument.callSession(tr("read the temperatures"), [relay = m_relay](host::InstrumentSession& session) {
-        const auto control = session.control(host::controls::temperature);
-        if (!control)
-            throw host::ControlAbsent(host::controls::temperature);
-        Relay::follow(relay, *control);
-        return relay->readingOf(*control);
-    });
+    constexpr auto& kind = host::controls::temperature;
+    return m_instrument.callSession(QString::fromUtf8(kind.name), tr("read the temperatures"),
+                                    [relay = m_relay](host::InstrumentSession& session) {
+                                        const auto control = session.control(kind);
+                                        if (!control)
+                                            throw host::ControlAbsent(kind);
+                                        Relay::follow(relay, *control);
+                                        return relay->readingOf(*control);
+                                    });
 }
 
 QFuture<provider::Result<void>> TemperatureFeed::passTime(std::chrono::seconds time)

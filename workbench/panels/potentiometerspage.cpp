@@ -19,24 +19,38 @@ namespace {
 using Error = IPotentiometersControl::Error;
 using Potentiometer = PotentiometersModel::Potentiometer;
 
-std::vector<Potentiometer> read(IPotentiometersControl& control)
+// The table is of use, though not all of its values could be read.
+struct Reading
 {
     std::vector<Potentiometer> potentiometers;
+
+    // The indices of those whose values could not be read, as a list.
+    QString failedOnes() const
+    {
+        QStringList failed;
+        for (std::size_t i = 0; i < potentiometers.size(); ++i)
+            if (!potentiometers[i].eeprom)
+                failed.append(QString::number(i));
+        return failed.join(QStringLiteral(", "));
+    }
+    QString failedPart() const
+    {
+        const QString failed = failedOnes();
+        return failed.isEmpty()
+                   ? QString()
+                   : PotentiometersPage::tr("the instrument reported a failure for EEPROM of %1").arg(failed);
+    }
+};
+
+Reading read(IPotentiometersControl& control)
+{
+    Reading reading;
+    auto& potentiometers = reading.potentiometers;
     for (auto& info : control.potentiometers()) {
         const auto eeprom = control.readFromEeprom(potentiometers.size());
         potentiometers.push_back({std::move(info), eeprom ? std::optional(*eeprom) : std::nullopt});
     }
-    return potentiometers;
-}
-
-// The indices of those whose values could not be read, as a list.
-QString failedOnes(const std::vector<Potentiometer>& potentiometers)
-{
-    QStringList failed;
-    for (std::size_t i = 0; i < potentiometers.size(); ++i)
-        if (!potentiometers[i].eeprom)
-            failed.append(QString::number(i));
-    return failed.join(QStringLiteral(", "));
+    return reading;
 }
 
 } // namespace
@@ -62,15 +76,13 @@ void PotentiometersPage::refresh()
 {
     if (!instrument().isPresent(controls::potentiometers))
         return;
-    panel().ask(controls::potentiometers, tr("read the potentiometers"), read,
-                [this](std::vector<Potentiometer> potentiometers) {
-                    if (const QString failed = failedOnes(potentiometers); !failed.isEmpty())
-                        panel().showFault(
-                            tr("Could not read what is in EEPROM of the potentiometers %1: the instrument "
-                               "reported a failure.")
-                                .arg(failed));
-                    m_model.setPotentiometers(std::move(potentiometers));
-                });
+    panel().ask(controls::potentiometers, tr("read the potentiometers"), read, [this](Reading reading) {
+        if (const QString failed = reading.failedOnes(); !failed.isEmpty())
+            panel().showFault(tr("Could not read what is in EEPROM of the potentiometers %1: the instrument "
+                                 "reported a failure.")
+                                  .arg(failed));
+        m_model.setPotentiometers(std::move(reading.potentiometers));
+    });
 }
 
 void PotentiometersPage::writeEeprom(int row, int value)
