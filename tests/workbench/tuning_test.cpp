@@ -13,9 +13,11 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -76,6 +78,7 @@ protected:
     QString fault() { return find<workbench::Panel>("tuning").fault(); }
 };
 
+using Answer = provider::ITestHooks::Answer;
 using Ulk = devices::service::SdkUlkPowerControl;
 using Leakage = devices::service::SdkLoLeakageControl;
 using Wn0807 = devices::service::SdkWn0807PowerControl;
@@ -164,6 +167,96 @@ TEST_F(Tuning, FollowsWhatElseChangesAModuleThatTells)
     const auto& power = editor<QDoubleSpinBox>(page(controls::ulkPower), "rf-power");
     instrument.call(controls::ulkPower, "set it elsewhere", [](auto& ulk) { ulk.setRfPower(7); });
     waitUntil([&] { return power.value() == 7; });
+}
+
+TEST_F(Tuning, ReadsWhatChangedWhileAnotherPanelWasInFront)
+{
+    const auto& power = editor<QDoubleSpinBox>(page(controls::ulkPower), "rf-power");
+    bool isTold = false;
+    QObject::connect(&instrument, &workbench::Instrument::notified, window.get(),
+                     [&](const workbench::Notification& told) { isTold |= told.control == "ulk-power"; });
+    EXPECT_TRUE(window->bringUp("overview"));
+    instrument.call(controls::ulkPower, "set it elsewhere", [](auto& ulk) { ulk.setRfPower(7); });
+    waitUntil([&] { return isTold; });
+    const auto timers = find<workbench::Panel>("tuning").findChildren<QTimer*>(Qt::FindDirectChildrenOnly);
+    waitUntil([&] { return std::ranges::none_of(timers, &QTimer::isActive); }); // what would be read is read
+    EXPECT_TRUE(window->bringUp("tuning"));
+    waitUntil([&] { return power.value() == 7; });
+}
+
+TEST_F(Tuning, DoesNotTakeAnAdapterWithoutItsControlForTheInstrument)
+{
+    const QWidget& ulk = page(controls::ulkPower);
+    const auto& power = editor<QDoubleSpinBox>(ulk, "lo-power");
+    const double before = power.value();
+    ASSERT_NE(before, 0.0);
+    CallUnderWay underWay(instrument);
+    find<QAction>("refresh").trigger();
+    settle(); // the control was there when that was asked for
+    loseControls();
+    underWay.end();
+    waitUntil([&] { return instrument.isIdle() && !find<workbench::Panel>("tuning").isWaiting(); });
+    EXPECT_EQ(fault(), "Could not read the settings of ulk-power: the instrument has no ulk-power control.");
+    EXPECT_EQ(power.value(), before);
+    EXPECT_FALSE(ulk.isEnabled());
+}
+
+TEST_F(Tuning, UndoesToWhatTheInstrumentHadAndNotToWhatItRefused)
+{
+    auto& attenuation = editor<QDoubleSpinBox>(page(controls::wn0807Power), "attenuation-db");
+    CallUnderWay underWay(instrument);
+    type(attenuation, "10.3"); // which is not taken
+    type(attenuation, "12");
+    underWay.end();
+    waitUntil([&] { return find<QAction>("undo").isEnabled() && instrument.isIdle(); });
+    EXPECT_EQ(held(controls::wn0807Power, &Wn0807::attenuationDb), 12);
+    find<QAction>("undo").trigger();
+    EXPECT_EQ(held(controls::wn0807Power, &Wn0807::attenuationDb), 0);
+}
+
+TEST_F(Tuning, UndoesNothingWhileAChangeWaits)
+{
+    auto& power = editor<QDoubleSpinBox>(page(controls::ulkPower), "lo-power");
+    type(power, "12");
+    waitUntil([&] { return find<QAction>("undo").isEnabled(); });
+    CallUnderWay underWay(instrument);
+    type(power, "13");
+    EXPECT_FALSE(find<QAction>("undo").isEnabled());
+    underWay.end();
+    waitUntil([&] { return find<QAction>("undo").isEnabled(); });
+    find<QAction>("undo").trigger();
+    EXPECT_EQ(held(controls::ulkPower, &Ulk::loPower), 12);
+}
+
+TEST_F(Tuning, CanUndoAgainWhatCouldNotBeUndone)
+{
+    auto& power = editor<QDoubleSpinBox>(page(controls::ulkPower), "lo-power");
+    const auto before = held(controls::ulkPower, &Ulk::loPower);
+    type(power, "12");
+    waitUntil([&] { return find<QAction>("undo").isEnabled(); });
+    EXPECT_TRUE(simulated->setAnswer(controls::ulkPower.keys.sdk, "change", Answer::Throwing));
+    find<QAction>("undo").trigger();
+    waitUntil([&] { return !fault().isEmpty() && find<QAction>("undo").isEnabled(); });
+    EXPECT_FALSE(find<QAction>("redo").isEnabled());
+    EXPECT_EQ(held(controls::ulkPower, &Ulk::loPower), 12);
+
+    EXPECT_TRUE(simulated->setAnswer(controls::ulkPower.keys.sdk, "change", Answer::AsUsual));
+    find<QAction>("undo").trigger();
+    EXPECT_EQ(held(controls::ulkPower, &Ulk::loPower), before);
+    waitUntil([&] { return find<QAction>("redo").isEnabled(); });
+    EXPECT_FALSE(find<QAction>("undo").isEnabled());
+}
+
+TEST_F(Tuning, UndoesByTheKeyboardInTheBoxThatWasEdited)
+{
+    auto& power = editor<QDoubleSpinBox>(page(controls::ulkPower), "lo-power");
+    const double before = power.value();
+    activate();
+    type(power, "12");
+    waitUntil([&] { return find<QAction>("undo").isEnabled() && instrument.isIdle(); });
+    EXPECT_TRUE(power.hasFocus());
+    QTest::keyClick(&power, Qt::Key_Z, Qt::ControlModifier);
+    waitUntil([&] { return power.value() == before; });
 }
 
 TEST_F(Tuning, ReadsAnewWhenTheControlsComeBack)

@@ -1,5 +1,6 @@
 #include "workbench/panels/numberbox.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
 #include <QWheelEvent>
@@ -54,13 +55,15 @@ void NumberBox::showNumber(const std::optional<double>& number)
     setSpecialValueText(number ? QString() : tr("none"));
     setRange(number ? m_least : std::nextafter(m_least, -farthest) - 1, m_most);
     setValue(number.value_or(minimum()));
+    m_exact = number.value_or(minimum());
+    m_shown = value();
 }
 
 std::optional<double> NumberBox::number() const
 {
     if (!specialValueText().isEmpty() && value() == minimum())
         return {};
-    return value();
+    return value() == m_shown ? m_exact : value();
 }
 
 bool NumberBox::isBeingEdited() const
@@ -94,6 +97,18 @@ QValidator::State NumberBox::validate(QString& text, int& /*position*/) const
 QSize NumberBox::sizeHint() const
 {
     return {fontMetrics().averageCharWidth() * 22, QDoubleSpinBox::sizeHint().height()};
+}
+
+// A line edit takes the keys of undo for itself, also where it has nothing to undo.
+bool NumberBox::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && !lineEdit()->isModified())
+        if (const auto* const keys = dynamic_cast<QKeyEvent*>(event);
+            keys != nullptr && (keys->matches(QKeySequence::Undo) || keys->matches(QKeySequence::Redo))) {
+            event->ignore();
+            return true;
+        }
+    return QDoubleSpinBox::event(event);
 }
 
 void NumberBox::wheelEvent(QWheelEvent* event)

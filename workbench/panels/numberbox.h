@@ -23,7 +23,7 @@ public:
     /// Shows a number, or that there is none.
     void showNumber(const std::optional<double>& number);
 
-    /// What is shown.
+    /// What is shown, to the last digit, though a box shows no more than nine behind the point.
     std::optional<double> number() const;
 
     /// Whether the user is in the middle of it.
@@ -39,12 +39,15 @@ Q_SIGNALS:
     void edited();
 
 protected:
+    bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     double m_least;
     double m_most;
     bool m_isWhole = false;
+    double m_exact = 0.0; // what was to be shown
+    double m_shown = 0.0; // the value that showed it
 };
 
 } // namespace tov::workbench

@@ -11,7 +11,6 @@
 #include <QSplitter>
 
 #include <algorithm>
-#include <utility>
 
 namespace tov::workbench {
 
@@ -52,7 +51,6 @@ TuningPage::TuningPage(const TuneModule& module, QWidget* parent)
 
 void TuningPage::show(const ReadModule& read)
 {
-    m_read = read;
     for (std::size_t i = 0; i < m_editors.size(); ++i)
         if (m_editors[i] != nullptr)
             m_editors[i]->show(read[i]);
@@ -76,10 +74,8 @@ void TuningPage::addSetting(QGridLayout& form, std::size_t index)
     form.addWidget(name, row, 0);
     form.addWidget(editor, row, 1);
     form.addWidget(meaning, row, 2);
-    connect(editor, &SettingEditor::edited, this, [this, index](const QJsonValue& value) {
-        const QJsonValue before = std::exchange(m_read[index].value, value); // of the next change this is before
-        Q_EMIT edited(m_module.settings[index], before, value);
-    });
+    connect(editor, &SettingEditor::edited, this,
+            [this, &setting](const QJsonValue& value) { Q_EMIT edited(setting, value); });
 }
 
 void TuningPage::addButtons(QHBoxLayout& buttons)
@@ -94,7 +90,7 @@ void TuningPage::addButtons(QHBoxLayout& buttons)
     }
     if (!m_module.reset)
         return;
-    auto* const reset = new QPushButton(tr("R&eset the module"), this);
+    auto* const reset = new QPushButton(tr("Re&set the module"), this);
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, &TuningPage::resetAsked);
     buttons.addWidget(reset);

@@ -30,7 +30,7 @@ public:
     void show(const ReadModule& read);
 
 Q_SIGNALS:
-    void edited(const tov::TuneSetting& setting, const QJsonValue& before, const QJsonValue& after);
+    void edited(const tov::TuneSetting& setting, const QJsonValue& value);
     void resetAsked();
     void loadAsked(const tov::TuneTable& table, const QString& file);
 
@@ -40,7 +40,6 @@ private:
     void askForFile(const TuneTable& table);
 
     const TuneModule& m_module;
-    ReadModule m_read;
     std::vector<SettingEditor*> m_editors; // of the settings; null for what only the plot shows
     FrequencyPlot* m_plot = nullptr;       // null: there is nothing to plot
 };

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QListWidget>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -29,6 +30,8 @@ QString textOf(const TuneModule& module, const TuneSetting& setting, const QJson
 
 TuningPanel::TuningPanel(Instrument& instrument, QWidget* parent)
     : Panel(instrument, parent)
+    , m_undo(m_changes.createUndoAction(this))
+    , m_redo(m_changes.createRedoAction(this))
     , m_names(new QListWidget(this))
     , m_stack(new QStackedWidget(this))
     , m_reads(new QTimer(this))
@@ -72,6 +75,12 @@ void TuningPanel::refresh()
     readInFront();
 }
 
+void TuningPanel::showEvent(QShowEvent* event)
+{
+    Panel::showEvent(event);
+    readInFront(); // what was told of meanwhile
+}
+
 QLayout* TuningPanel::undoButtons()
 {
     auto* const buttons = new QHBoxLayout;
@@ -86,19 +95,19 @@ QLayout* TuningPanel::undoButtons()
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         buttons->addWidget(button);
     };
-    QAction* const undo = m_changes.createUndoAction(this);
-    QAction* const redo = m_changes.createRedoAction(this);
-    add(undo, QKeySequence::Undo, "undo");
-    add(redo, QKeySequence::Redo, "redo");
+    add(m_undo, QKeySequence::Undo, "undo");
+    add(m_redo, QKeySequence::Redo, "redo");
     // What would be undone is too long for a button.
-    for (QAction* const action : {undo, redo})
-        connect(action, &QAction::changed, this, [action, undo] {
-            const QString shortText = action == undo ? tr("&Undo") : tr("Re&do");
+    for (QAction* const action : {m_undo, m_redo})
+        connect(action, &QAction::changed, this, [this, action] {
+            const QString shortText = action == m_undo ? tr("&Undo") : tr("Re&do");
             if (action->iconText() != shortText)
                 action->setIconText(shortText);
         });
-    undo->setIconText(tr("&Undo"));
-    redo->setIconText(tr("Re&do"));
+    m_undo->setIconText(tr("&Undo"));
+    m_redo->setIconText(tr("Re&do"));
+    connect(&m_changes, &QUndoStack::canUndoChanged, this, &TuningPanel::enableUndo); // after the actions themselves
+    connect(&m_changes, &QUndoStack::canRedoChanged, this, &TuningPanel::enableUndo);
     return buttons;
 }
 
@@ -111,9 +120,7 @@ void TuningPanel::addPage(const TuneModule& module)
     m_names->addItem(nameOf(module));
     m_stack->addWidget(page);
     connect(page, &TuningPage::edited, this,
-            [this, index](const TuneSetting& setting, const QJsonValue& before, const QJsonValue& after) {
-                change(index, setting, before, after);
-            });
+            [this, index](const TuneSetting& setting, const QJsonValue& value) { change(index, setting, value); });
     connect(page, &TuningPage::resetAsked, this, [this, index] { reset(index); });
     connect(page, &TuningPage::loadAsked, this,
             [this, index](const TuneTable& table, const QString& file) { load(index, table, file); });
@@ -151,31 +158,58 @@ void TuningPanel::read(std::size_t index)
         });
 }
 
-void TuningPanel::write(std::size_t index, const TuneSetting& setting, const QJsonValue& value,
-                        const std::function<void()>& written)
+void TuningPanel::write(std::size_t index, const TuneSetting& setting, const QJsonValue& value, const Ended& ended)
 {
     clearFault();
     const TuneModule& module = m_pages[index].page->module();
     const QString what = textOf(module, setting, value);
-    follow(what,
-           callModule(instrument(), module, what,
-                      [&setting, value](TunedAdapter adapter) { changeSetting(adapter, setting, value); }),
-           written);
+    const auto call = callModule(instrument(), module, what, [&setting, value](TunedAdapter adapter) {
+        // What the page shows may be old, or may never have been taken.
+        QJsonValue before = setting.read(adapter);
+        changeSetting(adapter, setting, value);
+        return before;
+    });
+    ++m_writes;
+    enableUndo();
+    follow(
+        what, call, [](const QJsonValue&) {},
+        [this, call, ended] {
+            ended(call.isResultReadyAt(0) ? std::optional(call.result()) : std::nullopt);
+            --m_writes;
+            enableUndo();
+        });
     read(index); // also when it was not taken
 }
 
-void TuningPanel::change(std::size_t index, const TuneSetting& setting, const QJsonValue& before,
-                         const QJsonValue& after)
+void TuningPanel::change(std::size_t index, const TuneSetting& setting, const QJsonValue& after)
 {
-    write(index, setting, after, [this, index, &setting, before, after] {
-        const auto again = [this, index, &setting](const QJsonValue& value) {
-            m_names->setCurrentRow(static_cast<int>(index)); // where it is seen
-            write(index, setting, value, [] {});
-        };
-        if (!before.isNull()) // to which there is no way back
-            m_changes.push(
-                new SettingChange(textOf(m_pages[index].page->module(), setting, after), before, after, again));
+    write(index, setting, after, [this, index, &setting, after](const std::optional<QJsonValue>& before) {
+        if (before && !before->isNull()) // to which there is no way back
+            m_changes.push(new SettingChange(
+                textOf(m_pages[index].page->module(), setting, after), *before, after,
+                [this, index, &setting](const QJsonValue& value) { changeAgain(index, setting, value); }));
     });
+}
+
+// Undoes a change or makes it again, one at a time.
+void TuningPanel::changeAgain(std::size_t index, const TuneSetting& setting, const QJsonValue& value)
+{
+    if (m_corrects)
+        return;
+    m_names->setCurrentRow(static_cast<int>(index)); // where it is seen
+    write(index, setting, value, [this, place = m_changes.index()](const std::optional<QJsonValue>& before) {
+        if (before)
+            return;
+        const QScopedValueRollback corrects(m_corrects, true);
+        m_changes.setIndex(place); // it still is as it was
+    });
+}
+
+// While something is written, the newest change is not known yet.
+void TuningPanel::enableUndo()
+{
+    m_undo->setEnabled(m_writes == 0 && m_changes.canUndo());
+    m_redo->setEnabled(m_writes == 0 && m_changes.canRedo());
 }
 
 void TuningPanel::reset(std::size_t index)
@@ -183,8 +217,15 @@ void TuningPanel::reset(std::size_t index)
     clearFault();
     const TuneModule& module = m_pages[index].page->module();
     const QString what = tr("reset %1").arg(nameOf(module));
-    follow(what, callModule(instrument(), module, what, module.reset),
-           [this] { m_changes.clear(); }); // also of what was answered meanwhile: it is not known what was before
+    ++m_writes;
+    enableUndo();
+    follow(
+        what, callModule(instrument(), module, what, module.reset),
+        [this] { m_changes.clear(); }, // also of what was answered meanwhile: it is not known what was before
+        [this] {
+            --m_writes;
+            enableUndo();
+        });
     read(index);
 }
 

@@ -6,8 +6,10 @@
 #include <QUndoStack>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
+class QAction;
 class QLayout;
 class QListWidget;
 class QStackedWidget;
@@ -18,7 +20,7 @@ namespace tov::workbench {
 class TuningPage;
 
 /// The settings of the hardware modules, a page each. What the user changes is written when he has finished to edit,
-/// and can be undone; then the module is read again, as one setting may change another.
+/// and can be undone when that is answered; then the module is read again, as one setting may change another.
 class TuningPanel final : public Panel
 {
     Q_OBJECT
@@ -28,7 +30,13 @@ public:
 
     void refresh() override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    // Is given what a setting was before, or nothing when it was not changed.
+    using Ended = std::function<void(const std::optional<QJsonValue>& before)>;
+
     struct Page
     {
         TuningPage* page = nullptr;
@@ -40,13 +48,18 @@ private:
     void readInFront();
     void markOld(const QString& control);
     void read(std::size_t index);
-    void write(std::size_t index, const TuneSetting& setting, const QJsonValue& value,
-               const std::function<void()>& written);
-    void change(std::size_t index, const TuneSetting& setting, const QJsonValue& before, const QJsonValue& after);
+    void write(std::size_t index, const TuneSetting& setting, const QJsonValue& value, const Ended& ended);
+    void change(std::size_t index, const TuneSetting& setting, const QJsonValue& after);
+    void changeAgain(std::size_t index, const TuneSetting& setting, const QJsonValue& value);
+    void enableUndo();
     void reset(std::size_t index);
     void load(std::size_t index, const TuneTable& table, const QString& file);
 
     QUndoStack m_changes;
+    QAction* m_undo;
+    QAction* m_redo;
+    int m_writes = 0;        // that are not answered
+    bool m_corrects = false; // the stack, where nothing is to be written
     QListWidget* m_names;
     QStackedWidget* m_stack;
     std::vector<Page> m_pages; // in the order of the table
