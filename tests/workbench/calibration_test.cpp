@@ -1,6 +1,7 @@
 #include "openpage.h"
 #include "workbench/models/calibrationdata.h"
 #include "workbench/panels/calibrationpage.h"
+#include "workbench/panels/noticebar.h"
 #include "workbench/panels/plot.h"
 
 #include <QAreaSeries>
@@ -27,10 +28,10 @@ constexpr auto powerFile = "time,2026-01-31T12:00:00Z\nparameter,1.5\n"
 class Calibration : public OpenPage
 {
 protected:
-    void openFile(const char* page, const QByteArray& contents)
+    void openFile(const char* page, const QByteArray& contents, const char* name = "data.csv")
     {
-        find<workbench::CalibrationPage>(page).openFile(file("data.csv", contents));
-        waitUntil([this] { return !fault().isEmpty() || textOf("calibration-file").startsWith("data.csv"); });
+        find<workbench::CalibrationPage>(page).openFile(file(name, contents));
+        waitUntil([&] { return !fault().isEmpty() || textOf("calibration-file").startsWith(name); });
     }
 };
 
@@ -96,6 +97,35 @@ TEST_F(Calibration, SavesIfswDataAfterTheyWereLookedAt)
     ASSERT_TRUE(simulated->simulated().storedIfswCalibration().has_value());
     waitUntil([this] { return textOf("calibration-told").contains("second-event"); });
     EXPECT_EQ(fault(), "");
+}
+
+TEST_F(Calibration, SavesTheFileThatTheUserAgreedTo)
+{
+    openPage(QStringLiteral("calibration"), "ifsw-page");
+    openFile("ifsw-page", ifswFile);
+    press("save-calibration");
+    openFile("ifsw-page", "vector,value1,value2,value3\n1,3e9,,\n", "other.csv");
+    EXPECT_EQ(onPage<workbench::NoticeBar>("question").sentence(),
+              "Replace the calibration data of the instrument by those of data.csv?");
+    agree();
+    ASSERT_TRUE(simulated->simulated().storedIfswCalibration().has_value());
+    EXPECT_THAT(simulated->simulated().storedIfswCalibration()->data.values, ElementsAre(1e9, 2e9));
+    EXPECT_EQ(textOf("calibration-file"), "other.csv: 1 records") << "it was not saved";
+}
+
+TEST_F(Calibration, IsNotSavedByAnAdapterWithoutItsControl)
+{
+    openPage(QStringLiteral("calibration"), "ifsw-page");
+    openFile("ifsw-page", ifswFile);
+    CallUnderWay underWay(instrument);
+    press("save-calibration");
+    answer("confirm");
+    settle(); // the control was there when that was asked for
+    loseControls();
+    underWay.end();
+    waitUntilIdle();
+    EXPECT_EQ(fault(), "Could not save the calibration data: the instrument has no ifsw-calibration control.");
+    EXPECT_EQ(textOf("calibration-file"), "data.csv: 5 records");
 }
 
 TEST_F(Calibration, SavesFactoryPowerData)

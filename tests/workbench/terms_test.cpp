@@ -28,10 +28,10 @@ class Terms : public OpenPage
 protected:
     void SetUp() override { openPage(QStringLiteral("memory"), "terms-page"); }
 
-    void openFile(const QByteArray& contents)
+    void openFile(const QByteArray& contents, const char* name = "terms.json")
     {
-        find<workbench::TermsPage>("terms-page").openFile(file("terms.json", contents));
-        waitUntil([this] { return !fault().isEmpty() || textOf("terms-file").startsWith("terms.json"); });
+        find<workbench::TermsPage>("terms-page").openFile(file(name, contents));
+        waitUntil([&] { return !fault().isEmpty() || textOf("terms-file").startsWith(name); });
     }
 };
 
@@ -53,6 +53,17 @@ TEST(MagnitudesOfTerms, AreInDecibelsOverGigahertz)
     EXPECT_THAT(sheets[0].curves[0].points, ElementsAre(QPointF(1, -20), QPointF(2, -40)));
     EXPECT_THAT(sheets[0].curves[1].points, ElementsAre(QPointF(1, 0), QPointF(2, 20)));
     EXPECT_THAT(sheets[0].curves[2].points, ElementsAre(QPointF(2, 0))) << "a zero has no place on the scale";
+}
+
+TEST(TableOfCurves, HasARowForEachX)
+{
+    const auto table = workbench::tableOf({.name = {},
+                                           .xTitle = "x",
+                                           .yTitle = {},
+                                           .curves = {{"a", {{1, -20.00004}, {2, 5}}}, {"b", {{3, 7}, {1, 8}}}}});
+    EXPECT_EQ(table.headings, QStringList({"x", "a", "b"}));
+    EXPECT_THAT(table.rows,
+                ElementsAre(QVariantList{1.0, -20.0, 8.0}, QVariantList{2.0, 5.0, {}}, QVariantList{3.0, {}, 7.0}));
 }
 
 TEST(MagnitudesOfTerms, HaveASheetForAllAndOneForEachPortAndPath)
@@ -103,6 +114,37 @@ TEST_F(Terms, AreWrittenWhenTheUserAgrees)
     EXPECT_EQ(simulated->simulated().storedTerms()->parameter, 1.5);
     EXPECT_EQ(shown("terms-records", 0, 1), "0.5");
     EXPECT_EQ(textOf("terms-flag"), "The flag of the terms is on.");
+}
+
+TEST_F(Terms, AreThoseOfTheFileThatTheUserAgreedTo)
+{
+    openFile(termsOfOnePort);
+    press("write-terms");
+    openFile(QByteArray(termsOfOnePort).replace("1.5", "2.5"), "other.json");
+    agree();
+    ASSERT_TRUE(simulated->simulated().storedTerms().has_value());
+    EXPECT_EQ(simulated->simulated().storedTerms()->parameter, 1.5);
+}
+
+TEST_F(Terms, AreATableToo)
+{
+    openFile(termsOfOnePort);
+    const auto* const terms = onPage<QTableView>("file-terms").model();
+    EXPECT_EQ(terms->headerData(0, Qt::Horizontal).toString(), "Frequency (GHz)");
+    EXPECT_EQ(terms->headerData(3, Qt::Horizontal).toString(), "Port 1, reflection tracking");
+    EXPECT_EQ(shown("file-terms", 1, 0), "2");
+    EXPECT_EQ(shown("file-terms", 1, 1), "-40");
+    EXPECT_EQ(shown("file-terms", 0, 3), "") << "a zero has no place on the scale";
+    EXPECT_EQ(shown("file-records", 0, 1), "0.5");
+    EXPECT_EQ(onPage<QTableView>("terms-records").model()->rowCount(), 0);
+}
+
+TEST_F(Terms, AreDatedInTheTimeOfThisPlace)
+{
+    const QDateTime time = QDateTime::fromString("2026-01-31T12:00:00Z", Qt::ISODate).toLocalTime();
+    openFile(QByteArray(termsOfOnePort).replace("12:00:00Z", "15:30:00+03:30"));
+    EXPECT_TRUE(textOf("terms-file").contains(QLocale().toString(time, QLocale::ShortFormat)))
+        << textOf("terms-file").toStdString();
 }
 
 TEST_F(Terms, SayInASentenceWhatFailed)

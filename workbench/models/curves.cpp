@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
+#include <utility>
 
 namespace tov::workbench {
 
@@ -32,6 +34,28 @@ CurveSheet sheet(const QString& name, std::vector<Curve> curves)
 }
 
 } // namespace
+
+CurveTable tableOf(const CurveSheet& sheet)
+{
+    constexpr double perUnit = 1000.0;
+    std::map<double, QVariantList> rows;
+    for (std::size_t i = 0; i < sheet.curves.size(); ++i)
+        for (const QPointF& point : sheet.curves[i].points) {
+            QVariantList& row = rows[point.x()];
+            if (row.isEmpty()) {
+                row.resize(1 + static_cast<qsizetype>(sheet.curves.size()));
+                row.front() = point.x();
+            }
+            row[1 + static_cast<qsizetype>(i)] = std::round(point.y() * perUnit) / perUnit;
+        }
+    CurveTable table{.headings = {sheet.xTitle}, .rows = {}};
+    for (const Curve& curve : sheet.curves)
+        table.headings.append(curve.name);
+    table.rows.reserve(rows.size());
+    for (auto& [x, row] : rows)
+        table.rows.push_back(std::move(row));
+    return table;
+}
 
 QString gigahertzTitle()
 {

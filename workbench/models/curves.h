@@ -5,6 +5,8 @@
 #include <QList>
 #include <QPointF>
 #include <QString>
+#include <QStringList>
+#include <QVariantList>
 
 #include <vector>
 
@@ -27,6 +29,17 @@ struct CurveSheet
     QString yTitle; ///< the same
     std::vector<Curve> curves;
 };
+
+/// Curves as a table.
+struct CurveTable
+{
+    QStringList headings; ///< that of the x axis, and the names of the curves
+    std::vector<QVariantList> rows;
+};
+
+/// A row for each x, ascending, with the y of every curve; without a value where a curve has no point there. The y are
+/// rounded to thousandths.
+CurveTable tableOf(const CurveSheet& sheet);
 
 /// A band of frequencies, and how high it stands in a plot.
 struct PlotBand

@@ -19,6 +19,14 @@ void RowsModel::setRows(Rows rows)
     endResetModel();
 }
 
+void RowsModel::setTable(const QStringList& headings, Rows rows)
+{
+    beginResetModel();
+    m_headings = headings;
+    m_rows = std::move(rows);
+    endResetModel();
+}
+
 int RowsModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());

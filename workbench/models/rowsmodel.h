@@ -24,6 +24,9 @@ public:
     /// Shows these; each has a value for every heading.
     void setRows(Rows rows);
 
+    /// Shows these under other headings.
+    void setTable(const QStringList& headings, Rows rows);
+
     const Rows& rows() const { return m_rows; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -32,7 +35,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    const QStringList m_headings;
+    QStringList m_headings;
     Rows m_rows;
 };
 

@@ -97,10 +97,7 @@ QWidget* CalibrationPage::makeFile()
         chooseFile(*this, m_kind.fileTitle, tr("Comma-separated values (*.csv);;All files (*)"),
                    [this](const QString& path) { openFile(path); });
     });
-    connect(m_save, &QPushButton::clicked, this, [this] {
-        confirm(tr("Replace the calibration data of the instrument by those of the file?"), tr("&Yes, replace"),
-                [this] { save(); });
-    });
+    connect(m_save, &QPushButton::clicked, this, &CalibrationPage::askToSave);
     return file;
 }
 
@@ -113,8 +110,8 @@ void CalibrationPage::showPlan(const std::vector<PlanSegment>& plan)
 
 void CalibrationPage::showFile(const CalibrationData& read, const QString& path)
 {
-    m_data = read;
-    m_facts->setText(QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), read.facts));
+    m_file = std::make_shared<const OpenFile>(QFileInfo(path).fileName(), read);
+    m_facts->setText(m_file->facts());
     m_preview->setSheets(read.sheets);
     m_save->setEnabled(true);
 }
@@ -128,14 +125,24 @@ void CalibrationPage::showTold(const Notification& told)
     m_told->setText(tr("The instrument told at %1: %2%3").arg(told.time.time().toString(), told.name, number));
 }
 
-void CalibrationPage::save()
+// Another file may be opened before the user answers, and before the instrument does.
+void CalibrationPage::askToSave()
+{
+    confirm(tr("Replace the calibration data of the instrument by those of %1?").arg(m_file->name), tr("&Yes, replace"),
+            [this, file = m_file] { save(file); });
+}
+
+void CalibrationPage::save(const std::shared_ptr<const OpenFile>& file)
 {
     panel().clearFault();
     const QString what = tr("save the calibration data");
     m_save->setEnabled(false);
     panel().follow(
-        what, m_data.save(instrument(), what),
-        [this] { m_facts->setText(tr("%1. Saved in the instrument.").arg(m_facts->text())); },
+        what, file->data.save(instrument(), what),
+        [this, file] {
+            if (m_file == file)
+                m_facts->setText(tr("%1. Saved in the instrument.").arg(file->facts()));
+        },
         [this] { m_save->setEnabled(true); });
 }
 

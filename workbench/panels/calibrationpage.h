@@ -4,6 +4,8 @@
 #include "workbench/models/rowsmodel.h"
 #include "workbench/panels/page.h"
 
+#include <memory>
+
 class QLabel;
 class QPushButton;
 
@@ -31,11 +33,19 @@ private:
     void showPlan(const std::vector<PlanSegment>& plan);
     void showFile(const CalibrationData& read, const QString& path);
     void showTold(const Notification& told);
-    void save();
+    struct OpenFile
+    {
+        QString name;
+        CalibrationData data;
+        QString facts() const { return QStringLiteral("%1: %2").arg(name, data.facts); }
+    };
+
+    void askToSave();
+    void save(const std::shared_ptr<const OpenFile>& file);
 
     const CalibrationKind m_kind;
     RowsModel m_plan;
-    CalibrationData m_data;
+    std::shared_ptr<const OpenFile> m_file; // that is shown; null: none
     Plot* m_bands = nullptr;
     QLabel* m_facts = nullptr;
     QLabel* m_told = nullptr;

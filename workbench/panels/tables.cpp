@@ -10,6 +10,16 @@ namespace tov::workbench {
 QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName, QWidget* parent,
                       const QList<int>& widths)
 {
+    auto* const table = makeChangingTable(model, name, accessibleName, parent);
+    for (int column = 0; column < widths.size(); ++column)
+        table->setColumnWidth(column, table->fontMetrics().averageCharWidth() * widths.at(column));
+    rememberColumns(*table->horizontalHeader(), name);
+    return table;
+}
+
+QTableView* makeChangingTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName,
+                              QWidget* parent)
+{
     auto* const table = new QTableView(parent);
     table->setObjectName(name);
     table->setAccessibleName(accessibleName);
@@ -24,9 +34,6 @@ QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QStr
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setDefaultSectionSize(table->fontMetrics().averageCharWidth() * 16);
-    for (int column = 0; column < widths.size(); ++column)
-        table->setColumnWidth(column, table->fontMetrics().averageCharWidth() * widths.at(column));
-    rememberColumns(*table->horizontalHeader(), name);
     return table;
 }
 

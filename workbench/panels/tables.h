@@ -14,4 +14,8 @@ namespace tov::workbench {
 QTableView* makeTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName, QWidget* parent,
                       const QList<int>& widths = {});
 
+/// The same for columns that come and go, whose widths are not remembered.
+QTableView* makeChangingTable(QAbstractItemModel& model, const QString& name, const QString& accessibleName,
+                              QWidget* parent);
+
 } // namespace tov::workbench

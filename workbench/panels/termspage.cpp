@@ -45,6 +45,8 @@ RowsModel::Rows rowsOf(const std::vector<ISystemTermsControl::TermsRecord>& reco
 TermsPage::TermsPage(Panel& panel)
     : Page(panel)
     , m_records({tr("Key"), tr("Value"), tr("Number")})
+    , m_fileRecords({tr("Key"), tr("Value"), tr("Number")})
+    , m_fileTerms({gigahertzTitle()})
 {
     auto* const section = new ControlSection(instrument(), controls::systemTerms, {}, this);
     auto* const both = new QSplitter(section);
@@ -73,8 +75,16 @@ void TermsPage::refresh()
 void TermsPage::openFile(const QString& path)
 {
     panel().clearFault();
-    panel().follow(tr("read the file"), inBackground([path = localPath(path)] { return readTermsFile(path); }),
-                   [this, path](const TermsFile& file) { showFile(file, path); });
+    panel().follow(tr("read the file"), inBackground([path = localPath(path)] { return read(path); }),
+                   [this, path](const ReadFile& file) { showFile(file, path); });
+}
+
+TermsPage::ReadFile TermsPage::read(const std::string& path)
+{
+    ReadFile read{.file = readTermsFile(path), .sheets = {}, .table = {}};
+    read.sheets = magnitudesOf(read.file.terms);
+    read.table = tableOf(read.sheets.front()); // all of them
+    return read;
 }
 
 QWidget* TermsPage::makeStored()
@@ -102,7 +112,20 @@ QWidget* TermsPage::makeFile()
     m_preview =
         new CurvePreview(tr("Magnitudes of the system terms"),
                          tr("The terms of a file are plotted here. The instrument does not give back its own."), file);
-    layout->addWidget(m_preview, 1);
+    auto* const tables = new QSplitter(file);
+    tables->setChildrenCollapsible(false);
+    tables->addWidget(makeChangingTable(m_fileTerms, QStringLiteral("file-terms"),
+                                        tr("Magnitudes of the file's terms in dB"), tables));
+    tables->addWidget(makeTable(m_fileRecords, QStringLiteral("file-records"), tr("Records of the file"), tables));
+    tables->setStretchFactor(0, 2);
+    tables->setStretchFactor(1, 1);
+    auto* const views = new QSplitter(Qt::Vertical, file);
+    views->setChildrenCollapsible(false);
+    views->addWidget(m_preview);
+    views->addWidget(tables);
+    views->setStretchFactor(0, 3);
+    views->setStretchFactor(1, 1);
+    layout->addWidget(views, 1);
 
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -122,28 +145,32 @@ QWidget* TermsPage::makeFile()
     return file;
 }
 
-void TermsPage::showFile(const TermsFile& file, const QString& path)
+void TermsPage::showFile(const ReadFile& read, const QString& path)
 {
+    const TermsFile& file = read.file;
     m_file = file;
+    m_fileName = QFileInfo(path).fileName();
     m_fileFacts->setText(tr("%1: measured %2, parameter %3, %n records", nullptr, static_cast<int>(file.records.size()))
-                             .arg(QFileInfo(path).fileName(), QLocale().toString(file.time, QLocale::ShortFormat))
+                             .arg(m_fileName, QLocale().toString(file.time.toLocalTime(), QLocale::ShortFormat))
                              .arg(file.parameter));
-    m_preview->setSheets(magnitudesOf(file.terms));
+    m_preview->setSheets(read.sheets);
+    m_fileTerms.setTable(read.table.headings, read.table.rows);
+    m_fileRecords.setRows(rowsOf(file.records));
     m_write->setEnabled(true);
 }
 
 void TermsPage::askToWrite()
 {
-    confirm(tr("Replace the system terms of the instrument by those of the file?"), tr("&Yes, replace"),
-            [this] { write(); });
+    confirm(tr("Replace the system terms of the instrument by those of %1?").arg(m_fileName), tr("&Yes, replace"),
+            [this, file = m_file] { write(file); }); // another one may be opened before the user answers
 }
 
-void TermsPage::write()
+void TermsPage::write(const TermsFile& file)
 {
     panel().clearFault();
     panel().ask(
         controls::systemTerms, tr("write the system terms"),
-        [file = m_file](ISystemTermsControl& control) {
+        [file](ISystemTermsControl& control) {
             if (file.records.empty())
                 control.writeSystemTerms(file.time, file.parameter, file.terms);
             else

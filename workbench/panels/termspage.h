@@ -1,8 +1,12 @@
 #pragma once
 
 #include "tools/files/termsfile.h"
+#include "workbench/models/curves.h"
 #include "workbench/models/rowsmodel.h"
 #include "workbench/panels/page.h"
+
+#include <string>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -26,14 +30,25 @@ public:
     void openFile(const QString& path);
 
 private:
+    struct ReadFile
+    {
+        TermsFile file;
+        std::vector<CurveSheet> sheets;
+        CurveTable table;
+    };
+
+    static ReadFile read(const std::string& path);
     QWidget* makeStored();
     QWidget* makeFile();
-    void showFile(const TermsFile& file, const QString& path);
+    void showFile(const ReadFile& read, const QString& path);
     void askToWrite();
-    void write();
+    void write(const TermsFile& file);
 
-    RowsModel m_records;
-    TermsFile m_file;
+    RowsModel m_records;     // of the instrument
+    RowsModel m_fileRecords; // of the file
+    RowsModel m_fileTerms;   // the magnitudes of the file
+    TermsFile m_file;        // that is shown
+    QString m_fileName;
     QLabel* m_flag = nullptr;
     QLabel* m_fileFacts = nullptr;
     CurvePreview* m_preview = nullptr;
