@@ -81,6 +81,31 @@ TEST_F(Corrections, FollowWhatTheInstrumentTells)
     EXPECT_EQ(shown("corrections", row, CorrectionsModel::Valid), "no");
 }
 
+TEST_F(Corrections, FollowWhatTheInstrumentTellsBehindAnotherPanel)
+{
+    const int row = firstThat([this](int each) { return canSwitch(each); });
+    EXPECT_TRUE(window->bringUp("overview"));
+    simulated->simulated().setCorrectionValid(devices::toSdkCorrection(static_cast<FactoryCorrection>(row)), false);
+    waitUntil([&] { return !canSwitch(row); });
+}
+
+TEST_F(Corrections, AreReadOnceMoreAfterWhatWasToldDuringAReading)
+{
+    int readings = 0;
+    int told = 0;
+    QObject::connect(&instrument, &workbench::Instrument::callChanged, window.get(), [&](const workbench::Call& call) {
+        readings += call.what == "read the corrections" && call.state == workbench::Call::State::Done ? 1 : 0;
+    });
+    QObject::connect(&instrument, &workbench::Instrument::notified, window.get(), [&] { ++told; });
+    CallUnderWay underWay(instrument);
+    readAnew();
+    EXPECT_TRUE(simulated->notify(controls::factoryCorrections.keys.sdk));
+    waitUntil([&] { return told == 4; }); // switched there and back, each told twice
+    underWay.end();
+    waitUntilIdle();
+    EXPECT_EQ(readings, 2);
+}
+
 TEST_F(Corrections, SayInASentenceWhatFailed)
 {
     const int row = firstThat([this](int each) { return canSwitch(each); });

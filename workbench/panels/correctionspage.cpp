@@ -59,13 +59,22 @@ void CorrectionsPage::refresh()
 {
     if (!instrument().isPresent(controls::factoryCorrections))
         return;
+    if (m_reads) {
+        m_readsAgain = true;
+        return;
+    }
     m_reads = true;
+    m_readsAgain = false;
     panel().ask(
         controls::factoryCorrections, tr("read the corrections"), read,
         [this](std::vector<CorrectionsModel::Correction> corrections) {
             m_model.setCorrections(std::move(corrections));
         },
-        [this] { m_reads = false; });
+        [this] {
+            m_reads = false;
+            if (m_readsAgain)
+                refresh();
+        });
 }
 
 void CorrectionsPage::hear(const Notification& told)
@@ -73,10 +82,12 @@ void CorrectionsPage::hear(const Notification& told)
     if (told.control != QString::fromUtf8(controls::factoryCorrections.name))
         return;
     const bool isOn = told.name == QStringLiteral("enabled");
-    if (isOn || told.name == QStringLiteral("disabled"))
+    if (isOn || told.name == QStringLiteral("disabled")) {
         m_model.setEnabled(static_cast<FactoryCorrection>(told.numbers.at(0) - 1), isOn);
-    else if (isVisible() && !m_reads)
+        m_readsAgain = m_reads; // what is being read may be older
+    } else {
         refresh();
+    }
 }
 
 void CorrectionsPage::switchTo(FactoryCorrection correction, bool enable)

@@ -20,7 +20,8 @@ private:
     void switchTo(devices::FactoryCorrection correction, bool enable);
 
     CorrectionsModel m_model;
-    bool m_reads = false; // the next reading sees what has changed until it begins
+    bool m_reads = false;
+    bool m_readsAgain = false; // after that
 };
 
 } // namespace tov::workbench
