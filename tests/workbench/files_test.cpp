@@ -77,6 +77,43 @@ TEST_F(Files, AreReplacedOnlyWhenTheUserAgrees)
     EXPECT_EQ(count(), 1);
 }
 
+TEST_F(Files, AreNotReplacedThoughTheListOnThePageIsOld)
+{
+    using devices::service::IFileMemoryControl;
+    const auto stored = instrument.call(controls::fileMemory, "store elsewhere", [](IFileMemoryControl& files) {
+        return files.writeFile(QStringLiteral("a.txt"), "old");
+    });
+    waitUntil([&] { return stored.isFinished(); });
+    EXPECT_EQ(count(), 0);
+    page().addFiles({file("a.txt", "longer")});
+    answer("cancel");
+    waitUntilIdle();
+    EXPECT_EQ(shown("files", 0, 1), "3");
+}
+
+TEST_F(Files, AreNotStoredWhenItIsNotKnownWhatTheyReplace)
+{
+    misbehave(controls::fileMemory, "fileList", Answer::WithError);
+    add({file("a.txt", "a")});
+    EXPECT_TRUE(fault().startsWith("Could not list the files: ")) << fault().toStdString();
+    misbehave(controls::fileMemory, "fileList", Answer::AsUsual);
+    readAnew();
+    waitUntilIdle();
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Files, OfTheSameNameReplaceEachOtherOnlyWhenTheUserAgrees)
+{
+    const QTemporaryDir other;
+    const QString first = file("a.txt", "old");
+    const QString second = other.filePath("a.txt");
+    ASSERT_TRUE(QFile::copy(first, second));
+    page().addFiles({first, second});
+    answer("cancel");
+    waitUntilIdle();
+    EXPECT_EQ(count(), 0);
+}
+
 TEST_F(Files, AreCopiedToThisComputer)
 {
     add({file("a.txt", "contents")});

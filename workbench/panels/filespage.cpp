@@ -107,15 +107,13 @@ void FilesPage::refresh()
 
 void FilesPage::addFiles(const QStringList& paths)
 {
-    QStringList replaced;
-    for (const QString& path : paths)
-        if (std::ranges::find(m_files, nameOnInstrument(path), &FileInfo::name) != m_files.end())
-            replaced.append(nameOnInstrument(path));
-    if (replaced.isEmpty())
-        store(paths);
-    else
-        confirm(tr("The instrument has %1 already. Replace?").arg(quoted(replaced)), tr("&Yes, replace"),
-                [this, paths] { store(paths); });
+    panel().clearFault();
+    panel().ask(
+        controls::fileMemory, tr("list the files"), [](IFileMemoryControl& files) { return files.fileList(); },
+        [this, paths](const std::expected<QList<FileInfo>, QString>& files) {
+            show(*files);
+            storeUnlessReplacing(paths);
+        });
 }
 
 void FilesPage::dragEnterEvent(QDragEnterEvent* event)
@@ -192,6 +190,31 @@ void FilesPage::show(const SpaceInfo& space)
     m_used->setRange(0, whole);
     m_used->setValue(static_cast<int>(std::clamp(share, 0.0, 1.0) * whole));
     m_room->setText(tr("%1 of %2 used, %3 free").arg(sizeOf(space.value2), sizeOf(space.value1), sizeOf(space.value3)));
+}
+
+void FilesPage::storeUnlessReplacing(const QStringList& paths)
+{
+    QStringList names;
+    QStringList replaced;
+    QStringList alike;
+    for (const QString& path : paths) {
+        const QString name = nameOnInstrument(path);
+        if (names.contains(name))
+            alike.append(name);
+        else if (std::ranges::find(m_files, name, &FileInfo::name) != m_files.end())
+            replaced.append(name);
+        names.append(name);
+    }
+    alike.removeDuplicates();
+    QStringList sentences;
+    if (!replaced.isEmpty())
+        sentences.append(tr("The instrument has %1 already.").arg(quoted(replaced)));
+    if (!alike.isEmpty())
+        sentences.append(tr("Several of the files are called %1, of which the last one stays.").arg(quoted(alike)));
+    if (sentences.isEmpty())
+        store(paths);
+    else
+        confirm(tr("%1 Replace?").arg(sentences.join(' ')), tr("&Yes, replace"), [this, paths] { store(paths); });
 }
 
 void FilesPage::store(const QStringList& paths)

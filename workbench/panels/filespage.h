@@ -26,7 +26,8 @@ public:
 
     void refresh() override;
 
-    /// Stores these files of this computer under the last part of their paths; asks before it replaces one.
+    /// Stores these files of this computer under the last part of their paths; looks what is there, and asks before one
+    /// is replaced, also one of these by another of the same name.
     void addFiles(const QStringList& paths);
 
 protected:
@@ -42,6 +43,7 @@ private:
     void enableButtons();
     void show(const QList<FileInfo>& files);
     void show(const SpaceInfo& space);
+    void storeUnlessReplacing(const QStringList& paths);
     void store(const QStringList& paths);
     void storedOne();
     void get(const FileInfo& file, const QString& path);
