@@ -117,6 +117,8 @@ TEST_F(Log, SavesWhatIsShown)
         dialog->close();
     };
     save("log.tsv");
+    const auto hasSaved = [&] { return !find<workbench::Panel>("log").isWaiting(); };
+    waitUntil(hasSaved);
     QFile file(folder.filePath("log.tsv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString saved = QString::fromUtf8(file.readAll());
@@ -125,7 +127,8 @@ TEST_F(Log, SavesWhatIsShown)
     EXPECT_TRUE(saved.contains("\tserial-number\tread one thing\t"));
 
     save("no/log.tsv");
-    EXPECT_TRUE(find<workbench::Panel>("log").fault().startsWith("The log was not saved: "));
+    waitUntil(hasSaved);
+    EXPECT_TRUE(find<workbench::Panel>("log").fault().startsWith("Could not save the log: "));
 }
 
 TEST_F(Log, KeepsNoMoreLinesThanItsLimit)

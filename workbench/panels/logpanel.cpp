@@ -1,7 +1,7 @@
 #include "workbench/panels/logpanel.h"
 
-#include "tools/errors.h"
 #include "tools/files/localfile.h"
+#include "workbench/instrument/background.h"
 #include "workbench/panels/remembered.h"
 
 #include <QAction>
@@ -92,7 +92,7 @@ void LogPanel::addButtons()
         connect(button, &QPushButton::clicked, this, act);
         buttons->addWidget(button);
     };
-    add(tr("&Copy"), "copy", [this] { copy(); });
+    add(tr("Co&py"), "copy", [this] { copy(); });
     add(tr("Sa&ve…"), "save", [this] { askForFile(); });
     add(tr("Clea&r"), "clear", [this] { m_log.clear(); });
     contents().addLayout(buttons);
@@ -158,12 +158,11 @@ void LogPanel::askForFile()
 void LogPanel::save(const QString& file)
 {
     clearFault();
-    try {
-        const QString text = m_log.headings() + '\n' + textOf(shownRows());
-        writeLocalFile({.path = QFile::encodeName(file).toStdString(), .force = true}, text.toUtf8()); // it was asked
-    } catch (const Failure& failure) {
-        showFault(tr("The log was not saved: %1.").arg(QString::fromUtf8(failure.what())));
-    }
+    follow(tr("save the log"), inBackground([file, text = m_log.headings() + '\n' + textOf(shownRows())] {
+               const LocalTarget target{.path = QFile::encodeName(file).toStdString(), .force = true}; // it was asked
+               writeLocalFile(target, text.toUtf8());
+           }),
+           [] {});
 }
 
 } // namespace tov::workbench
