@@ -182,7 +182,8 @@ void Plot::fitHeight(double from, double to)
 void Plot::changeEvent(QEvent* event)
 {
     PlotView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange
+        || event->type() == QEvent::FontChange)
         dress();
 }
 
