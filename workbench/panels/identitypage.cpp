@@ -4,6 +4,7 @@
 #include "tools/text/values.h"
 #include "workbench/panels/controlsection.h"
 #include "workbench/panels/tables.h"
+#include "workbench/panels/valuelabel.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -45,12 +46,10 @@ QString textOf(const IUsbIdControl::UsbId& id)
     return QStringLiteral("%1 %2 %3").arg(hexadecimalWord(id.id1), hexadecimalWord(id.id2), hexadecimalWord(id.id3));
 }
 
-QLabel* shownValue(const QString& name, const QString& accessibleName)
+ValueLabel* valueCalled(const QString& objectName, const QString& name)
 {
-    auto* const label = new QLabel(QStringLiteral("–"));
-    label->setObjectName(name);
-    label->setAccessibleName(accessibleName);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* const label = new ValueLabel(name);
+    label->setObjectName(objectName);
     return label;
 }
 
@@ -86,7 +85,7 @@ void IdentityPage::addSerialNumber()
 {
     auto* const section = new ControlSection(instrument(), controls::serialNumber, tr("Serial number"), this);
     auto* const form = new QFormLayout;
-    m_serialNumber = shownValue(QStringLiteral("serial-number-now"), tr("Serial number"));
+    m_serialNumber = valueCalled(QStringLiteral("serial-number-now"), tr("Serial number"));
     form->addRow(tr("Now:"), m_serialNumber);
     m_newSerialNumber = new QLineEdit(section);
     m_newSerialNumber->setObjectName(QStringLiteral("serial-number-new"));
@@ -109,7 +108,7 @@ void IdentityPage::addUsbId()
 {
     auto* const section = new ControlSection(instrument(), controls::usbId, tr("USB identifier"), this);
     auto* const form = new QFormLayout;
-    m_usbId = shownValue(QStringLiteral("usb-id-now"), tr("USB identifier"));
+    m_usbId = valueCalled(QStringLiteral("usb-id-now"), tr("USB identifier"));
     form->addRow(tr("Now:"), m_usbId);
     auto* const row = new QHBoxLayout;
     for (std::size_t i = 0; i < m_newUsbId.size(); ++i) {
@@ -151,14 +150,14 @@ void IdentityPage::addUsbId()
 
 void IdentityPage::show(unsigned int serialNumber)
 {
-    m_serialNumber->setText(QString::number(serialNumber));
+    m_serialNumber->showValue(QString::number(serialNumber));
     if (m_newSerialNumber->text().isEmpty())
         m_newSerialNumber->setText(m_serialNumber->text());
 }
 
 void IdentityPage::show(const UsbId& id)
 {
-    m_usbId->setText(tr("%1, %2, tag %3").arg(textOf(id), QString::fromStdString(id.modelName)).arg(id.tag));
+    m_usbId->showValue(tr("%1, %2, tag %3").arg(textOf(id), QString::fromStdString(id.modelName)).arg(id.tag));
     m_newUsbId[0]->setValue(id.id1);
     m_newUsbId[1]->setValue(id.id2);
     m_newUsbId[2]->setValue(id.id3);

@@ -6,12 +6,13 @@
 #include <array>
 #include <vector>
 
-class QLabel;
 class QLineEdit;
 class QSpinBox;
 class QTableView;
 
 namespace tov::workbench {
+
+class ValueLabel;
 
 /// The serial number and the USB identifier. The page asks before it writes them, and looks afterwards what the
 /// instrument has taken.
@@ -37,9 +38,9 @@ private:
     void writeSerialNumber(unsigned int number);
     void writeUsbId(const UsbId& id);
 
-    QLabel* m_serialNumber = nullptr;
+    ValueLabel* m_serialNumber = nullptr;
     QLineEdit* m_newSerialNumber = nullptr;
-    QLabel* m_usbId = nullptr;
+    ValueLabel* m_usbId = nullptr;
     std::array<QSpinBox*, 3> m_newUsbId{};
     RowsModel m_offered;
     std::vector<UsbId> m_offeredIds; // of the rows

@@ -3,10 +3,10 @@
 #include "host/loadedlibrary.h"
 #include "service/version.h"
 #include "workbench/panels/remembered.h"
+#include "workbench/panels/valuelabel.h"
 
 #include <QFormLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -52,12 +52,11 @@ void OverviewPanel::addFacts()
     contents().addLayout(facts);
 }
 
-QLabel* OverviewPanel::addFact(QFormLayout& facts, const QString& name, const QString& shown)
+ValueLabel* OverviewPanel::addFact(QFormLayout& facts, const QString& name, const QString& shown)
 {
-    auto* const label = new QLabel(shown, this);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* const label = new ValueLabel(name, this);
+    label->showValue(shown);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long path does not widen the window
-    label->setAccessibleName(name);
     facts.addRow(name + ':', label);
     return label;
 }
@@ -107,11 +106,11 @@ void OverviewPanel::takeOver()
     const auto& description = instrument().description();
     const auto& provider = instrument().provider();
     const auto shown = [](const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; };
-    m_model->setText(shown(description.model.isEmpty() ? description.id : description.model));
-    m_serialNumber->setText(shown(description.serialNumber));
-    m_description->setText(shown(description.description));
-    m_provider->setText(shown(QStringLiteral("%1 %2").arg(provider.name, provider.version).trimmed()));
-    m_providerFile->setText(shown(provider.file));
+    m_model->showValue(shown(description.model.isEmpty() ? description.id : description.model));
+    m_serialNumber->showValue(shown(description.serialNumber));
+    m_description->showValue(shown(description.description));
+    m_provider->showValue(shown(QStringLiteral("%1 %2").arg(provider.name, provider.version).trimmed()));
+    m_providerFile->showValue(shown(provider.file));
     enableButtons();
 }
 

@@ -4,10 +4,11 @@
 #include "workbench/panels/panel.h"
 
 class QFormLayout;
-class QLabel;
 class QPushButton;
 
 namespace tov::workbench {
+
+class ValueLabel;
 
 /// Which instrument it is, opened by what, and each of its controls with its state and its last error. Where the
 /// provider can do that, the controls are taken away and offered again.
@@ -22,7 +23,7 @@ public:
 
 private:
     void addFacts();
-    QLabel* addFact(QFormLayout& facts, const QString& name, const QString& shown);
+    ValueLabel* addFact(QFormLayout& facts, const QString& name, const QString& shown);
     void addControls();
     void addButtons();
     void takeOver();
@@ -30,11 +31,11 @@ private:
     void askHooks(const QString& what, provider::Result<void> (provider::ITestHooks::*act)());
 
     ControlsModel m_controls;
-    QLabel* m_model = nullptr;
-    QLabel* m_serialNumber = nullptr;
-    QLabel* m_description = nullptr;
-    QLabel* m_provider = nullptr;
-    QLabel* m_providerFile = nullptr;
+    ValueLabel* m_model = nullptr;
+    ValueLabel* m_serialNumber = nullptr;
+    ValueLabel* m_description = nullptr;
+    ValueLabel* m_provider = nullptr;
+    ValueLabel* m_providerFile = nullptr;
     QPushButton* m_release = nullptr;
     QPushButton* m_offer = nullptr;
 };

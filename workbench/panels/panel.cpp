@@ -21,7 +21,7 @@ Panel::Panel(Instrument& instrument, QWidget* parent)
     m_faultLine->setWordWrap(true);
     m_faultLine->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_faultLine->setFocusPolicy(Qt::NoFocus);
-    m_faultLine->setAccessibleName(tr("What went wrong"));
+    m_faultLine->setAccessibleDescription(tr("What went wrong")); // its name is the sentence
     QFont bold = m_faultLine->font();
     bold.setBold(true);
     m_faultLine->setFont(bold);
