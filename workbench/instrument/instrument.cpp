@@ -68,7 +68,7 @@ public:
             QMetaObject::invokeMethod(&owner, [&owner, told] { Q_EMIT owner.notified(told); }, Qt::QueuedConnection);
         };
         const auto notHeard = [&owner = m_owner](const host::ControlName& kind, const std::exception_ptr& thrown) {
-            owner.tellFailure(QString::fromUtf8(kind.name), tr("hear what it tells"), thrown);
+            owner.tellFailure(QString::fromUtf8(kind.name), Instrument::tr("hear what it tells"), thrown);
         };
         m_hearing = std::make_unique<Hearing>(*m_session, pass, notHeard);
         look(false);
@@ -109,7 +109,7 @@ private:
                 if (m_session->isPresent(kind))
                     present.insert(kind.keys.registry);
             } catch (...) {
-                m_owner.tellFailure(QString::fromUtf8(kind.name), tr("look for it"), std::current_exception());
+                m_owner.tellFailure(QString::fromUtf8(kind.name), Instrument::tr("look for it"), std::current_exception());
             }
         return present;
     }

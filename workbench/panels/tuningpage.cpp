@@ -90,7 +90,7 @@ void TuningPage::addButtons(QHBoxLayout& buttons)
     }
     if (!m_module.reset)
         return;
-    auto* const reset = new QPushButton(tr("Re&set the module"), this);
+    auto* const reset = new QPushButton(tr("Reset t&he module"), this);
     reset->setObjectName(QStringLiteral("reset"));
     connect(reset, &QPushButton::clicked, this, &TuningPage::resetAsked);
     buttons.addWidget(reset);

@@ -184,7 +184,7 @@ void TuningPanel::write(std::size_t index, const TuneSetting& setting, const QJs
 void TuningPanel::change(std::size_t index, const TuneSetting& setting, const QJsonValue& after)
 {
     write(index, setting, after, [this, index, &setting, after](const std::optional<QJsonValue>& before) {
-        if (before && !before->isNull()) // to which there is no way back
+        if (before && !before->isNull() && *before != after) // otherwise there is no way back
             m_changes.push(new SettingChange(
                 textOf(m_pages[index].page->module(), setting, after), *before, after,
                 [this, index, &setting](const QJsonValue& value) { changeAgain(index, setting, value); }));
