@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -114,10 +115,13 @@ QWidget* TermsPage::makeFile()
                          tr("The terms of a file are plotted here. The instrument does not give back its own."), file);
     auto* const tables = new QSplitter(file);
     tables->setChildrenCollapsible(false);
-    tables->addWidget(makeChangingTable(m_fileTerms, QStringLiteral("file-terms"),
-                                        tr("Magnitudes of the file's terms in dB"), tables));
-    tables->addWidget(makeTable(m_fileRecords, QStringLiteral("file-records"), tr("Records of the file"), tables));
-    tables->setStretchFactor(0, 2);
+    m_table = makeChangingTable(m_fileTerms, QStringLiteral("file-terms"), tr("Magnitudes of the file's terms in dB"),
+                                tables);
+    m_table->horizontalHeader()->setResizeContentsPrecision(0); // by what is seen: there may be many rows
+    tables->addWidget(m_table);
+    tables->addWidget(
+        makeTable(m_fileRecords, QStringLiteral("file-records"), tr("Records of the file"), tables, {8, 10}));
+    tables->setStretchFactor(0, 4);
     tables->setStretchFactor(1, 1);
     auto* const views = new QSplitter(Qt::Vertical, file);
     views->setChildrenCollapsible(false);
@@ -155,6 +159,7 @@ void TermsPage::showFile(const ReadFile& read, const QString& path)
                              .arg(file.parameter));
     m_preview->setSheets(read.sheets);
     m_fileTerms.setTable(read.table.headings, read.table.rows);
+    m_table->resizeColumnsToContents();
     m_fileRecords.setRows(rowsOf(file.records));
     m_write->setEnabled(true);
 }

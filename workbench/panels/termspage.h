@@ -10,6 +10,7 @@
 
 class QLabel;
 class QPushButton;
+class QTableView;
 
 namespace tov::workbench {
 
@@ -52,6 +53,7 @@ private:
     QLabel* m_flag = nullptr;
     QLabel* m_fileFacts = nullptr;
     CurvePreview* m_preview = nullptr;
+    QTableView* m_table = nullptr; // of the magnitudes
     QPushButton* m_write = nullptr;
 };
 
