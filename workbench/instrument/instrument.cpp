@@ -109,7 +109,8 @@ private:
                 if (m_session->isPresent(kind))
                     present.insert(kind.keys.registry);
             } catch (...) {
-                m_owner.tellFailure(QString::fromUtf8(kind.name), Instrument::tr("look for it"), std::current_exception());
+                m_owner.tellFailure(QString::fromUtf8(kind.name), Instrument::tr("look for it"),
+                                    std::current_exception());
             }
         return present;
     }

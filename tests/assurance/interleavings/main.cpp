@@ -1,5 +1,5 @@
-// Tries every scenario of a program, or with --scenario NAME [--schedule DIGITS] the one of that name, in one order. With
-// --more N each has N preemptions more. For each it prints how many schedules there are.
+// Tries every scenario of a program, or with --scenario NAME [--schedule DIGITS] the one of that name, in one order.
+// With --more N each has N preemptions more. For each it prints how many schedules there are.
 
 #include "scheduler.h"
 

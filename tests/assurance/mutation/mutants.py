@@ -459,7 +459,7 @@ def read(root, commands, scratch):
             if name not in sources:
                 continue
             if cursor.kind == Kind.MACRO_INSTANTIATION:
-                if cursor.spelling not in ("emit", "DEVICESSERVICE_EXPORT", "DEVICESSERVICE_NO_EXPORT", "signals"):
+                if cursor.spelling not in ("emit", "DEVICESSERVICE_EXPORT", "DEVICESSERVICE_NO_EXPORT", "Q_SIGNALS"):
                     sources[name].macros.append((cursor.extent.start.offset, cursor.extent.end.offset))
             elif not cursor.kind.is_preprocessing():
                 cursors[name].append(cursor)
