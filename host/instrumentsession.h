@@ -94,7 +94,7 @@ public:
     /// time is negative. Not inside such a call.
     bool waitForCalls(std::chrono::milliseconds patience = std::chrono::milliseconds(-1));
 
-    /// Whether the instrument offers the control now; creates nothing.
+    /// Whether the instrument offers the control now; creates nothing. Thread: *any thread*.
     bool isPresent(const ControlName& kind) const;
 
     /// What is registered.
