@@ -107,7 +107,7 @@ def show(rooms):
         found = results[room]
         print(f"{room} ({found.pop('date')}, commit {found.pop('commit')[:10]})")
         for figure, value in found.items():
-            print(f"{value:>14,}  {figure}" if isinstance(value, int) else f"{value:>14}  {figure}")
+            print(f"{value:>14,}  {figure}" if isinstance(value, int) else f"{value:>14,.4g}  {figure}")
 
 
 def main(arguments):
