@@ -114,6 +114,7 @@ public:
     ~unordered_map();
 };
 
+#define __cpp_lib_expected 202211L
 template <typename T>
 class optional;
 template <typename Value, typename Error>
@@ -257,4 +258,4 @@ public:                                                                         
     const void* metaObject() const override;                                                                           \
                                                                                                                        \
 private:
-#define signals public
+#define Q_SIGNALS public
