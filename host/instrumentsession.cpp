@@ -1,9 +1,9 @@
 #include "host/instrumentsession.h"
 
+#include "host/withoutexceptions.h"
 #include "service/servicecontrols.h"
 
 #include <QCoreApplication>
-#include <QDebug>
 #include <QEvent>
 #include <QObject>
 #include <QScopedValueRollback>
@@ -47,16 +47,6 @@ public:
 private:
     std::exception_ptr m_thrown;
 };
-
-template <typename Thing>
-void withoutExceptions(const char* when, Thing thing)
-try {
-    thing();
-} catch (const std::exception& error) {
-    qWarning("%s: %s", when, error.what());
-} catch (...) {
-    qWarning("%s: something went wrong", when);
-}
 
 } // namespace
 

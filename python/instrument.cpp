@@ -1,5 +1,7 @@
 #include "python/instrument.h"
 
+#include "host/withoutexceptions.h"
+
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -9,6 +11,7 @@
 
 namespace tov::python {
 
+using host::withoutExceptions;
 using provider::ITestHooks;
 
 namespace {
@@ -32,17 +35,6 @@ void remember(std::vector<std::weak_ptr<Element>>& all, const std::shared_ptr<El
 {
     std::erase_if(all, [](const auto& each) { return each.expired(); });
     all.push_back(one);
-}
-
-// An SDK may throw anything.
-template <typename Thing>
-void withoutExceptions(const char* when, Thing thing)
-try {
-    thing();
-} catch (const std::exception& error) {
-    qWarning("%s: %s", when, error.what());
-} catch (...) {
-    qWarning("%s: something went wrong", when);
 }
 
 constexpr auto closing = "While an instrument was closed";
