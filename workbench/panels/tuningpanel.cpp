@@ -169,14 +169,12 @@ void TuningPanel::write(std::size_t index, const TuneSetting& setting, const QJs
         changeSetting(adapter, setting, value);
         return before;
     });
-    ++m_writes;
-    enableUndo();
+    countWrites(+1);
     follow(
         what, call, [](const QJsonValue&) {},
         [this, call, ended] {
             ended(call.isResultReadyAt(0) ? std::optional(call.result()) : std::nullopt);
-            --m_writes;
-            enableUndo();
+            countWrites(-1);
         });
     read(index); // also when it was not taken
 }
@@ -205,6 +203,12 @@ void TuningPanel::changeAgain(std::size_t index, const TuneSetting& setting, con
     });
 }
 
+void TuningPanel::countWrites(int more)
+{
+    m_writes += more;
+    enableUndo();
+}
+
 // While something is written, the newest change is not known yet.
 void TuningPanel::enableUndo()
 {
@@ -217,15 +221,11 @@ void TuningPanel::reset(std::size_t index)
     clearFault();
     const TuneModule& module = m_pages[index].page->module();
     const QString what = tr("reset %1").arg(nameOf(module));
-    ++m_writes;
-    enableUndo();
+    countWrites(+1);
     follow(
         what, callModule(instrument(), module, what, module.reset),
         [this] { m_changes.clear(); }, // also of what was answered meanwhile: it is not known what was before
-        [this] {
-            --m_writes;
-            enableUndo();
-        });
+        [this] { countWrites(-1); });
     read(index);
 }
 

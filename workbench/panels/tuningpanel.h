@@ -51,6 +51,7 @@ private:
     void write(std::size_t index, const TuneSetting& setting, const QJsonValue& value, const Ended& ended);
     void change(std::size_t index, const TuneSetting& setting, const QJsonValue& after);
     void changeAgain(std::size_t index, const TuneSetting& setting, const QJsonValue& value);
+    void countWrites(int more);
     void enableUndo();
     void reset(std::size_t index);
     void load(std::size_t index, const TuneTable& table, const QString& file);
