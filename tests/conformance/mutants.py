@@ -33,7 +33,7 @@ def main():
         sys.exit(f"error: the table has no mutant for {sorted(missing)}")
 
     differences = 0
-    with futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with futures.ThreadPoolExecutor(4 * os.cpu_count()) as pool:  # they wait most of the time
         runs = [(rule, also, seed, pool.submit(verdicts, build, rule, control, seed))
                 for seed in seeds for rule, control, also in rows]
         for rule, also, seed, run in runs:
