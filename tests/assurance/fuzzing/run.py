@@ -57,6 +57,7 @@ TARGETS = [
     Target("termsfile", 60000, 2000000, 2048),
     Target("calibrationfiles", 20000, 3000000, 1024),
     Target("shellwords", 100000, 3000000, 256),
+    Target("commandline", 3000, 300000, 128),
 ]
 
 

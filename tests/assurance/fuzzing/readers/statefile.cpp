@@ -74,14 +74,16 @@ void tryFile(const QString& path, const QString& other)
     static const simulator::Configuration small{.timing = {}, .fileCapacity = 1024, .memorySize = 64};
     static simulator::SimulatedInstrument instrument(small);
     static simulator::SimulatedInstrument second(small);
-    const QByteArray before = stateOf(instrument, other);
-    if (takes(instrument, path)) {
-        const QByteArray taken = stateOf(instrument, other);
+    static QByteArray last = stateOf(instrument, other);
+    const bool isTaken = takes(instrument, path);
+    const QByteArray now = stateOf(instrument, other);
+    if (isTaken) {
         require(takes(second, other), "an instrument takes what another one kept");
-        require(stateOf(second, other) == taken, "an instrument that took a state keeps the same");
+        require(stateOf(second, other) == now, "an instrument that took a state keeps the same");
     } else {
-        require(stateOf(instrument, other) == before, "an instrument that refuses a state stays as it is");
+        require(now == last, "an instrument that refuses a state stays as it is");
     }
+    last = now;
 }
 
 } // namespace
