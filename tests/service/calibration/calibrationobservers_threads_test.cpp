@@ -5,6 +5,7 @@
 #include "service/calibration/calibrations.h"
 
 #include <array>
+#include <atomic>
 #include <future>
 #include <memory>
 #include <mutex>
@@ -426,6 +427,61 @@ TEST(CalibrationObserversUnderThreads, AreRegisteredAsTheTableSays)
         adapter.removeObserver(&observer);
     }
     EXPECT_TRUE(offered->observers().empty());
+}
+
+// The same of an SDK of which every other registration fails: the observer waits for the controls then.
+TEST(CalibrationObserversUnderThreads, AreRegisteredAsTheTableSaysByAFailingSdk)
+{
+    class Failing final : public FakeCalibrationControl<SdkIface>
+    {
+    public:
+        std::atomic<bool> fails = true;
+
+        void addObserver(Observer* observer) override
+        {
+            if (fails && ++m_calls % 2 == 0)
+                throw std::runtime_error("the instrument failed");
+            add(observer);
+        }
+        void removeObserver(Observer* observer) override { remove(observer); }
+        void saveCalibrationData(CalibrationData /*data*/) override {}
+
+    private:
+        std::atomic<int> m_calls = 0;
+    };
+
+    const auto fake = std::make_shared<Failing>();
+    Adapter adapter(devices::ReacquiringControl<SdkIface>([&] { return sdk::ControlHandle<SdkIface>(fake); }));
+    Counting observer;
+    constexpr int rounds = 2000;
+    const auto repeat = [&](auto deed) {
+        for (int round = 0; round < rounds; ++round)
+            try {
+                deed();
+            } catch (const std::runtime_error&) { // from every other registration
+            }
+    };
+    {
+        const std::jthread owner([&] {
+            repeat([&] {
+                adapter.removeObserver(&observer);
+                adapter.addObserver(&observer);
+            });
+        });
+        repeat([&] {
+            adapter.onControlsAboutToBeReleased();
+            adapter.onControlsAvailable();
+        });
+    }
+
+    fake->fails = false;
+    adapter.onControlsAboutToBeReleased();
+    adapter.onControlsAvailable();
+    ASSERT_EQ(fake->observers().size(), 1U);
+    fake->observers().front()->onFirstEvent();
+    EXPECT_EQ(observer.told, 1);
+    adapter.removeObserver(&observer);
+    EXPECT_TRUE(fake->observers().empty());
 }
 
 } // namespace tov::testing
