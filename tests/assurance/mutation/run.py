@@ -7,8 +7,8 @@ A mutant is killed when a test fails, crashes or hangs with it. Each is given th
 fastest first, by a program of the library's own tests that is built once, of a copy that holds all mutants. Who
 survives must stand in explained.json with the reason why nobody can notice; who stands there must survive.
 
-The short form tries the mutants of what changed since the branch left main, and fills up with others, the same each
-time. --long tries all, and those that do not lock by the tests of threads under the thread sanitizer too.
+The short form tries the mutants of files that changed since the last long run, and fills up with others, the same
+each time. --long tries all, and those that do not lock by the tests of threads under the thread sanitizer too.
 --prepare only writes and builds the copy, in build/mutation; it needs the preset assurance to be configured.
 """
 
@@ -68,7 +68,7 @@ def commands():
 
 def copy():
     """Writes the copy and what belongs to it; gives the mutants that are in it."""
-    for name in ("cmake", "platform", "tests"):
+    for name in ("cmake", "platform", "testing", "tests"):
         link(TREE / name, PROJECT / name)
     link(TREE / "program", HERE / "program")
     link(TREE / "CMakeLists.txt", HERE / "program" / "CMakeLists.txt")
@@ -155,16 +155,12 @@ class Tests:
         return run.returncode, run.stdout
 
 
-def output_of(*command):
-    run = subprocess.run(command, cwd=PROJECT, capture_output=True, text=True, check=False)
-    return run.stdout.split() if run.returncode == 0 else []
-
-
 def sample(all_):
     """Those of the files that changed, and others, the same each time."""
     all_ = [each for each in all_ if each.operator != "no lock"]
-    base = output_of("git", "merge-base", "HEAD", "origin/main") or output_of("git", "merge-base", "HEAD", "main")
-    changed = set(output_of("git", "diff", "--name-only", *base)) if base else set()
+    last = json.loads((HERE.parent / "results.json").read_text())["mutation"]["commit"]
+    changed = subprocess.run(["git", "diff", "--name-only", last], cwd=PROJECT, stdout=subprocess.PIPE, text=True,
+                             check=False).stdout.split()  # none where the history does not go as far back
     random.Random(1).shuffle(all_)
     all_.sort(key=lambda each: each.file not in changed)
     return all_[:SAMPLE]
