@@ -1,5 +1,7 @@
 #include "simulator/calibration/simulatedcalibrationcontroller.h"
 
+#include "simulator/support/cborvalues.h"
+
 namespace tov::simulator {
 
 using namespace Qt::StringLiterals;
@@ -74,7 +76,7 @@ QCborMap CalibrationUnitState::save() const
 void CalibrationUnitState::restore(const QCborMap& saved)
 {
     const std::lock_guard guard(m_mutex);
-    m_status = static_cast<Status>(saved["status"_L1].toInteger());
+    m_status = static_cast<Status>(restoreInteger(saved["status"_L1]));
     m_configuration = saved["configuration"_L1].toString();
 }
 

@@ -1,5 +1,7 @@
 #include "simulator/calibration/simulatedfactorycorrectioncontrol.h"
 
+#include "simulator/support/cborvalues.h"
+
 #include <utility>
 
 namespace tov::simulator {
@@ -15,7 +17,7 @@ std::uint16_t with(std::uint16_t mask, std::uint16_t bits, bool set)
 
 std::uint16_t savedMask(const QCborMap& saved, QLatin1StringView name)
 {
-    return static_cast<std::uint16_t>(saved[name].toInteger()) & FactoryCorrectionState::supported;
+    return static_cast<std::uint16_t>(restoreInteger(saved[name])) & FactoryCorrectionState::supported;
 }
 
 } // namespace

@@ -23,7 +23,7 @@ PowerCalPoint restorePoint(const QCborValue& saved)
 {
     const QCborArray values = saved.toArray();
     const auto number = [&](qsizetype index) { return static_cast<float>(values.at(index).toDouble()); };
-    const auto byte = [&](qsizetype index) { return static_cast<std::uint8_t>(values.at(index).toInteger()); };
+    const auto byte = [&](qsizetype index) { return static_cast<std::uint8_t>(restoreInteger(values.at(index))); };
     return {values.at(0).toDouble(), number(1), number(2), byte(3), byte(4), number(5), byte(6), number(7), number(8)};
 }
 
@@ -38,7 +38,7 @@ QCborMap toCbor(const StoredFactoryPowerCalibration& stored)
 
 void fromCbor(const QCborMap& saved, StoredFactoryPowerCalibration& stored)
 {
-    stored = {std::chrono::sys_seconds(std::chrono::seconds(saved["seconds"_L1].toInteger())),
+    stored = {std::chrono::sys_seconds(std::chrono::seconds(restoreInteger(saved["seconds"_L1]))),
               saved["parameter"_L1].toDouble(), restoreList(saved["points"_L1], restorePoint)};
 }
 

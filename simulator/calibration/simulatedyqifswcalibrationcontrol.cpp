@@ -49,7 +49,7 @@ QCborMap toCbor(const StoredIfswCalibration& stored)
 
 void fromCbor(const QCborMap& saved, StoredIfswCalibration& stored)
 {
-    stored.time = std::chrono::sys_seconds(std::chrono::seconds(saved["seconds"_L1].toInteger()));
+    stored.time = std::chrono::sys_seconds(std::chrono::seconds(restoreInteger(saved["seconds"_L1])));
     stored.data.values = restoreList(saved["values"_L1], [](const QCborValue& value) { return value.toDouble(); });
     const QCborArray groups = saved["groups"_L1].toArray();
     for (std::size_t i = 0; i < stored.data.groups.size(); ++i) {

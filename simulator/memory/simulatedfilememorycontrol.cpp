@@ -81,7 +81,7 @@ QCborMap FileMemoryState::save() const
 void FileMemoryState::restore(const QCborMap& saved)
 {
     const std::lock_guard guard(m_mutex);
-    m_capacity = static_cast<std::uint64_t>(saved["capacity"_L1].toInteger());
+    m_capacity = static_cast<std::uint64_t>(restoreInteger(saved["capacity"_L1]));
     m_files.clear();
     const QCborArray files = saved["files"_L1].toArray();
     for (const auto& file : files) {

@@ -1,5 +1,7 @@
 #include "simulator/memory/simulatedmemoryusbidcontrol.h"
 
+#include "simulator/support/cborvalues.h"
+
 #include <QCborArray>
 
 #include <utility>
@@ -29,7 +31,7 @@ QCborMap UsbIdState::save() const
 void UsbIdState::restore(const QCborMap& saved)
 {
     const QCborArray words = saved["words"_L1].toArray();
-    const auto word = [&](qsizetype i) { return static_cast<std::uint16_t>(words.at(i).toInteger()); };
+    const auto word = [&](qsizetype i) { return static_cast<std::uint16_t>(restoreInteger(words.at(i))); };
     write({word(0), word(1), word(2)});
 }
 

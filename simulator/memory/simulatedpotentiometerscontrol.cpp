@@ -1,5 +1,6 @@
 #include "simulator/memory/simulatedpotentiometerscontrol.h"
 
+#include "simulator/support/cborvalues.h"
 #include "simulator/support/simulatorerror.h"
 
 #include <QCborArray>
@@ -83,8 +84,8 @@ void PotentiometersState::restore(const QCborMap& saved)
     const QCborArray values = saved["values"_L1].toArray();
     for (std::size_t i = 0; i < m_potentiometers.size(); ++i) {
         const QCborMap value = values.at(static_cast<qsizetype>(i)).toMap();
-        m_potentiometers[i].ram = static_cast<int>(value["RAM"_L1].toInteger());
-        m_potentiometers[i].eeprom = static_cast<int>(value["EEPROM"_L1].toInteger());
+        m_potentiometers[i].ram = static_cast<int>(restoreInteger(value["RAM"_L1]));
+        m_potentiometers[i].eeprom = static_cast<int>(restoreInteger(value["EEPROM"_L1]));
     }
 }
 

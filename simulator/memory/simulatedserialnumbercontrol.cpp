@@ -1,5 +1,7 @@
 #include "simulator/memory/simulatedserialnumbercontrol.h"
 
+#include "simulator/support/cborvalues.h"
+
 #include <utility>
 
 namespace tov::simulator {
@@ -13,7 +15,7 @@ QCborMap SerialNumberState::save() const
 
 void SerialNumberState::restore(const QCborMap& saved)
 {
-    number = static_cast<unsigned int>(saved["number"_L1].toInteger());
+    number = static_cast<unsigned int>(restoreInteger(saved["number"_L1]));
 }
 
 SimulatedSerialNumberControl::SimulatedSerialNumberControl(std::shared_ptr<Machine> machine,

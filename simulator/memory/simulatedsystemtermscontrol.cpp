@@ -51,13 +51,14 @@ QCborMap save(const ErrorTerms& terms)
 ErrorTerms restoreTerms(const QCborMap& saved)
 {
     const auto restorePort = [](const QCborValue& port) {
-        return PortTerms{static_cast<int>(port["port"_L1].toInteger()), restoreComplex(port["directivity"_L1]),
+        return PortTerms{static_cast<int>(restoreInteger(port["port"_L1])), restoreComplex(port["directivity"_L1]),
                          restoreComplex(port["source match"_L1]), restoreComplex(port["reflection tracking"_L1])};
     };
     const auto restorePath = [](const QCborValue& path) {
-        return PathTerms{static_cast<int>(path["source port"_L1].toInteger()),
-                         static_cast<int>(path["receiver port"_L1].toInteger()), restoreComplex(path["load match"_L1]),
-                         restoreComplex(path["transmission tracking"_L1]), restoreComplex(path["isolation"_L1])};
+        return PathTerms{static_cast<int>(restoreInteger(path["source port"_L1])),
+                         static_cast<int>(restoreInteger(path["receiver port"_L1])),
+                         restoreComplex(path["load match"_L1]), restoreComplex(path["transmission tracking"_L1]),
+                         restoreComplex(path["isolation"_L1])};
     };
     return {restoreList(saved["frequencies"_L1], [](const QCborValue& frequency) { return frequency.toDouble(); }),
             restoreList(saved["ports"_L1], restorePort), restoreList(saved["paths"_L1], restorePath)};
@@ -70,8 +71,8 @@ QCborMap saveRecord(const TermsRecord& record)
 
 TermsRecord restoreRecord(const QCborValue& record)
 {
-    return {record["key"_L1].toInteger(), record["value"_L1].toDouble(),
-            static_cast<std::int32_t>(record["number"_L1].toInteger())};
+    return {restoreInteger(record["key"_L1]), record["value"_L1].toDouble(),
+            static_cast<std::int32_t>(restoreInteger(record["number"_L1]))};
 }
 
 } // namespace
@@ -86,7 +87,7 @@ QCborMap toCbor(const StoredTerms& stored)
 
 void fromCbor(const QCborMap& saved, StoredTerms& stored)
 {
-    stored = {saved["seconds"_L1].toInteger(), saved["parameter"_L1].toDouble(),
+    stored = {restoreInteger(saved["seconds"_L1]), saved["parameter"_L1].toDouble(),
               restoreList(saved["records"_L1], restoreRecord), restoreTerms(saved["terms"_L1].toMap())};
 }
 

@@ -5,10 +5,18 @@
 #include <QCborValue>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
 namespace tov::simulator {
+
+/// The whole number that a file holds, 0 where it holds something else. Qt may not be asked for that of a number beyond
+/// all of these.
+inline qint64 restoreInteger(const QCborValue& value)
+{
+    return value.isInteger() || std::abs(value.toDouble()) < 0x1p63 ? value.toInteger() : 0;
+}
 
 /// Bytes of any kind as they are kept in a file.
 template <typename Byte>

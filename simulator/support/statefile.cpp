@@ -1,5 +1,7 @@
 #include "simulator/support/statefile.h"
 
+#include "simulator/support/cborvalues.h"
+
 #include <QByteArray>
 #include <QCborStreamReader>
 #include <QCborValue>
@@ -102,7 +104,7 @@ QCborMap readStateFile(const QString& path)
     const auto whole = mapOf(file.readAll());
     if (!whole || (*whole)["format"_L1].toString() != format)
         throw failure(path, "this is no state of a simulated instrument, or it is damaged");
-    const qint64 found = (*whole)["version"_L1].toInteger();
+    const qint64 found = restoreInteger((*whole)["version"_L1]);
     if (found != 1 && found != version)
         throw failure(path, "this state was saved by another version of the simulator");
     const QByteArray contents = (*whole)["contents"_L1].toByteArray();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sdk/service/iyqsynthesiscontrol.h"
+#include "simulator/support/cborvalues.h"
 #include "simulator/support/modulestate.h"
 
 #include <array>
@@ -29,7 +30,7 @@ public:
     {
         reset();
         manualIf.set(saved[manualIf.name()].toBool());
-        selectedIf.setNumber(static_cast<double>(saved[selectedIf.name()].toInteger()));
+        selectedIf.setNumber(static_cast<double>(restoreInteger(saved[selectedIf.name()])));
     }
 };
 

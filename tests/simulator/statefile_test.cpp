@@ -27,6 +27,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -354,6 +355,14 @@ TEST_F(StateFileContents, AreRefusedWhenNoInstrumentCanHaveThem)
     for (const auto& [control, values] : impossible) {
         EXPECT_THAT(wrongWith(control, values), ::testing::HasSubstr("no instrument can have"));
         EXPECT_EQ(kz515->rfPower(), 3) << "the instrument is as it was";
+    }
+}
+
+TEST_F(StateFileContents, AreRefusedWhenANumberIsBeyondAllThatThereAre)
+{
+    for (const double number : {std::nan(""), HUGE_VAL, -0x1p64}) {
+        simulator::writeStateFile(path, {{"factory-corrections", QCborMap{{QStringLiteral("valid"), number}}}});
+        EXPECT_THAT(loaded(), ::testing::HasSubstr("no instrument can have"));
     }
 }
 

@@ -53,11 +53,11 @@ class Target:
 TARGETS = [
     Target("operations", 5000, 1000000, 130,
            ("tells-doubles-once", "keeps-released-controls", "tells-removed-observers")),
-    Target("statefile", 4000, 1000000, 4096),
-    Target("termsfile", 60000, 2000000, 2048),
-    Target("calibrationfiles", 20000, 3000000, 1024),
-    Target("shellwords", 100000, 3000000, 256),
-    Target("commandline", 3000, 300000, 128),
+    Target("statefile", 4000, 500000, 4096),
+    Target("calibrationfiles", 20000, 1000000, 1024),
+    Target("commandline", 3000, 100000, 128),
+    Target("termsfile", 60000, 2400000, 2048),
+    Target("shellwords", 100000, 5000000, 256),
 ]
 
 
