@@ -110,7 +110,8 @@ TEST(ConformanceRules, HaveEachOneCheckOrAReasonWhyNot)
     EXPECT_THAT(checked, ElementsAreArray(onThePage));
 }
 
-TEST(Conformance, IsThatOfTheSimulatedInstrument)
+// These two take longest: suites of their own run beside the others.
+TEST(ConformanceOfTheSimulatedInstrument, IsAsTheRulesAsk)
 {
     const Outcome run = conformance({u"--json"_s, u"--allow-write"_s, u"--allow-erase"_s, u"--seed"_s, u"2"_s});
     EXPECT_EQ(run.status, 0) << run.output;
@@ -121,7 +122,7 @@ TEST(Conformance, IsThatOfTheSimulatedInstrument)
     EXPECT_EQ(run.json()["instrument"_L1].toObject()["model"_L1].toString(), u"simulated"_s);
 }
 
-TEST(Conformance, IsThatOfOneThatCanDoEverythingAndAnswersLater)
+TEST(ConformanceOfOneThatCanDoEverything, IsAsTheRulesAskAlsoWhenItAnswersLater)
 {
     const Outcome run = conformance({u"--json"_s, u"--provider"_s, mutant(u"tells-inside=true"_s)});
     EXPECT_EQ(run.status, 0) << run.output;
