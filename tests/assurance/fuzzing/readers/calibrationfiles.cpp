@@ -71,8 +71,6 @@ void readsBackWhatItRead(const QByteArray& contents, auto read)
 
 } // namespace tov::testing
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace tov;

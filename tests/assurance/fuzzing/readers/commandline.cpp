@@ -41,8 +41,6 @@ void tryCompletion(const console::Command& program, const console::Words& words)
 
 } // namespace tov::testing
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 // The first byte says whose command line it is, the others are the line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -29,8 +29,6 @@ std::vector<std::string> wordsIfAny(const std::string& line)
 
 } // namespace tov::testing
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace tov;

@@ -90,8 +90,6 @@ void tryFile(const QString& path, const QString& other)
 
 } // namespace tov::testing
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 // The first byte says whether the others are the whole file, or the state to be wrapped as files are.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

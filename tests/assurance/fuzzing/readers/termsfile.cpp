@@ -60,8 +60,6 @@ QByteArray written(const tools::TermsFile& file)
 
 } // namespace tov::testing
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace tov;
