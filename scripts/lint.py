@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs clang-tidy over everything that ships, as build/clang compiles it.
+"""Runs clang-tidy over everything that ships, as build/lint would compile it.
 
 What has passed before, with all that it includes, is not looked at again. That is remembered in
 ~/.cache/DevicesService/lint; without it everything is looked at.
@@ -15,7 +15,8 @@ import sys
 from concurrent import futures
 
 PROJECT = pathlib.Path(__file__).resolve().parent.parent
-BUILD = PROJECT / "build" / "clang"
+BUILD = PROJECT / "build" / "lint"
+SHIPPED_ONLY = BUILD / "shipped"
 PLUGIN = BUILD / "ownsources.so"
 PASSED = pathlib.Path.home() / ".cache" / "DevicesService" / "lint"
 SHIPPED = ("service/", "platform/", "provider/", "simulator/", "host/", "tools/", "console/", "conformance/",
@@ -24,18 +25,23 @@ TIDY = ["clang-tidy-19", "--quiet", f"--load={PLUGIN}", "--checks=house-own-sour
 
 
 def output_of(*command):
-    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
+
+
+def compiled():
+    """The compiler's command for each source that ships, for clang-tidy too."""
+    commands = [entry for entry in json.loads((BUILD / "compile_commands.json").read_text())
+                if os.path.relpath(entry["file"], PROJECT).startswith(SHIPPED)]
+    SHIPPED_ONLY.mkdir(exist_ok=True)
+    (SHIPPED_ONLY / "compile_commands.json").write_text(json.dumps(commands))
+    return {entry["file"]: entry["command"] for entry in commands}
 
 
 def included():
-    """By the name of an object file, all files that it was compiled from."""
-    files, collected = {}, []
-    for line in output_of("ninja", "-C", BUILD, "-t", "deps").splitlines():
-        if line.startswith("    "):
-            collected.append(line.strip())
-        elif ":" in line:
-            collected = files[line.split(":")[0]] = []
-    return files
+    """By the name of a source, all files that it is compiled from, itself the first."""
+    rules = output_of("clang-scan-deps-19", "--compilation-database", SHIPPED_ONLY / "compile_commands.json")
+    lists = [rule.split(": ")[1].split() for rule in rules.replace("\\\n", "").splitlines()]
+    return {files[0]: files for files in lists}
 
 
 def key(command, files, tools):
@@ -57,7 +63,7 @@ def passes(source, *options):
 
 def looked_at(source, mark):
     """Whether the source passes, which is then remembered."""
-    passed = passes(source, "-p", BUILD)
+    passed = passes(source, "-p", SHIPPED_ONLY)
     if passed:
         mark.touch()
     return passed
@@ -78,21 +84,18 @@ def main():
     llvm = output_of("llvm-config-19", "--includedir").strip()
     subprocess.run(["g++", "-std=c++17", "-O1", "-fno-rtti", "-fPIC", "-shared", f"-I{llvm}",
                     PROJECT / "scripts" / "ownsources.cpp", "-o", PLUGIN], check=True)
-    if not notices_breaches(BUILD / "lint"):
+    if not notices_breaches(BUILD / "canary"):
         sys.exit("error: clang-tidy does not find what is there to be found")
 
     tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev",
                       "libedit-dev")
     for name in (".clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"):
         tools += (PROJECT / name).read_text()
-    files, unknown = included(), {}
-    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
-        source = os.path.relpath(entry["file"], PROJECT)
-        if source.startswith(SHIPPED):
-            output = re.search(r" -o (\S+)", entry["command"]).group(1)
-            mark = PASSED / key(entry["command"], files[output], tools)
-            if not mark.exists():
-                unknown[source] = mark
+    commands, unknown = compiled(), {}
+    for source, files in included().items():
+        mark = PASSED / key(commands[source], files, tools)
+        if not mark.exists():
+            unknown[source] = mark
 
     PASSED.mkdir(parents=True, exist_ok=True)
     with futures.ThreadPoolExecutor(os.cpu_count()) as pool:

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs build/release into an empty prefix and builds and runs the examples by find_package and by pkg-config, moves
-# the prefix and does it again, and builds one by add_subdirectory; then installs the Debian packages into a clean root,
-# runs the console and the Python module there, does what the guide's first page shows, and removes them.
+# the prefix and does it again, and builds one by add_subdirectory; at the same time installs the Debian packages into a
+# clean root, runs the console and the Python module there, does what the guide's first page shows, and removes them.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 if [ "$(id -u)" -ne 0 ]; then
@@ -9,7 +9,7 @@ if [ "$(id -u)" -ne 0 ]; then
     exit 1
 fi
 scratch=$(mktemp --directory)
-trap 'rm -rf --one-file-system "$scratch"' EXIT
+trap 'wait; rm -rf --one-file-system "$scratch"' EXIT
 
 expect() { # TEXT COMMAND...
     local text=$1 shown
@@ -69,84 +69,100 @@ try_prefix() { # NAME FOLDER
     echo "$name: the example builds and runs by find_package and by pkg-config"
 }
 
-quietly cmake --install build/release --prefix "$scratch/prefix"
-if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "$scratch/prefix"; then
-    echo "error: these installed files name the source tree" >&2
-    exit 1
-fi
-try_prefix installed "$scratch/prefix"
-quietly cmake --install build/release --prefix "$scratch/bare" --component library
-quietly cmake --install build/release --prefix "$scratch/bare" --component development
-expect_failure "there are simulator, testing, host" cmake -S tests/package/missing-component -B "$scratch/unknown" \
-    -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCOMPONENTS="simulator;simulater"
-expect_failure "installed without its component 'host'" cmake -S tests/package/missing-component -B "$scratch/missing" \
-    -DCMAKE_PREFIX_PATH="$scratch/bare" -DCOMPONENTS=host
-mv "$scratch/prefix" "$scratch/moved"
-try_prefix moved "$scratch/moved"
-build_example window window -DCMAKE_PREFIX_PATH="$scratch/moved"
-for window in window quick-window; do
-    expect "100001; the window went on" env QT_QPA_PLATFORM=offscreen timeout 60 "$scratch/window/$window" --once
-done
-echo "windows: those of widgets and of QML ask, and do not stand still"
-build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
-expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
-build_example own-provider add-provider -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
-expect '"lo-leakage": true' "$scratch/moved/bin/service-console" --json \
-    --provider "$scratch/add-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
-echo "add_subdirectory: the examples build and run"
+expect_everything() { # PREFIX
+    local file
+    for file in bin/service-console bin/service-conformance share/man/man1/service-conformance.1 \
+            share/man/man1/service-console.1 share/man/man1/service-console-files.1 \
+            share/bash-completion/completions/service-console share/zsh/vendor-completions/_service-console \
+            share/fish/vendor_completions.d/service-console.fish \
+            bin/service-workbench share/man/man1/service-workbench.1 share/applications/service-workbench.desktop \
+            share/icons/hicolor/scalable/apps/service-workbench.svg \
+            share/doc/DevicesService/html/index.html; do
+        [ -e "$1/$file" ] || { echo "error: $file is not installed into $1" >&2; exit 1; }
+    done
+}
 
-rm -rf build/release/packages
-(cd build/release && quietly cpack)
-mkdir "$scratch/archive"
-tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/release/packages/*.tar.gz
-expect "4711" "$scratch/archive/bin/service-console" serial set 4711 --yes
+try_prefixes() {
+    local window
+    quietly cmake --install build/release --prefix "$scratch/prefix"
+    if grep --recursive --text --fixed-strings --files-with-matches "$project_dir" "$scratch/prefix"; then
+        echo "error: these installed files name the source tree" >&2
+        exit 1
+    fi
+    try_prefix installed "$scratch/prefix"
+    quietly cmake --install build/release --prefix "$scratch/bare" --component library
+    quietly cmake --install build/release --prefix "$scratch/bare" --component development
+    expect_failure "there are simulator, testing, host" cmake -S tests/package/missing-component -B "$scratch/unknown" \
+        -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCOMPONENTS="simulator;simulater"
+    expect_failure "installed without its component 'host'" cmake -S tests/package/missing-component \
+        -B "$scratch/missing" -DCMAKE_PREFIX_PATH="$scratch/bare" -DCOMPONENTS=host
+    mv "$scratch/prefix" "$scratch/moved"
+    try_prefix moved "$scratch/moved"
+    expect_everything "$scratch/moved"
+    build_example window window -DCMAKE_PREFIX_PATH="$scratch/moved"
+    for window in window quick-window; do
+        expect "100001; the window went on" env QT_QPA_PLATFORM=offscreen timeout 60 "$scratch/window/$window" --once
+    done
+    echo "windows: those of widgets and of QML ask, and do not stand still"
+    build_example minimal-host add-subdirectory -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
+    expect "temperature: " timeout 60 "$scratch/add-subdirectory/minimal-host"
+    build_example own-provider add-provider -DDEVICESSERVICE_SOURCE_DIR="$project_dir"
+    expect '"lo-leakage": true' "$scratch/moved/bin/service-console" --json \
+        --provider "$scratch/add-provider/own-provider.so:enabled=true" tune get lo-leakage lo-leakage
+    echo "add_subdirectory: the examples build and run"
+}
 
-# A clean Debian without anything of a compiler: what the packages do not depend on is not there.
 root=$scratch/root
-version=$(sed --quiet 's/.*VERSION_CODENAME=//p' /etc/os-release)
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" "Origin: Debian" | sed --quiet 1p)
-quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
-mkdir "$root/packages"
-cp build/release/packages/*.deb "$root/packages"
 in_root() {
     chroot "$root" env --unset=CMAKE_CXX_COMPILER_LAUNCHER DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
 }
-tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb \
-    packages/service-workbench*.deb | sed 's|^|/|')
-# shellcheck disable=SC2086
-quietly in_root apt-get install --yes --no-install-recommends $tools
-expect "All 20 controls behaved" in_root service-console demo
-expect " rules: " in_root service-conformance
-expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" in_root service-console --version
-expect "service-workbench " in_root env QT_QPA_PLATFORM=offscreen service-workbench --version
 
-quietly in_root apt-get install --yes --no-install-recommends \
-    "$(cd "$root" && ls packages/python3-devicesservice*.deb | sed 's|^|/|')"
-expect "100001" in_root /usr/bin/python3 -c "$python_example"
-expect "PASS" in_root /usr/share/DevicesService/examples/production-test/production_test.py
+try_debian_packages() {
+    local version mirror tools packages installed file
+    rm -rf build/release/packages
+    (cd build/release && quietly cpack)
+    mkdir "$scratch/archive"
+    tar --extract --gzip --strip-components=1 --directory "$scratch/archive" --file build/release/packages/*.tar.gz
+    expect "4711" "$scratch/archive/bin/service-console" serial set 4711 --yes
+    expect_everything "$scratch/archive"
 
-# The guide's first page, on this machine that has only the packages.
-papers transcripts docs/index.md chroot "$root" env --unset=CMAKE_CXX_COMPILER_LAUNCHER --chdir=/packages \
-    DEBIAN_FRONTEND=noninteractive HOME=/root bash
+    # A clean Debian without anything of a compiler: what the packages do not depend on is not there.
+    version=$(sed --quiet 's/.*VERSION_CODENAME=//p' /etc/os-release)
+    mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $version" "Origin: Debian" | sed --quiet 1p)
+    quietly debootstrap --variant=minbase "$version" "$root" "$mirror"
+    mkdir "$root/packages"
+    cp build/release/packages/*.deb "$root/packages"
+    tools=$(cd "$root" && ls packages/libdevicesservice[0-9]*.deb packages/devicesservice-tools*.deb \
+        packages/service-workbench*.deb | sed 's|^|/|')
+    # shellcheck disable=SC2086
+    quietly in_root apt-get install --yes --no-install-recommends $tools
+    expect "All 20 controls behaved" in_root service-console demo
+    expect " rules: " in_root service-conformance
+    expect "$(sed --quiet 's/^CMAKE_PROJECT_VERSION:.*=//p' build/release/CMakeCache.txt)" \
+        in_root service-console --version
+    expect "service-workbench " in_root env QT_QPA_PLATFORM=offscreen service-workbench --version
 
-for file in bin/service-console bin/service-conformance share/man/man1/service-conformance.1 \
-    share/man/man1/service-console.1 share/man/man1/service-console-files.1 \
-    share/bash-completion/completions/service-console share/zsh/vendor-completions/_service-console \
-    share/fish/vendor_completions.d/service-console.fish \
-    bin/service-workbench share/man/man1/service-workbench.1 share/applications/service-workbench.desktop \
-    share/icons/hicolor/scalable/apps/service-workbench.svg \
-    share/doc/DevicesService/html/index.html; do
-    for prefix in "$root/usr" "$scratch/moved" "$scratch/archive"; do
-        [ -e "$prefix/$file" ] || { echo "error: $file is not installed into $prefix" >&2; exit 1; }
+    quietly in_root apt-get install --yes --no-install-recommends \
+        "$(cd "$root" && ls packages/python3-devicesservice*.deb | sed 's|^|/|')"
+    expect "100001" in_root /usr/bin/python3 -c "$python_example"
+    expect "PASS" in_root /usr/share/DevicesService/examples/production-test/production_test.py
+
+    # The guide's first page, on this machine that has only the packages.
+    papers transcripts docs/index.md chroot "$root" env --unset=CMAKE_CXX_COMPILER_LAUNCHER --chdir=/packages \
+        DEBIAN_FRONTEND=noninteractive HOME=/root bash
+
+    expect_everything "$root/usr"
+    packages=$(cd build/release/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
+    # shellcheck disable=SC2086
+    installed=$(in_root dpkg --listfiles $packages | while read -r file; do [ -d "$root$file" ] || echo "$file"; done)
+    # shellcheck disable=SC2086
+    quietly in_root dpkg --purge $packages
+    for file in $installed /usr/share/doc/DevicesService /usr/share/DevicesService; do
+        [ ! -e "$root$file" ] || { echo "error: removing the packages leaves $file behind" >&2; exit 1; }
     done
-done
+    echo "Debian packages: they install, run and build in a clean root, and nothing stays behind"
+}
 
-packages=$(cd build/release/packages && ls ./*.deb | sed 's|^./||; s|_.*||')
-# shellcheck disable=SC2086
-installed=$(in_root dpkg --listfiles $packages | while read -r file; do [ -d "$root$file" ] || echo "$file"; done)
-# shellcheck disable=SC2086
-quietly in_root dpkg --purge $packages
-for file in $installed /usr/share/doc/DevicesService /usr/share/DevicesService; do
-    [ ! -e "$root$file" ] || { echo "error: removing the packages leaves $file behind" >&2; exit 1; }
-done
-echo "Debian packages: they install, run and build in a clean root, and nothing stays behind"
+try_debian_packages &
+try_prefixes
+wait $!
