@@ -16,7 +16,6 @@ from concurrent import futures
 
 PROJECT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = PROJECT / "build" / "lint"
-SHIPPED_ONLY = BUILD / "shipped"
 PLUGIN = BUILD / "ownsources.so"
 PASSED = pathlib.Path.home() / ".cache" / "DevicesService" / "lint"
 SHIPPED = ("service/", "platform/", "provider/", "simulator/", "host/", "tools/", "console/", "conformance/",
@@ -28,20 +27,19 @@ def output_of(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
 
 
-def compiled():
-    """The compiler's command for each source that ships, for clang-tidy too."""
-    commands = [entry for entry in json.loads((BUILD / "compile_commands.json").read_text())
-                if os.path.relpath(entry["file"], PROJECT).startswith(SHIPPED)]
-    SHIPPED_ONLY.mkdir(exist_ok=True)
-    (SHIPPED_ONLY / "compile_commands.json").write_text(json.dumps(commands))
-    return {entry["file"]: entry["command"] for entry in commands}
+def shipped():
+    """How each source that ships would be compiled: its entry among the compiler's commands."""
+    return [entry for entry in json.loads((BUILD / "compile_commands.json").read_text())
+            if os.path.relpath(entry["file"], PROJECT).startswith(SHIPPED)]
 
 
-def included():
-    """By the name of a source, all files that it is compiled from, itself the first."""
-    rules = output_of("clang-scan-deps-19", "--compilation-database", SHIPPED_ONLY / "compile_commands.json")
-    lists = [rule.split(": ")[1].split() for rule in rules.replace("\\\n", "").splitlines()]
-    return {files[0]: files for files in lists}
+def included(entries):
+    """By the name of a source, all files that it is compiled from."""
+    commands = BUILD / "shipped.json"
+    commands.write_text(json.dumps(entries))
+    rules = output_of("clang-scan-deps-19", "--compilation-database", commands).replace("\\\n", "")
+    lists = [rule.split(": ")[1].split() for rule in rules.splitlines()]
+    return {files[0]: files for files in lists}  # a rule names its source first
 
 
 def key(command, files, tools):
@@ -63,21 +61,24 @@ def passes(source, *options):
 
 def looked_at(source, mark):
     """Whether the source passes, which is then remembered."""
-    passed = passes(source, "-p", SHIPPED_ONLY)
+    passed = passes(source, "-p", BUILD)
     if passed:
         mark.touch()
     return passed
 
 
 def notices_breaches(scratch):
-    """Whether something to be found in a source and in a header of it is found."""
+    """Whether something to be found in a source and in a header of it is found, by clang-tidy and by the compiler."""
     (scratch / "host").mkdir(parents=True, exist_ok=True)
-    for name, text in (("canary.h", "inline int* inHeader = 0;\n"), ("canary.cpp", "int* inSource = 0;\n")):
+    for name, text in (("canary.h", "inline int* inHeader = 0;\n#define _RESERVED\n"),
+                       ("canary.cpp", "int* inSource = 0;\nint _reserved = 0;\n")):
         (scratch / "host" / name).write_text('#include "canary.h"\n' * name.endswith("cpp") + text)
     source = scratch / "host" / "canary.cpp"
     found = subprocess.run([*TIDY, f"--config-file={PROJECT / '.clang-tidy'}", source, "--", "-std=c++23"],
                            capture_output=True, text=True, check=False).stdout
-    return all(f"{name}:" in found for name in ("canary.h", "canary.cpp"))
+    return all(re.search(f"{name}:.*{finding}", found) for name, finding in (
+        ("canary.h", "modernize-use-nullptr"), ("canary.h", "reserved-macro-identifier"),
+        ("canary.cpp", "modernize-use-nullptr"), ("canary.cpp", "reserved-identifier")))
 
 
 def main():
@@ -87,15 +88,16 @@ def main():
     if not notices_breaches(BUILD / "canary"):
         sys.exit("error: clang-tidy does not find what is there to be found")
 
-    tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "libstdc++-12-dev", "libcli11-dev",
-                      "libedit-dev")
-    for name in (".clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"):
+    tools = output_of("dpkg-query", "--show", "clang-tidy-19", "qt6-base-dev", "qt6-charts-dev", "libstdc++-12-dev",
+                      "libcli11-dev", "libedit-dev", "pybind11-dev", "python3-dev")
+    for name in (".clang-tidy", "workbench/.clang-tidy", "scripts/ownsources.cpp", "scripts/lint.py"):
         tools += (PROJECT / name).read_text()
-    commands, unknown = compiled(), {}
-    for source, files in included().items():
-        mark = PASSED / key(commands[source], files, tools)
+    entries, unknown = shipped(), {}
+    files = included(entries)
+    for entry in entries:
+        mark = PASSED / key(entry["command"], files[entry["file"]], tools)
         if not mark.exists():
-            unknown[source] = mark
+            unknown[entry["file"]] = mark
 
     PASSED.mkdir(parents=True, exist_ok=True)
     with futures.ThreadPoolExecutor(os.cpu_count()) as pool:

@@ -9,7 +9,7 @@ if [ "$(id -u)" -ne 0 ]; then
     exit 1
 fi
 scratch=$(mktemp --directory)
-trap 'wait; rm -rf --one-file-system "$scratch"' EXIT
+trap 'wait; rm -rf --one-file-system "$scratch"' EXIT # when both halves have ended
 
 expect() { # TEXT COMMAND...
     local text=$1 shown
@@ -165,4 +165,4 @@ try_debian_packages() {
 
 try_debian_packages &
 try_prefixes
-wait $!
+wait $! || { echo "error: the Debian packages failed, see above" >&2; exit 1; }

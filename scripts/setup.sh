@@ -11,7 +11,7 @@ set -euo pipefail
 project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$project_dir"
 
-# As many compilers as processors: the one more that Ninja would start slows the others down.
+# As many compilers as processors: those more that Ninja would start slow the others down.
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 
 # What this user's compilers have compiled before, in whichever clone, is taken from there.

@@ -15,7 +15,7 @@
 #include <utility>
 
 // The linker puts the ones that wrap in the place of the real ones.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 extern "C" {
 int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
 int __real_pthread_mutex_trylock(pthread_mutex_t* mutex);
@@ -26,7 +26,7 @@ int __wrap_pthread_mutex_trylock(pthread_mutex_t* mutex);
 int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex);
 void* __wrap__Znwm(std::size_t size);
 }
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 
 namespace tov::assurance {
 
@@ -351,7 +351,7 @@ PausesAtAllocations::~PausesAtAllocations()
 using tov::assurance::Scheduler;
 using tov::assurance::scheduler;
 
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 
 int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex)
 {
@@ -386,4 +386,4 @@ void* __wrap__Znwm(std::size_t size)
     return __real__Znwm(size);
 }
 
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-identifier-naming)
