@@ -2,6 +2,7 @@
 
 #include "tools/files/calibrationfiles.h"
 
+#include "fuzzer.h"
 #include "readers/memoryfile.h"
 #include "tools/files/csvfile.h"
 

@@ -1,14 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <string_view>
-
-/// What the fuzzer calls with each input: 0 when it has been tried, -1 when it is none.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace tov::testing {
 

@@ -5,6 +5,7 @@
 #include "console/commands/commands.h"
 #include "console/terminal/prompt.h"
 #include "console/terminal/shellwords.h"
+#include "fuzzer.h"
 #include "readers/check.h"
 #include "tools/errors.h"
 

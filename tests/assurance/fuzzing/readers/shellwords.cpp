@@ -1,6 +1,7 @@
 // The words of a shell's line: what is written as one word each is read as these words again.
 
 #include "console/terminal/shellwords.h"
+#include "fuzzer.h"
 #include "readers/check.h"
 #include "tools/errors.h"
 

@@ -2,6 +2,7 @@
 // refuses a state stays as it is.
 
 #include "simulator/support/statefile.h"
+#include "fuzzer.h"
 #include "readers/check.h"
 #include "simulator/simulatedinstrument.h"
 

@@ -2,6 +2,7 @@
 
 #include "tools/files/termsfile.h"
 
+#include "fuzzer.h"
 #include "readers/memoryfile.h"
 
 #include <QJsonArray>
